@@ -1,0 +1,85 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <typeinfo>
+
+#include "qzxml/platform/Assert.h"
+#include "qzxml/runtime/QzException.h"
+
+// Checks of failures, on the dynamic class and on the whole text.
+//
+//   EXPECT_QZ_THROW(CQzException, "An Element has not been closed.", writer.EndDocument());
+//   EXPECT_QZ_THROW_FULL(CQzValidationException, "outer\nPath: /a\ninner", "/a", object.FromXml(t));
+//   EXPECT_QZ_ASSERT("p != 0", *handle);     compiled in, but empty in a build without assertions
+
+namespace qztest {
+
+// What the handler of the test programs throws for a failed assertion.
+struct AssertionFailed {
+  std::string condition;
+};
+
+// What ran on while a statement was expected to fail, or the failure that it gave.
+template <typename Expected, typename Statement>
+::testing::AssertionResult Throws(const char* statementText, const std::string& text, bool full,
+                                  const char* path, Statement statement) {
+  try {
+    statement();
+  } catch (const QzXmlLib16::CQzException& e) {
+    if (typeid(e) != typeid(Expected)) {
+      return ::testing::AssertionFailure()
+             << statementText << "\n  threw " << typeid(e).name() << " instead of "
+             << typeid(Expected).name() << "\n  with: " << e.GetFullMessage();
+    }
+    const std::string actual = full ? e.GetFullMessage() : e.GetMessage();
+    if (actual != text) {
+      return ::testing::AssertionFailure() << statementText << "\n  actual text:   " << actual
+                                           << "\n  expected text: " << text;
+    }
+    if (path != nullptr && e.GetPath() != path) {
+      return ::testing::AssertionFailure() << statementText << "\n  actual path:   " << e.GetPath()
+                                           << "\n  expected path: " << path;
+    }
+    return ::testing::AssertionSuccess();
+  } catch (const AssertionFailed& e) {
+    return ::testing::AssertionFailure() << statementText << "\n  asserted: " << e.condition;
+  }
+  return ::testing::AssertionFailure() << statementText << "\n  threw nothing";
+}
+
+// While one lives, failed assertions are kept instead of thrown; for code that asserts in a
+// destructor, where nothing may be thrown.
+class AssertionRecorder {
+ public:
+  AssertionRecorder();
+  ~AssertionRecorder();
+  AssertionRecorder(const AssertionRecorder&) = delete;
+  AssertionRecorder& operator=(const AssertionRecorder&) = delete;
+  std::vector<std::string> conditions() const;
+};
+
+}  // namespace qztest
+
+#define EXPECT_QZ_THROW(expected, text, ...) \
+  EXPECT_TRUE((::qztest::Throws<expected>(#__VA_ARGS__, text, false, nullptr, [&] { __VA_ARGS__; })))
+#define EXPECT_QZ_THROW_FULL(expected, text, path, ...) \
+  EXPECT_TRUE((::qztest::Throws<expected>(#__VA_ARGS__, text, true, path, [&] { __VA_ARGS__; })))
+
+#if defined(QZXML_ASSERTIONS)
+#define EXPECT_QZ_ASSERT(text, ...)                                       \
+  do {                                                                    \
+    std::string asserted = "(nothing)";                                   \
+    try {                                                                 \
+      __VA_ARGS__;                                                        \
+    } catch (const ::qztest::AssertionFailed& e) {                        \
+      asserted = e.condition;                                             \
+    }                                                                     \
+    EXPECT_EQ(std::string(text), asserted) << #__VA_ARGS__;               \
+  } while (false)
+#else
+#define EXPECT_QZ_ASSERT(text, ...) \
+  do {                              \
+  } while (false)
+#endif
