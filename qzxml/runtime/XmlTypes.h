@@ -1,8 +1,13 @@
 #pragma once
 
-// The enumerations that cross the library's boundary. Their numbers are part of the interface:
+#include <cstdint>
+
+// The short integer names and the enumerations that cross the library's boundary. Their numbers are part of the interface:
 // generated code passes them.
 namespace QzXmlLib16 {
+
+using BYTE = unsigned char;
+using DWORD = std::uint32_t;
 
 // The form of a document's bytes.
 enum XmlEncoding : int {

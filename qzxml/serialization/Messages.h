@@ -1,0 +1,21 @@
+#pragma once
+
+// The texts of serialization that more than one place throws. A text that is used once stands at
+// its throw.
+namespace QzXmlLib16 {
+namespace Messages {
+
+// CQzInvalidStateException, with the name of the member that is selected. The typing error is part
+// of the text.
+inline constexpr char kChoiceAlreadySet[] =
+    "The Property [%s] is already set. Only one element within this class bay be set at a time";
+
+// CQzInvalidStateException, for either flag when the other is set.
+inline constexpr char kUnknownAndMissingElements[] =
+    "The parser can only ignore additional elements, or ignore the fact that some required ones "
+    "are "
+    "missing, you can not ignore both\nSet IgnoreMissingMandatoryElements to false before setting "
+    "IgnoreUnknownElements to true";
+
+}  // namespace Messages
+}  // namespace QzXmlLib16
