@@ -1,0 +1,25 @@
+# qzxml_public_headers(<variable>): the headers that qzxml/QzXml.h reaches, as paths from the root.
+# These are the public ones; no other header is installed. A change of one of them configures anew,
+# so that the list is never an old one.
+function(qzxml_public_headers result)
+  set(reached qzxml/QzXml.h)
+  set(waiting ${reached})
+  while(waiting)
+    list(POP_FRONT waiting header)
+    if(NOT EXISTS ${PROJECT_SOURCE_DIR}/${header})
+      message(FATAL_ERROR "${header} is included by a public header and is not there.")
+    endif()
+    set_property(DIRECTORY ${PROJECT_SOURCE_DIR} APPEND PROPERTY
+      CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${header})
+    file(STRINGS ${PROJECT_SOURCE_DIR}/${header} lines REGEX "^#include \"qzxml/")
+    foreach(line IN LISTS lines)
+      string(REGEX REPLACE "^#include \"([^\"]+)\".*" "\\1" included "${line}")
+      if(NOT included IN_LIST reached)
+        list(APPEND reached ${included})
+        list(APPEND waiting ${included})
+      endif()
+    endforeach()
+  endwhile()
+  list(SORT reached)
+  set(${result} ${reached} PARENT_SCOPE)
+endfunction()
