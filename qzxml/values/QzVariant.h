@@ -1,0 +1,159 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "qzxml/platform/Export.h"
+#include "qzxml/values/BinaryData.h"
+#include "qzxml/values/ItemType.h"
+#include "qzxml/values/WhitespaceUtils.h"
+
+template <typename T>
+class CSmartPtr;
+
+namespace QzXmlLib16 {
+
+class CXmlCollectionBase;
+class CXmlObjectBase;
+
+// One value of any primitive kind, or one counted object: what passes between the properties of a
+// generated class and its metadata.
+//
+//   QzVariant value;
+//   value.FromString(" 42 ", ItemType_i4, CWhitespaceUtils::WhitespaceRule_Collapse);
+//   object.SetQuantity(value.GetI4());
+//   value.SetR8(0.5);
+//   text = value.ToString("%.2f");  // "0.50"
+//
+// It is invalid (kind 0, not nil), holds a value (kind 1 to 28, not nil), or is nil, where the kind
+// tells what it is nil of. Text and binary data are owned, objects are held by one reference.
+// A plain value: copy it freely; one thread at a time.
+struct QZXML_API QzVariant {
+ public:
+  QzVariant() noexcept : m_isNil(false), m_type(ItemType_None), m_value() {}
+  QzVariant(const QzVariant& other);
+  QzVariant(QzVariant&& other) noexcept;  // leaves the other invalid
+  virtual ~QzVariant();
+
+  // Throws CQzException "Unknown Type" when the other's kind has no meaning; this one is then empty
+  // but has the other's kind.
+  const QzVariant& operator=(const QzVariant& other);
+  const QzVariant& operator=(QzVariant&& other) noexcept;  // leaves the other invalid
+
+  // --- State. ---
+  // Makes it invalid. Meant: on kind 0 nothing happens, the nil flag included. A variant that was
+  // made nil while invalid thus stays nil through setters, Clear and SetInvalid until it is
+  // assigned to.
+  void Clear();
+  bool IsValid() const { return m_type != ItemType_None || m_isNil; }
+  void SetInvalid();
+  bool IsNil() const { return m_isNil; }
+  void SetNil();  // gives the payload up and keeps the kind
+
+  // The name of the kind, "i4". Throws CQzException "Invalid Type %d" for 0, 27 and 28.
+  std::string GetType() const;
+  ItemType GetTypeAsEnum() const { return m_type; }
+
+  // --- Text, by the rules of CConversions. ---
+  // The format serves r4 and r8 and may be null. The nil flag is not looked at: test IsNil first.
+  // Throws CQzException "Invalid Type %d to convert to string" for a kind without a text.
+  std::string ToString(const char* format) const;
+
+  // Reads a value of the kind type. What the conversion throws leaves this variant as it was.
+  // Throws CQzException "Invalid Type %d to convert to string" for a type without a text. Meant:
+  // the number is that of the kind held, not that of the argument; it is the wording in use.
+  void FromString(const std::string& value, ItemType type, CWhitespaceUtils::WhitespaceRule rule);
+
+  // --- Objects. The pointer may be null; else the variant holds one reference. ---
+  void SetXmlObject(CXmlObjectBase* value);
+  CSmartPtr<CXmlObjectBase> GetXmlObject() const;  // of a collection too
+  void SetXmlCollection(CXmlCollectionBase* value);
+  CSmartPtr<CXmlCollectionBase> GetXmlCollection() const;
+
+  // --- Values. A setter makes the variant hold its kind. A getter asserts "m_type == ItemType_i1"
+  // with its own kind; what it returns otherwise has no meaning. ---
+  void SetHexBinary(const CBinaryData& value);
+  CBinaryData GetHexBinary() const;
+  void SetBase64Binary(const CBinaryData& value);
+  CBinaryData GetBase64Binary() const;
+  void SetI1(char value);
+  char GetI1() const;
+  void SetI2(short value);
+  short GetI2() const;
+  void SetI4(std::int32_t value);
+  std::int32_t GetI4() const;
+  void SetI8(std::int64_t value);
+  std::int64_t GetI8() const;
+  void SetUI1(unsigned char value);
+  unsigned char GetUI1() const;
+  void SetUI2(unsigned short value);
+  unsigned short GetUI2() const;
+  void SetUI4(std::uint32_t value);
+  std::uint32_t GetUI4() const;
+  void SetUI8(std::uint64_t value);
+  std::uint64_t GetUI8() const;
+  void SetR4(float value);
+  float GetR4() const;
+  void SetR8(double value);
+  double GetR8() const;
+  void SetYear(unsigned short value);
+  unsigned short GetYear() const;
+  void SetMonth(unsigned char value);
+  unsigned char GetMonth() const;
+  void SetDay(unsigned char value);
+  unsigned char GetDay() const;
+  void SetChar(char value);
+  char GetChar() const;
+  void SetString(std::string value);
+  std::string GetString() const;
+  void SetBoolean(bool value);
+  bool GetBoolean() const;
+
+  // As GetString, without the copy: valid until this variant changes.
+  const std::string& GetStringReference() const;
+
+ private:
+  friend struct QzVariantTestAccess;
+
+  // One machine word. The member in use follows from the kind; zero is a null pointer of any kind.
+  union Value {
+    std::uint64_t m_ui8;
+    std::int64_t m_i8;
+    std::uint32_t m_ui4;
+    std::int32_t m_i4;
+    std::uint16_t m_ui2;  // years too
+    std::int16_t m_i2;
+    std::uint8_t m_ui1;  // months and days too
+    std::int8_t m_i1;
+    char m_char;
+    std::uint8_t m_boolean;
+    float m_r4;
+    double m_r8;
+    std::string* m_pString;
+    CBinaryData* m_pBinaryData;
+    CXmlObjectBase* m_pXmlObject;
+    CXmlCollectionBase* m_pXmlCol;
+  };
+
+  void ReleasePayload();
+  void Become(ItemType type);
+  void SetBinaryData(const CBinaryData& value, ItemType type);
+  CBinaryData GetBinaryData() const;
+  void CopyPayload(const QzVariant& other);
+  void TakeOver(QzVariant& other) noexcept;
+
+  bool m_isNil;
+  ItemType m_type;
+  Value m_value;
+};
+
+namespace detail {
+
+// Appends what value.ToString(format) returns; format is empty for none. A caller that keeps out
+// pays no allocation for numbers.
+void AppendText(const QzVariant& value, std::string_view format, std::string& out);
+
+}  // namespace detail
+
+}  // namespace QzXmlLib16
