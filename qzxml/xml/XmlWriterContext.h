@@ -1,0 +1,103 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "qzxml/platform/Export.h"
+#include "qzxml/xml/XmlWriter.h"
+#include "qzxml/xml/XmlWriterScopes.h"
+
+namespace QzXmlLib16 {
+
+// One open element: its names, how far it is written, and the namespaces in force in it. A context
+// owns its parent, so that deleting the innermost one frees the whole chain, in a loop.
+//
+// Namespaces are scoped by elements. A nested element sees those of its parent until it changes
+// them; a change is seen from there inwards and forgotten when the element ends. Only the innermost
+// context of a chain is asked and changed.
+class QZXML_API CXmlWriter::CXmlWriterContext : public CInstanceMonitor {
+ public:
+  // The root of a document, with the namespaces that are in force from its start.
+  CXmlWriterContext(const std::string& name, const std::string& uri,
+                    const std::string& defaultNamespace, const NamespaceMap& namespaces,
+                    CXmlWriterContext* parent);
+  // An element inside parent, which must not be null.
+  CXmlWriterContext(const std::string& name, const std::string& uri, CXmlWriterContext* parent);
+  ~CXmlWriterContext() override;
+  CXmlWriterContext(const CXmlWriterContext&) = delete;
+  CXmlWriterContext& operator=(const CXmlWriterContext&) = delete;
+
+  // ---- The element ----
+
+  const std::string& GetName() const { return m_strName; }
+  const std::string& GetNamespace() const { return *m_pNamespace; }  // as given, empty for none
+  CXmlWriterContext* GetParent() const { return m_pParent; }         // null for the root
+
+  // Ends what this element declared and lets go of the parent, which the caller then owns.
+  CXmlWriterContext* DetachParent();
+
+  std::uint32_t GetDepth() const { return m_dwDepth; }  // 0 for the root at first
+  void SetDepth(std::uint32_t depth) { m_dwDepth = depth; }
+  std::uint32_t GetChildCount() const { return m_dwChildCount; }
+  void AddChild() { ++m_dwChildCount; }
+  bool IsStartTagOpen() const { return m_bStartTagOpen; }  // true at first
+  void SetStartTagOpen(bool open) { m_bStartTagOpen = open; }
+  bool HasAttributes() const { return m_bHasAttributes; }
+  void SetHasAttributes(bool has) { m_bHasAttributes = has; }
+  std::uint32_t GetCollectionState() const { return m_dwCollectionState; }
+  void SetCollectionState(std::uint32_t state) { m_dwCollectionState = state; }
+
+  // ---- The namespaces in force ----
+
+  const std::string& GetDefaultNamespace() const { return m_pScope->m_strDefaultNamespace; }
+  void SetDefaultNamespace(const std::string& uri);
+  const NamespaceMap& GetNamespaceMap() const;
+  void AddNamespaceMapValue(const std::string& uri, const std::string& alias);
+
+  // The alias of a URI. An unknown one is entered with an empty alias, in the scope that is in
+  // force (meant: callers test with FindAlias first).
+  const std::string& GetNamespaceMapValue(const std::string& uri);
+
+  // The alias of a URI, or null for an unknown one. Lives as long as the mapping.
+  const std::string* FindAlias(const std::string& uri) const;
+
+  // The first of "AA", "AB" to "ZZ", then "AAA" and on, that no mapping in force uses.
+  std::string GenerateAlias() const;
+
+  // The prefix that the element's own name takes here: null when it has no namespace or that is the
+  // default one, else its alias, which is entered empty when the namespace is unknown.
+  const std::string* GetPrefix() {
+    return m_prefixState == m_pNamespaces->GetState() ? m_pPrefix : ResolvePrefix();
+  }
+
+ private:
+  friend class CXmlWriter;
+
+  void OpenRoot(const std::string& name, const std::string& uri,
+                const std::string& defaultNamespace, const NamespaceMap& namespaces,
+                CXmlWriterContext* parent);
+  void OpenNested(const std::string& name, const std::string& uri, CXmlWriterContext* parent);
+  void Open(const std::string& name, const std::string& uri, CXmlWriterContext* parent);
+  void BeginScope();
+  const std::string* ResolvePrefix();
+
+  std::uint32_t m_dwChildCount;
+  bool m_bStartTagOpen;
+  std::uint32_t m_dwDepth;
+  std::string m_strNamespace;       // unless it is the parent's
+  const std::string* m_pNamespace;  // m_strNamespace, or that of an outer element
+  const std::string* m_pPrefix;     // what GetPrefix found
+  std::uint64_t m_prefixState;      // with these namespaces in force; 0 for never
+  std::string m_strName;
+  CXmlWriterContext* m_pParent;            // owned
+  bool m_bHasAttributes;                   // for Fast Infoset
+  std::uint32_t m_dwCollectionState;       // for JSON
+  std::string m_strDefaultNamespace;       // of a context with a scope of its own
+  CXmlWriterContext* m_pScope;             // the nearest context with a scope of its own
+  detail::XmlWriterScopes::Mark m_outer;   // what was in force outside the own scope
+  detail::XmlWriterScopes* m_pNamespaces;  // of the whole chain, owned by its root
+  std::unique_ptr<detail::XmlWriterScopes> m_rootNamespaces;
+};
+
+}  // namespace QzXmlLib16
