@@ -1,0 +1,138 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "qzxml/platform/Export.h"
+#include "qzxml/runtime/MemoryLeakHelp.h"
+#include "qzxml/runtime/XmlTypes.h"
+
+namespace QzXmlLib16 {
+
+class CExpatReader;
+class CSerializationContext;
+class CXmlElement;
+
+namespace detail {
+class CXmlNodes;
+}
+
+// How CXmlDocument::Load reads a file from now on: whole and then parsed, or, with true, in chunks
+// of 131072 bytes that are parsed while the system reads the next one. False at start; for the
+// whole process, to be set before work starts.
+QZXML_API void AsyncFromXmlFile(bool async);
+
+// A document as a light tree of CXmlElement and CXmlAttribute; every input format ends here.
+//
+//   CXmlDocument document;
+//   document.Load("order.xml");
+//   const CXmlElement* order = document.GetDocumentElement();
+//   std::string id = order->GetAttribute("id", "");
+//   for (CXmlElement* e = order->GetFirstElement(); e != nullptr; e = e->GetNextSiblingElement())
+//     std::cout << e->GetLocalName() << " = " << e->GetText() << '\n';
+//
+// It is no general DOM: an element has one text, comments and processing instructions are not kept,
+// and prefixes are kept in one map for the whole document.
+//
+// The document owns its tree, which goes with Cleanup, with the next load and with the document.
+// A load that fails throws CQzException and leaves what was built so far; the next load clears it.
+// One thread at a time.
+class QZXML_API CXmlDocument : public CInstanceMonitor {
+ public:
+  // Called with each element as it ends, its content complete. True takes the element out of the
+  // tree and frees it, so that a long document can be used up element by element without the tree
+  // growing. What it answers for the document element is not regarded: that one stays.
+  // An exception that it throws ends the load and passes on.
+  using ElementCallback = bool (*)(CXmlElement* element);
+
+  // Without a context, CSerializationContext::GetDefaultContext() is taken. The context is not
+  // owned and must outlive the document.
+  CXmlDocument();
+  explicit CXmlDocument(const CSerializationContext& context);
+  explicit CXmlDocument(const CSerializationContext&& context) = delete;
+  explicit CXmlDocument(ElementCallback callback);
+  CXmlDocument(ElementCallback callback, const CSerializationContext& context);
+  CXmlDocument(ElementCallback callback, const CSerializationContext&& context) = delete;
+  CXmlDocument(const CXmlDocument&) = delete;
+  CXmlDocument& operator=(const CXmlDocument&) = delete;
+  ~CXmlDocument() override;
+
+  // Frees the tree and empties the map of namespaces. Every load begins with it.
+  virtual void Cleanup();
+
+  // The root, or null when nothing is loaded.
+  CXmlElement* GetDocumentElement() const { return m_pDocElement; }
+
+  // --- Namespaces: one map from alias to URI for the whole document. The alias "" is the default
+  // namespace; of two declarations of one alias the later counts.
+
+  // The URI of an alias, or an empty text.
+  const std::string& LookupNamespaceFromAlias(const char* alias) const;
+  // The first alias in their order whose URI is the given one, or an empty text.
+  const std::string& LookupAliasFromNamespace(const char* uri) const;
+
+  // --- Loading. Each throws CQzException; with the text of Expat and the line, "%s at line %d",
+  // for what is not well-formed; "The document exceeds the depth limit of %d elements" and "The
+  // document grows past %d times its size" for the bounds of the context.
+
+  // Throws "Failed to open the file [%s] Error [0x%08x]", "Failed to get the size of the file [%s]
+  // Error [0x%08x]" and "Failed to read the contents of the file [%s] Error [0x%08x]" with the
+  // path and the system's error number; in chunks (see AsyncFromXmlFile) "Failed to read the
+  // contents of the file. Error [0x%08x]" instead of the last.
+  void Load(const char* path);
+  // Throws "XML Stream is empty!" for no bytes.
+  void LoadXmlStream(const unsigned char* data, std::uint32_t length);
+  // The bytes are UTF-8, or what their declaration says. Throws "XML String is empty!".
+  void LoadXml(const char* text);
+  // UTF-16. An empty text fails with Expat's own text.
+  void LoadXml(const char16_t* text);
+  void LoadXml(const wchar_t* text);
+
+  // --- For readers, which build the tree from the root on. While a load runs the bounds of the
+  // context are watched here.
+
+  // Makes this document empty and takes the schema type of its context anew.
+  void Init();
+  // The root, which is open then. A null text is taken as empty, here and below.
+  CXmlElement* AddDocElement(const char* uri, const char* localName);
+  // A new last child of the innermost open element, which is open then.
+  // Needs an open element: throws CQzException "The document has no open element" without.
+  CXmlElement* AddChildElement(const char* uri, const char* localName);
+  // Closes the innermost open element, and offers it to the callback. Nothing when none is open.
+  void EndElement();
+  static void AddElementAttribute(CXmlElement* element, const std::string& localName,
+                                  const std::string& value, const std::string& uri);
+  // Appends up to the length or to the first zero byte, whichever comes first, without the bytes
+  // 13; a line feed behind one stays.
+  static void AppendTextExcludingCR(CXmlElement* element, const char* text);
+  static void AppendTextExcludingCR(CXmlElement* element, const char* text, std::uint32_t length);
+
+ private:
+  friend class CExpatReader;
+  friend class CXmlElement;
+  friend class CXmlAttribute;
+  friend class detail::CXmlNodes;
+
+  void Parse();      // bytes of any form
+  void ParseText();  // XML text
+  void LoadFile(const char* path);
+  void LoadFileInChunks(const char* path);
+  void SetInput(const unsigned char* data, std::uint32_t length);
+
+  const std::unique_ptr<detail::CXmlNodes> m_pNodes;             // memory and names of the tree
+  CXmlElement* m_pDocElement = nullptr;                          // in m_pNodes
+  std::vector<CXmlElement*> m_pElementStack;                     // open elements, innermost last
+  std::map<std::string, std::string, std::less<>> m_namespaces;  // alias to URI
+  const unsigned char* m_pInput = nullptr;                       // not owned; while a load runs
+  std::uint32_t m_dwInputLength = 0;
+  SchemaType m_schemaType = SchemaType_Default;
+  ElementCallback m_pElementCallback;
+  const CSerializationContext* m_pContext;  // not owned
+};
+
+}  // namespace QzXmlLib16
