@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-// The short integer names and the enumerations that cross the library's boundary. Their numbers are part of the interface:
-// generated code passes them.
+// The short names of two unsigned types, and the enumerations that cross the library's boundary.
+// Their numbers are part of the interface: generated code passes them.
 namespace QzXmlLib16 {
 
 using BYTE = unsigned char;

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <typeinfo>
+#include <vector>
 
 #include "qzxml/platform/Assert.h"
 #include "qzxml/runtime/QzException.h"
