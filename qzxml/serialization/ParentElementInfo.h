@@ -1,0 +1,94 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <string>
+#include <typeinfo>
+
+#include "qzxml/platform/Export.h"
+#include "qzxml/values/ItemType.h"
+
+namespace QzXmlLib16 {
+class CXmlGeneratedClass;
+}  // namespace QzXmlLib16
+
+namespace QzXmlLib16Data {
+
+// What holds a class's children together. The numbers are part of the interface: generated code
+// passes them.
+// Source: XML Schema 1.0 part 1, section 3.8 (model groups).
+enum XmlElementGroupType : int {
+  XmlElementGroupType_Sequence = 0,  // children in the order of the table
+  XmlElementGroupType_Choice = 1,    // one child at most
+  XmlElementGroupType_All = 2,       // children in any order
+};
+
+// How a class or a child stands in the document.
+enum XmlElementType : int {
+  XmlElementType_Element = 0,        // with a start tag, attributes and an end tag
+  XmlElementType_PseudoElement = 1,  // no tag of its own: its children and attributes stand in the
+                                     // element around it, as those of a group do
+};
+
+// What a generated class says of itself as a whole. One object for each class, made with its tables
+// and shared by all threads, which only read it. A plain value: copies are independent.
+class QZXML_API CParentElementInfo {
+ public:
+  // A null format is the empty text. An index of -1 or ItemType_None stands for a class without
+  // text of its own.
+  CParentElementInfo(XmlElementGroupType elementGroupType, XmlElementType elementType,
+                     const char* elementName, const char* elementNamespace,
+                     bool fromXmlFailIfAttributeUnknown, bool hasBaseClasses,
+                     std::int32_t primitiveValuePropertyIndex,
+                     QzXmlLib16::ItemType primitiveDataType, const char* primitiveFormatOverride,
+                     bool outputPrimitiveClassAsTextProperty);
+  CParentElementInfo(const CParentElementInfo& other);
+  CParentElementInfo& operator=(const CParentElementInfo& other);
+  virtual ~CParentElementInfo();
+
+  XmlElementGroupType GetElementGroupType() const { return m_elementGroupType; }
+  XmlElementType GetElementType() const { return m_elementType; }
+
+  // Name and namespace under which the schema declares the type.
+  std::string GetElementName() const { return m_strElementName; }
+  std::string GetElementNamespace() const { return m_strElementNamespace; }
+
+  // Whether an attribute that no table entry takes is an error, unless the context ignores it.
+  // Meant: false drops such attributes whatever the context says.
+  bool GetFromXmlFailIfAttributeUnknown() const { return m_bFailIfAttributeUnknown; }
+
+  // Whether the schema type takes part in derivation, so that xsi:type may be needed.
+  bool GetHasBaseClasses() const { return m_bHasBaseClasses; }
+
+  // --- The class's own text
+  std::int32_t GetPrimitiveValuePropertyIndex() const { return m_lPrimitiveValuePropertyIndex; }
+  QzXmlLib16::ItemType GetPrimitiveDataType() const { return m_primitiveDataType; }
+  std::string GetPrimitiveFormatOverride() const { return m_strPrimitiveFormatOverride; }
+
+  // Whether reading stores the text as it stands, without converting it by the data type.
+  // Meant: writing converts in both cases.
+  bool GetOutputPrimitiveClassAsTextProperty() const { return m_bPrimitiveAsText; }
+
+ private:
+  friend class QzXmlLib16::CXmlGeneratedClass;
+
+  bool HasText() const {
+    return m_lPrimitiveValuePropertyIndex != -1 && m_primitiveDataType != QzXmlLib16::ItemType_None;
+  }
+
+  XmlElementGroupType m_elementGroupType;
+  XmlElementType m_elementType;
+  std::string m_strElementName;
+  std::string m_strElementNamespace;
+  bool m_bFailIfAttributeUnknown;
+  bool m_bHasBaseClasses;
+  std::int32_t m_lPrimitiveValuePropertyIndex;
+  QzXmlLib16::ItemType m_primitiveDataType;
+  std::string m_strPrimitiveFormatOverride;
+  bool m_bPrimitiveAsText;
+
+  // The last class found not to be an INillable: saves the dynamic cast for each of its objects.
+  mutable std::atomic<const std::type_info*> m_pNotNillable{nullptr};
+};
+
+}  // namespace QzXmlLib16Data
