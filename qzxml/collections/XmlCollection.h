@@ -1,0 +1,89 @@
+#pragma once
+
+#include <cstdint>
+
+#include "qzxml/collections/XmlCollectionBase.h"
+#include "qzxml/platform/Export.h"
+#include "qzxml/runtime/QzIterator.h"
+#include "qzxml/runtime/SmartPtr.h"
+
+namespace QzXmlLib16 {
+
+// One place in the list of a collection; it holds one reference on its item.
+struct CXmlCollectionNode {
+  CSmartPtr<CXmlObjectBase> item;
+  CXmlCollectionNode* next;  // toward the tail
+  CXmlCollectionNode* prev;  // toward the head
+};
+
+// A collection of objects, as a doubly linked list. Appending and iterating cost the same for each
+// item; an index is found by walking. The class itself hides the typed operations: a collection of
+// one class offers Add, Item, begin and end over what stands here.
+//
+//   CSmartPtr<CItem> CItemCol::Add() {
+//     CSmartPtr<CItem> item(new CItem("item"));
+//     AppendItem(item);
+//     return item;
+//   }
+//   CQzIterator<CItem> CItemCol::begin() const { return CQzIterator<CItem>(GetFirstNode()); }
+//
+// Events go out as told for CXmlCollectionBase; a removal does not tell which index has gone, so
+// that its data is a null pointer. An exception of a listener before the change leaves the
+// collection as it was. Listeners may change the collection too.
+class QZXML_API CXmlCollection : public CXmlCollectionBase {
+ public:
+  using CNode = CXmlCollectionNode;
+
+  ~CXmlCollection() override;  // as Clear; an exception of a listener goes nowhere
+
+  int GetCount() const override { return m_lCount; }
+  void Clear() override;
+  // Throws CQzInvalidParamException "Index %d is out of range, use 0 - %d" with index and count
+  // (the count itself, not the last index), before any event.
+  void Remove(int index) override;
+
+ protected:
+  CXmlCollection() = default;
+  CXmlCollection(const char* elementName, const char* namespaceUri, int minOccurs, int maxOccurs);
+  CXmlCollection(detail::CSharedText namespaceUri, int minOccurs, int maxOccurs);
+
+  // The attributes of each item, on the start tag that is open.
+  void AttributesToXml_Int(CXmlWriter* writer, const CSerializationContext& context) const override;
+
+  // --- Insertion. The item must not be null; where one is, nothing is inserted.
+  void AppendItem(CXmlObjectBase* item);
+  void PrependItem(CXmlObjectBase* item);
+  // Behind no item (null) means at the start, in front of no item at the end. Throws
+  // CQzInvalidParamException "The object was not found in the collection", when the add event has
+  // gone out already.
+  void AddAfterItem(const CXmlObjectBase* existing, CXmlObjectBase* item);
+  void AddBeforeItem(const CXmlObjectBase* existing, CXmlObjectBase* item);
+  // Throws CQzInvalidParamException "Index out of range", before any event.
+  void AddItemAt(int index, CXmlObjectBase* item);
+
+  // --- Nodes
+
+  void RemoveNode(CNode* pNode);
+  // Throws as Remove.
+  CNode* GetNodeAtIndex(int index) const;
+  // The first node with that object. Throws CQzInvalidParamException "The object was not found in
+  // the collection".
+  CNode* GetNodeForItem(const CXmlObjectBase* item) const;
+  CNode* GetFirstNode() const { return m_pHead; }  // null in an empty collection
+  CNode* GetLastNode() const { return m_pTail; }
+
+ private:
+  class CHeldItem;
+
+  void LinkBefore(CNode* successor, CXmlObjectBase* item);  // null: at the end
+  void Unlink(CNode* pNode);
+  bool IsLinked(const CNode* node) const;
+  void TellAdded(CXmlObjectBase* item);
+
+  CNode* m_pHead = nullptr;
+  CNode* m_pTail = nullptr;
+  std::int32_t m_lCount = 0;
+  std::uint32_t m_dwRemovals = 0;  // how many nodes have gone: tells whether a listener took some
+};
+
+}  // namespace QzXmlLib16
