@@ -6,11 +6,9 @@
 #include <vector>
 
 #include "qzxml/platform/Export.h"
+#include "qzxml/runtime/SmartPtr.h"
 #include "qzxml/runtime/XmlTypes.h"
 #include "qzxml/serialization/NamespaceAliasMap.h"
-
-template <class T>
-class CSmartPtr;
 
 namespace QzXmlLib16 {
 

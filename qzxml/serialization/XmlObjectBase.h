@@ -5,6 +5,7 @@
 #include <string>
 
 #include "qzxml/platform/Export.h"
+#include "qzxml/platform/Threads.h"
 #include "qzxml/runtime/XmlTypes.h"
 #include "qzxml/serialization/EventSink.h"
 #include "qzxml/serialization/Nillable.h"
@@ -184,11 +185,11 @@ class QZXML_API CXmlObjectBase : public IEventSink {
 };
 
 inline std::int32_t CXmlObjectBase::AddRef() {
-  return m_lRefCount.fetch_add(1, std::memory_order_relaxed) + 1;
+  return detail::AddToCounter(m_lRefCount, 1, std::memory_order_relaxed) + 1;
 }
 
 inline std::int32_t CXmlObjectBase::Release() {
-  const std::int32_t count = m_lRefCount.fetch_sub(1, std::memory_order_acq_rel) - 1;
+  const std::int32_t count = detail::AddToCounter(m_lRefCount, -1, std::memory_order_acq_rel) - 1;
   if (count == 0) delete this;
   return count;
 }

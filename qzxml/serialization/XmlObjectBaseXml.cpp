@@ -24,7 +24,7 @@ std::string CXmlObjectBase::ToXml(bool declaration, bool formatted, EOLType eol,
   if (declaration) writer.WriteXmlDeclaration();
   ToXml_Int(&writer, true, GetTargetNamespace().c_str(), context, false);
   writer.EndDocument();
-  return std::string(stream.GetBuffer(), stream.GetLength());
+  return stream.TakeText();
 }
 
 void CXmlObjectBase::FromXmlFile(const char* fileName, const CSerializationContext& context) {

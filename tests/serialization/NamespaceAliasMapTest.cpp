@@ -1,8 +1,7 @@
-#include "qzxml/serialization/NamespaceAliasMap.h"
-
 #include <thread>
 #include <type_traits>
 
+#include "qzxml/serialization/NamespaceAliasMap.h"
 #include "tests/support/QzTest.h"
 
 namespace QzXmlLib16 {
@@ -99,10 +98,9 @@ TEST(NamespaceAliasMap, RemovingAnAbsentNamespaceChangesNothing) {
 
 TEST(NamespaceAliasMap, CountsThroughTheNamespacesInAscendingByteOrder) {
   CNamespaceAliasMap map;
-  const std::vector<std::string> ascending = {"",      "URN:Z",        "urn:",
-                                              "urn:a", "urn:a:deeper", "urn:b",
-                                              "z",     "\xC3\xA9"};
-  for (const std::size_t i : {6, 2, 0, 5, 7, 1, 4, 3}) {
+  const std::vector<std::string> ascending = {"",      "URN:Z", "urn:",    "urn:a", "urn:a:deeper",
+                                              "urn:b", "z",     "\xC3\xA9"};
+  for (const std::size_t i : {6u, 2u, 0u, 5u, 7u, 1u, 4u, 3u}) {
     map.Add(("p" + std::to_string(i)).c_str(), ascending[i].c_str());
   }
   ASSERT_EQ(8, map.GetNamespaceCount());

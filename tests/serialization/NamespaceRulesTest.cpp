@@ -1,5 +1,4 @@
 #include "qzxml/serialization/NamespaceRules.h"
-
 #include "qzxml/serialization/SerializationContext.h"
 #include "qzxml/xml/XmlDocument.h"
 #include "tests/serialization/Note.h"
@@ -117,10 +116,11 @@ TEST(NamespaceRules, OneAnswerForEachWildcardInEveryEntry) {
 }
 
 TEST(NamespaceRules, TheTextOfARefusalNamesAllThree) {
-  EXPECT_QZ_THROW_FULL(CQzInvalidNamespaceException,
-                       "Invalid namespace [urn:t]. The namespace must be one of [##other] where the "
-                       "target namespace is [urn:t].",
-                       "", CheckNamespaceAgainstRestrictions("urn:t", "##other", "urn:t"));
+  EXPECT_QZ_THROW_FULL(
+      CQzInvalidNamespaceException,
+      "Invalid namespace [urn:t]. The namespace must be one of [##other] where the "
+      "target namespace is [urn:t].",
+      "", CheckNamespaceAgainstRestrictions("urn:t", "##other", "urn:t"));
 }
 
 TEST(NamespaceRules, AListThatNeverMatchesEndsWithNo) {
