@@ -1,0 +1,256 @@
+#!/usr/bin/env python3
+"""Checks the catalogue of messages, docs/errors.md, against the sources and the tests.
+
+  check_messages.py <root>
+
+A message is a text with a blank in it that stands in a throw of qzxml/, in a call of a function
+that throws what it is given (Fail..., Throw..., Wrap...), or in a Messages.h. Each must stand
+- in the first column of a table of docs/errors.md, as a code span (a line end as \\n, a vertical
+  bar as \\|), and
+- in a text of tests/, whole, with any text for its placeholders. A message that no test can provoke
+  says so in the catalogue: its row holds the words "Not provoked:" with the reason.
+And no row of the catalogue may tell of a message that is not there any more.
+"""
+
+import os
+import re
+import sys
+
+TOKEN = re.compile(
+    r"""(?P<comment>//[^\n]*|/\*.*?\*/)
+    |(?P<raw>\b(?:u8|[uUL])?R"(?P<mark>[^()\\\s]{0,16})\((?P<inside>.*?)\)(?P=mark)")
+    |(?P<string>(?:\b(?:u8|[uUL]))?"(?P<text>(?:[^"\\\n]|\\.)*)")
+    |(?P<char>(?:\b(?:u8|[uUL]))?'(?:[^'\\\n]|\\.)+')
+    |(?P<word>[A-Za-z_][A-Za-z_0-9]*)
+    |(?P<number>\.?[0-9](?:[eEpP][+-]|'?[A-Za-z0-9_.])*)
+    |(?P<directive>(?<![^\n])[ \t]*\#[^\n]*(?:\\\n[^\n]*)*)
+    |(?P<other>\S)""", re.VERBOSE | re.DOTALL)
+SIMPLE_ESCAPES = {"n": "\n", "t": "\t", "r": "\r", "0": "\0", "a": "\a", "b": "\b", "f": "\f",
+                  "v": "\v"}
+ESCAPE = re.compile(r"\\(?:x([0-9a-fA-F]+)|([0-7]{1,3})|u([0-9a-fA-F]{4})|(.))", re.DOTALL)
+PLACEHOLDER = re.compile(r"%(?:%|[-+ #0]*[0-9*]*(?:\.[0-9*]+)?(?:hh|h|ll|l|z|j|t)?[a-zA-Z])")
+THROWER = re.compile(r"^(Fail|Throw|Wrap)[A-Za-z_]*$")
+OPEN, CLOSE = "([{", ")]}"
+
+
+def unescape(text):
+    def replace(match):
+        hexadecimal, octal, unicode, simple = match.groups()
+        if hexadecimal:
+            return chr(int(hexadecimal, 16))
+        if octal and octal != "0":
+            return chr(int(octal, 8))
+        if unicode:
+            return chr(int(unicode, 16))
+        return SIMPLE_ESCAPES.get(simple or octal, simple)
+    return ESCAPE.sub(replace, text)
+
+
+def tokens(code):
+    """(kind, text, line); strings that stand beside each other are one."""
+    result = []
+    line, last = 1, 0
+    for match in TOKEN.finditer(code):
+        line += code.count("\n", last, match.start())
+        last = match.start()
+        kind = match.lastgroup
+        if match.group("comment") is not None:
+            continue
+        if match.group("directive") is not None:
+            # Macros are read as code; other directives say nothing.
+            if re.match(r"\s*#\s*define\b", match.group(0)):
+                body = re.sub(r"^\s*#\s*define\s+\w+(\([^)]*\))?", "", match.group(0))
+                result += [(k, t, line) for k, t, _ in tokens(body.replace("\\\n", " "))]
+            continue
+        if match.group("raw") is not None:
+            kind, text = "string", match.group("inside")
+        elif match.group("string") is not None:
+            kind, text = "string", unescape(match.group("text"))
+        else:
+            kind = next(k for k in ("char", "word", "number", "other") if match.group(k) is not None)
+            text = match.group(0)
+        if kind == "string" and result and result[-1][0] == "string":
+            result[-1] = ("string", result[-1][1] + text, result[-1][2])
+        else:
+            result.append((kind, text, line))
+    return result
+
+
+def source_files(root, folder):
+    for path, folders, names in os.walk(os.path.join(root, folder)):
+        folders.sort()
+        for name in sorted(names):
+            if name.endswith((".h", ".cpp")):
+                path_from_root = os.path.relpath(os.path.join(path, name), root)
+                with open(os.path.join(path, name), encoding="utf-8") as source:
+                    yield path_from_root.replace(os.sep, "/"), source.read()
+
+
+def extent(stream, start):
+    """The index behind the statement or the parenthesis that is open at start."""
+    depth = 0
+    for index in range(start, len(stream)):
+        text = stream[index][1] if stream[index][0] == "other" else ""
+        if text and text in OPEN:
+            depth += 1
+        elif text and text in CLOSE:
+            depth -= 1
+            if depth <= 0:
+                return index if depth < 0 else index + 1
+        elif text == ";" and depth == 0:
+            return index
+    return len(stream)
+
+
+def throw_extent(stream, start):
+    depth = 0
+    for index in range(start, len(stream)):
+        text = stream[index][1] if stream[index][0] == "other" else ""
+        if text and text in OPEN:
+            depth += 1
+        elif text and text in CLOSE:
+            depth -= 1
+        if depth < 0 or (text == ";" and depth == 0):
+            return index
+    return len(stream)
+
+
+def messages(files):
+    """message -> the place where it first stands."""
+    streams = {path: tokens(code) for path, code in files}
+    constants = {}
+    for path, stream in streams.items():
+        for index, (kind, text, line) in enumerate(stream):
+            if (kind == "word" and re.match(r"k[A-Z]", text)
+                    and [t for _, t, _ in stream[index + 1:index + 4]] == ["[", "]", "="]
+                    and index + 4 < len(stream) and stream[index + 4][0] == "string"):
+                constants[text] = (stream[index + 4][1], f"{path}:{line}")
+    found = {}
+
+    def add(text, place):
+        if re.search(r"\S\s+\S", text):
+            found.setdefault(text, place)
+
+    for path, stream in streams.items():
+        if os.path.basename(path) == "Messages.h":
+            for kind, text, line in stream:
+                if kind == "string":
+                    add(text, f"{path}:{line}")
+        for index, (kind, text, _) in enumerate(stream):
+            if kind != "word":
+                continue
+            if text == "throw":
+                end = throw_extent(stream, index + 1)
+            elif (THROWER.match(text) and index + 1 < len(stream)
+                  and stream[index + 1][1] == "("):
+                end = extent(stream, index + 1)
+            else:
+                continue
+            for inner_kind, inner, line in stream[index + 1:end]:
+                if inner_kind == "string":
+                    add(inner, f"{path}:{line}")
+                elif inner_kind == "word" and inner in constants:
+                    add(*constants[inner])
+    return found
+
+
+def test_texts(files):
+    """The texts of the tests; what is added between two texts by + is written as one NUL."""
+    for _, code in files:
+        stream = tokens(code)
+        index = 0
+        while index < len(stream):
+            if stream[index][0] != "string":
+                index += 1
+                continue
+            text = stream[index][1]
+            yield text
+            index += 1
+            depth, joined = 0, 0
+            at = index
+            while at < len(stream):
+                kind, word, _ = stream[at]
+                if kind == "string" and depth == 0 and joined:
+                    text += "\0" + word
+                    index = at + 1
+                elif kind == "other" and word == "+" and depth == 0:
+                    joined += 1
+                elif kind == "other" and word in OPEN:
+                    depth += 1
+                elif kind == "other" and word in CLOSE:
+                    depth -= 1
+                    if depth < 0 and not (at + 1 < len(stream) and stream[at + 1][1] == "+"):
+                        break
+                    depth = max(depth, 0)
+                elif kind == "other" and word in ",;" and depth == 0:
+                    break
+                if not joined and depth == 0 and word not in CLOSE:
+                    break
+                at += 1
+            if joined:
+                yield text
+
+
+def pattern(message):
+    """What a text that this message made looks like."""
+    parts, last = [], 0
+    for match in PLACEHOLDER.finditer(message):
+        parts.append(re.escape(message[last:match.start()]))
+        parts.append("%" if match.group(0) == "%%" else ".*?")
+        last = match.end()
+    parts.append(re.escape(message[last:]))
+    return re.compile("".join(parts), re.DOTALL)
+
+
+def catalogue(text):
+    """code span of the first column -> (its row, line number)"""
+    rows = {}
+    for number, line in enumerate(text.splitlines(), 1):
+        match = re.match(r"^\| (`+) ?(.*?) ?\1 \|", line)
+        if match:
+            rows[match.group(2)] = (line, number)
+    return rows
+
+
+def written(message):
+    """A message as the catalogue writes it."""
+    return (message.replace("\\", "\\\\").replace("\n", "\\n").replace("\t", "\\t")
+            .replace("|", "\\|"))
+
+
+def offences(sources, tests, document):
+    found = messages(sources)
+    rows = catalogue(document)
+    texts = "\1".join(sorted(set(test_texts(tests)), key=len))
+    lines = []
+    for message, place in found.items():
+        row = rows.get(written(message))
+        if row is None:
+            lines.append(f"{place}: not in docs/errors.md: {written(message)}")
+        if row is not None and "Not provoked:" in row[0]:
+            continue
+        whole = pattern(message).pattern.replace(".*?", "[^\\x01]*?")
+        if not re.search(whole, texts):
+            lines.append(f"{place}: in no test: {written(message)}")
+    known = {written(message) for message in found}
+    for text, (_, number) in rows.items():
+        if text not in known:
+            lines.append(f"docs/errors.md:{number}: no such message: {text}")
+    return found, lines
+
+
+def main():
+    if len(sys.argv) != 2:
+        sys.exit(__doc__)
+    root = sys.argv[1]
+    with open(os.path.join(root, "docs", "errors.md"), encoding="utf-8") as document:
+        found, lines = offences(list(source_files(root, "qzxml")), list(source_files(root, "tests")),
+                                document.read())
+    for line in lines:
+        print(line)
+    print(f"check_messages: {len(found)} messages, {len(lines)} offences")
+    return 1 if lines or not found else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
