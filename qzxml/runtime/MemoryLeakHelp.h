@@ -28,6 +28,8 @@ class InstanceRecord {
   void TakeOffList() { m_listed.store(false, std::memory_order_relaxed); }
 
   void CountIn() { AddToCounter(m_counts, kOneMade + 1, std::memory_order_relaxed); }
+  // Alive again, without being made anew.
+  void CountBack() { AddToCounter(m_counts, std::int64_t{1}, std::memory_order_relaxed); }
   // The objects still alive, below zero when copies of monitors have gone too.
   std::int32_t CountOut() {
     return AliveIn(AddToCounter(m_counts, std::int64_t{-1}, std::memory_order_relaxed) - 1);
@@ -113,6 +115,14 @@ class QZXML_API CInstanceMonitor {
   // Empties the list. Objects that are alive go on counting, but in no dump. Call it at the end of
   // the process.
   static void Cleanup();
+
+ protected:
+  // For objects that wait in a pool between two lives, where they are not alive: BeginWait ends a
+  // life, BeginLife begins the next one, which counts as an object made. EndWait comes before the
+  // destructor of a waiting object, which is going to count it out.
+  void BeginWait() { m_pct->CountOut(); }
+  void BeginLife() { m_pct->CountIn(); }
+  void EndWait() { m_pct->CountBack(); }
 
  private:
   QzXmlLib16::detail::InstanceRecord* m_pct;  // not owned

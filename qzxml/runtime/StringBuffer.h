@@ -57,11 +57,13 @@ class QZXML_API CStringBuffer : public ::CInstanceMonitor {
 
   // Writing in place: the position of the next byte when `length` bytes have room there, a new
   // block being opened only where the last is full; null when they have not, and then Append is the
-  // way. What was written is counted by Commit before anything else is asked of the buffer.
+  // way. What was written is counted by Commit before anything else is asked of the buffer. GetFree
+  // tells how many bytes have room in the last block.
   char* Reserve(std::uint32_t length) {
     if (GetFree() == 0) AddBlock();
     return length <= GetFree() ? m_pLastBlock + m_LastBlock_DataIn : nullptr;
   }
+  std::uint32_t GetFree() const { return m_LastBlock_SizeOf - m_LastBlock_DataIn; }
   void Commit(std::uint32_t length) {
     m_LastBlock_DataIn += length;
     m_dwTotalBufferLen += length;
@@ -82,7 +84,6 @@ class QZXML_API CStringBuffer : public ::CInstanceMonitor {
     std::uint32_t size;  // bytes of text that it can hold
   };
 
-  std::uint32_t GetFree() const { return m_LastBlock_SizeOf - m_LastBlock_DataIn; }
   void AddBlock();
   void AppendInPieces(const char* text, std::size_t length);
   void Consolidate();

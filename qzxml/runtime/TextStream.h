@@ -34,6 +34,7 @@ class QZXML_API CTextStream : private ::CInstanceMonitor {
 
   // Writing in place, as CStringBuffer tells: null when `length` bytes have no room in one piece.
   char* Reserve(std::uint32_t length) { return m_buffer.Reserve(length); }
+  std::uint32_t GetFree() const { return m_buffer.GetFree(); }
   void Commit(std::uint32_t length) { m_buffer.Commit(length); }
 
   // Bytes pending.
