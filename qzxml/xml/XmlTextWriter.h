@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 #include "qzxml/platform/Export.h"
@@ -110,17 +111,35 @@ class QZXML_API CXmlTextWriter : public CXmlWriter {
   // The text as it stands and, when formatted, a line end.
   void WriteRawLine(const std::string& text);
 
+ protected:
+  EOLType m_eolType;  // checked once more where a text is written
+
  private:
-  char* PutIndent(char* out) const;
+  class NewElement;
+
+  template <typename Fill>
+  void PutPiece(std::size_t size, Fill fill);
+  template <bool inAttribute>
+  void PutEscaped(const char* text, std::size_t size);
+  void PutEscape(char c, bool inAttribute);
+  void PutTextEol();
+  void FlushWhenDue();
+  std::size_t GetIndentSize(std::uint32_t depth) const;
+  char* PutIndent(char* out, std::size_t size) const;
+  static char* PutPrefix(char* out, const std::string* prefix);
+  char* PutEol(char* out) const;
+  void PutDeclaration(const std::string* alias, const std::string& uri);
+  void PutRootDeclarations();
+  const std::string* GetAttributeAlias(const std::string& uri, const char* behind);
 
   bool m_bWriteDefaultValues;
   std::string m_strIndentChars;
   std::string m_strEol;
-  EOLType m_eolType;
   bool m_bFormatted;
   CTextStream* m_pStream;    // not owned
   std::string m_strIndents;  // the indent characters many times over
   std::string m_strPiece;    // where a tag is put together that does not fit the stream's block
+  std::string m_strQName;    // the value of a type attribute
 };
 
 }  // namespace QzXmlLib16

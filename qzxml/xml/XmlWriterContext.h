@@ -66,9 +66,11 @@ class QZXML_API CXmlWriter::CXmlWriterContext : public CInstanceMonitor {
   std::string GenerateAlias() const;
 
   // The prefix that the element's own name takes here: null when it has no namespace or that is the
-  // default one, else its alias, which is entered empty when the namespace is unknown.
-  const std::string* GetPrefix() {
-    return m_prefixState == m_pNamespaces->GetState() ? m_pPrefix : ResolvePrefix();
+  // default one, else its alias. False when the namespace is unknown, and prefix is unchanged then.
+  bool FindPrefix(const std::string*& prefix) {
+    if (m_prefixState != m_pNamespaces->GetState() && !ResolvePrefix()) return false;
+    prefix = m_pPrefix;
+    return true;
   }
 
  private:
@@ -78,16 +80,16 @@ class QZXML_API CXmlWriter::CXmlWriterContext : public CInstanceMonitor {
                 const std::string& defaultNamespace, const NamespaceMap& namespaces,
                 CXmlWriterContext* parent);
   void OpenNested(const std::string& name, const std::string& uri, CXmlWriterContext* parent);
-  void Open(const std::string& name, const std::string& uri, CXmlWriterContext* parent);
+  void Open(const std::string& name, CXmlWriterContext* parent);
   void BeginScope();
-  const std::string* ResolvePrefix();
+  bool ResolvePrefix();
 
   std::uint32_t m_dwChildCount;
   bool m_bStartTagOpen;
   std::uint32_t m_dwDepth;
   std::string m_strNamespace;       // unless it is the parent's
   const std::string* m_pNamespace;  // m_strNamespace, or that of an outer element
-  const std::string* m_pPrefix;     // what GetPrefix found
+  const std::string* m_pPrefix;     // what FindPrefix found
   std::uint64_t m_prefixState;      // with these namespaces in force; 0 for never
   std::string m_strName;
   CXmlWriterContext* m_pParent;            // owned

@@ -1,0 +1,93 @@
+#include "qzxml/xml/XmlWriter.h"
+
+#include <string>
+
+#include "qzxml/platform/Assert.h"
+#include "qzxml/runtime/QzException.h"
+#include "qzxml/xml/Messages.h"
+#include "qzxml/xml/XmlNamespaces.h"
+#include "qzxml/xml/XmlWriterContext.h"
+
+namespace QzXmlLib16 {
+
+CXmlWriter::CXmlWriter(const char* className)
+    : CInstanceMonitor(className), m_pContext(nullptr), m_pIdle(nullptr), m_bDocumentValues(false) {
+  CXmlWriter::AddNamespaceMapping("xml", kXmlNamespace);
+}
+
+CXmlWriter::~CXmlWriter() {
+  delete m_pContext;
+  while (m_pIdle != nullptr) {
+    CXmlWriterContext* const next = m_pIdle->m_pParent;
+    m_pIdle->m_pParent = nullptr;
+    m_pIdle->EndWait();
+    delete m_pIdle;
+    m_pIdle = next;
+  }
+}
+
+void CXmlWriter::StartDocument() {}
+
+void CXmlWriter::EndDocument() {
+  if (m_pContext != nullptr) throw CQzException(Messages::kElementNotClosed);
+}
+
+void CXmlWriter::SetDefaultNamespace(const std::string& uri) {
+  if (m_pContext != nullptr) {
+    m_pContext->SetDefaultNamespace(uri);
+  } else {
+    m_strDefaultNamespace = uri;
+  }
+}
+
+void CXmlWriter::AddNamespaceMapping(const std::string& alias, const std::string& uri) {
+  if (m_pContext != nullptr) {
+    m_pContext->AddNamespaceMapValue(uri, alias);
+  } else {
+    m_namespaces[uri] = alias;
+  }
+}
+
+void CXmlWriter::SetCollectionState(std::uint32_t state) {
+  if (m_pContext != nullptr) m_pContext->SetCollectionState(state);
+}
+
+CXmlWriter::CXmlWriterContext* CXmlWriter::OpenContext(const std::string& name,
+                                                       const std::string& uri) {
+  if (m_pIdle == nullptr) {
+    if (m_pContext != nullptr) return new CXmlWriterContext(name, uri, m_pContext);
+    return new CXmlWriterContext(name, uri, m_strDefaultNamespace, m_namespaces, nullptr);
+  }
+  CXmlWriterContext* const context = m_pIdle;
+  CXmlWriterContext* const nextIdle = context->m_pParent;
+  if (m_pContext != nullptr) {
+    context->OpenNested(name, uri, m_pContext);
+  } else {
+    context->OpenRoot(name, uri, m_strDefaultNamespace, m_namespaces, nullptr);
+  }
+  m_pIdle = nextIdle;
+  context->BeginLife();
+  return context;
+}
+
+CXmlWriter::CXmlWriterContext* CXmlWriter::CloseContext(CXmlWriterContext* context) {
+  CXmlWriterContext* const parent = context->DetachParent();
+  context->BeginWait();
+  context->m_pParent = m_pIdle;
+  m_pIdle = context;
+  return parent;
+}
+
+void CXmlWriter::RequireOpenStartTag() const {
+  QZ_ASSERT_TEXT(m_pContext != nullptr, "m_pContext != 0");
+  if (m_pContext == nullptr || !m_pContext->IsStartTagOpen()) {
+    throw CQzException(Messages::kAttributeAfterContent);
+  }
+}
+
+bool CXmlWriter::IsXmlNamespace(const std::string& uri) {
+  constexpr std::size_t length = sizeof(kXmlNamespace) - 1;
+  return uri.compare(0, length, kXmlNamespace) == 0;
+}
+
+}  // namespace QzXmlLib16
