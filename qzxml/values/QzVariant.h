@@ -5,17 +5,24 @@
 #include <string_view>
 
 #include "qzxml/platform/Export.h"
+#include "qzxml/runtime/SmartPtr.h"
 #include "qzxml/values/BinaryData.h"
 #include "qzxml/values/ItemType.h"
 #include "qzxml/values/WhitespaceUtils.h"
-
-template <typename T>
-class CSmartPtr;
 
 namespace QzXmlLib16 {
 
 class CXmlCollectionBase;
 class CXmlObjectBase;
+struct QzVariant;
+
+namespace detail {
+
+// Appends what value.ToString(format) returns; format is empty for none. A caller that keeps out
+// pays no allocation for numbers.
+void AppendText(const QzVariant& value, std::string_view format, std::string& out);
+
+}  // namespace detail
 
 // One value of any primitive kind, or one counted object: what passes between the properties of a
 // generated class and its metadata.
@@ -115,6 +122,7 @@ struct QZXML_API QzVariant {
 
  private:
   friend struct QzVariantTestAccess;
+  friend void detail::AppendText(const QzVariant& value, std::string_view format, std::string& out);
 
   // One machine word. The member in use follows from the kind; zero is a null pointer of any kind.
   union Value {
@@ -137,23 +145,16 @@ struct QZXML_API QzVariant {
   };
 
   void ReleasePayload();
-  void Become(ItemType type);
-  void SetBinaryData(const CBinaryData& value, ItemType type);
-  CBinaryData GetBinaryData() const;
   void CopyPayload(const QzVariant& other);
   void TakeOver(QzVariant& other) noexcept;
+  template <typename T>
+  void SetScalar(ItemType type, T Value::*member, T value);
+  void SetBinaryData(ItemType type, const CBinaryData& value);
+  const CBinaryData* FindBinaryData() const;
 
   bool m_isNil;
   ItemType m_type;
   Value m_value;
 };
-
-namespace detail {
-
-// Appends what value.ToString(format) returns; format is empty for none. A caller that keeps out
-// pays no allocation for numbers.
-void AppendText(const QzVariant& value, std::string_view format, std::string& out);
-
-}  // namespace detail
 
 }  // namespace QzXmlLib16

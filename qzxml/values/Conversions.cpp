@@ -1,0 +1,246 @@
+#include "qzxml/values/Conversions.h"
+
+#include <cstring>
+#include <limits>
+#include <system_error>
+#include <type_traits>
+
+#include "qzxml/runtime/Functions.h"
+#include "qzxml/runtime/QzException.h"
+#include "qzxml/values/ConversionsDetail.h"
+#include "qzxml/values/Messages.h"
+
+// Binary data, integers, text and booleans; reals are in ConversionsReal.cpp. A FromString applies
+// the rule to a view of the text, which copies nothing as a rule, and reads that view.
+namespace QzXmlLib16 {
+namespace detail {
+
+void ThrowNotConvertible(std::string_view text, const char* kind) {
+  throw CQzInvalidValueException(
+      FormatString(Messages::kNotConvertible, std::string(text).c_str(), kind));
+}
+
+void ThrowTooLarge(std::string_view text, const char* kind) {
+  throw CQzInvalidValueException(
+      FormatString(Messages::kTooLarge, std::string(text).c_str(), kind));
+}
+
+void AppendYear(unsigned short value, std::string& out) { AppendInteger(value, out); }
+
+void AppendMonth(unsigned char value, std::string& out) {
+  out.append(value < 10 ? "--0" : "--");
+  AppendInteger(value, out);
+}
+
+void AppendDay(unsigned char value, std::string& out) {
+  out.append(value < 10 ? "---0" : "---");
+  AppendInteger(value, out);
+}
+
+}  // namespace detail
+
+namespace {
+
+using Rule = CWhitespaceUtils::WhitespaceRule;
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+// Reads as strtol and its relatives do in base 10: white space, one sign, digits. A minus in front
+// of an unsigned number wraps it. A number out of range is told as such also where more stands
+// behind it.
+template <typename Integer>
+Integer ParseInteger(std::string_view text, const char* kind) {
+  const char* const end = text.data() + text.size();
+  const char* at = detail::SkipLeadingSpace(text.data(), end);
+  const bool negative = at != end && *at == '-';
+  if (at != end && (*at == '-' || *at == '+')) ++at;
+  if (at == end || !IsDigit(*at)) detail::ThrowNotConvertible(text, kind);
+  if (negative && std::is_signed_v<Integer>) --at;
+
+  Integer value = 0;
+  const std::from_chars_result result = std::from_chars(at, end, value);
+  if (result.ec == std::errc::result_out_of_range) detail::ThrowTooLarge(text, kind);
+  if (result.ptr != end) detail::ThrowNotConvertible(text, kind);
+  return negative && std::is_unsigned_v<Integer> ? static_cast<Integer>(Integer{0} - value) : value;
+}
+
+template <typename Integer>
+Integer IntegerFromString(const std::string& value, Rule rule, const char* kind) {
+  std::string scratch;
+  return ParseInteger<Integer>(detail::ApplyRule(rule, value, scratch), kind);
+}
+
+// The test of the kinds that are read as a wider one.
+template <typename Narrow, typename Wide>
+Narrow NarrowTo(Wide wide, const std::string& value, const char* kind) {
+  if (wide < std::numeric_limits<Narrow>::min() || wide > std::numeric_limits<Narrow>::max()) {
+    detail::ThrowTooLarge(value, kind);
+  }
+  return static_cast<Narrow>(wide);
+}
+
+template <typename Integer>
+std::string IntegerToString(Integer value) {
+  std::string text;
+  detail::AppendInteger(value, text);
+  return text;
+}
+
+char ToLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+bool EqualsIgnoringCase(std::string_view text, std::string_view lower) {
+  if (text.size() != lower.size()) return false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (ToLower(text[i]) != lower[i]) return false;
+  }
+  return true;
+}
+
+// The value behind the rule, zero-terminated: value itself where the rule has nothing to change.
+const char* RuledText(const std::string& value, Rule rule, std::string& scratch) {
+  const std::string_view text = detail::ApplyRule(rule, value, scratch);
+  if (text.data() + text.size() == value.data() + value.size()) return text.data();
+  if (text.data() != scratch.data()) {
+    scratch.assign(text);
+  } else {
+    scratch.resize(text.size());
+  }
+  return scratch.c_str();
+}
+
+}  // namespace
+
+// --- Binary data. ---
+
+std::string CConversions::hexBinaryToString(const CBinaryData& value) {
+  return value.GetAsHexString();
+}
+
+CBinaryData CConversions::hexBinaryFromString(const std::string& value, WhitespaceRule rule) {
+  std::string scratch;
+  CBinaryData data;
+  data.SetAsHexString(RuledText(value, rule, scratch));
+  return data;
+}
+
+std::string CConversions::base64BinaryToString(const CBinaryData& value) {
+  return value.GetAsBase64();
+}
+
+CBinaryData CConversions::base64BinaryFromString(const std::string& value, WhitespaceRule rule) {
+  // The decoder passes over white space wherever it stands, so that a rule changes nothing; only an
+  // unknown one has to be refused.
+  std::string scratch;
+  detail::ApplyRule(rule, std::string_view(), scratch);
+  CBinaryData data;
+  data.SetAsBase64(value.c_str());
+  return data;
+}
+
+// --- Integers. ---
+
+std::string CConversions::i1ToString(char value) {
+  return IntegerToString(static_cast<signed char>(value));
+}
+
+char CConversions::i1FromString(const std::string& value, WhitespaceRule rule) {
+  return static_cast<char>(NarrowTo<signed char>(i4FromString(value, rule), value, "i1"));
+}
+
+std::string CConversions::i2ToString(short value) { return IntegerToString(value); }
+
+short CConversions::i2FromString(const std::string& value, WhitespaceRule rule) {
+  return NarrowTo<std::int16_t>(i4FromString(value, rule), value, "i2");
+}
+
+std::string CConversions::i4ToString(std::int32_t value) { return IntegerToString(value); }
+
+std::int32_t CConversions::i4FromString(const std::string& value, WhitespaceRule rule) {
+  return IntegerFromString<std::int32_t>(value, rule, "i4");
+}
+
+std::string CConversions::i8ToString(std::int64_t value) { return IntegerToString(value); }
+
+std::int64_t CConversions::i8FromString(const std::string& value, WhitespaceRule rule) {
+  return IntegerFromString<std::int64_t>(value, rule, "i8");
+}
+
+std::string CConversions::ui1ToString(unsigned char value) { return IntegerToString(value); }
+
+unsigned char CConversions::ui1FromString(const std::string& value, WhitespaceRule rule) {
+  return NarrowTo<unsigned char>(ui4FromString(value, rule), value, "ui1");
+}
+
+std::string CConversions::ui2ToString(unsigned short value) { return IntegerToString(value); }
+
+unsigned short CConversions::ui2FromString(const std::string& value, WhitespaceRule rule) {
+  return NarrowTo<std::uint16_t>(ui4FromString(value, rule), value, "ui2");
+}
+
+std::string CConversions::ui4ToString(std::uint32_t value) { return IntegerToString(value); }
+
+std::uint32_t CConversions::ui4FromString(const std::string& value, WhitespaceRule rule) {
+  return IntegerFromString<std::uint32_t>(value, rule, "ui4");
+}
+
+std::string CConversions::ui8ToString(std::uint64_t value) { return IntegerToString(value); }
+
+std::uint64_t CConversions::ui8FromString(const std::string& value, WhitespaceRule rule) {
+  return IntegerFromString<std::uint64_t>(value, rule, "ui8");
+}
+
+// --- Dates that are plain numbers. ---
+
+std::string CConversions::yearToString(unsigned short value) {
+  std::string text;
+  detail::AppendYear(value, text);
+  return text;
+}
+
+std::string CConversions::monthToString(unsigned char value) {
+  std::string text;
+  detail::AppendMonth(value, text);
+  return text;
+}
+
+std::string CConversions::dayToString(unsigned char value) {
+  std::string text;
+  detail::AppendDay(value, text);
+  return text;
+}
+
+// --- Text. ---
+
+std::string CConversions::charToString(char value) { return std::string(1, value); }
+
+char CConversions::charFromString(const std::string& value, WhitespaceRule rule) {
+  std::string scratch;
+  const std::string_view text = detail::ApplyRule(rule, value, scratch);
+  if (text.size() != 1) {
+    throw CQzInvalidValueException(FormatString(
+        "The value [%s] can not be a char as it is either empty of greater than 1 char long",
+        std::string(text).c_str()));
+  }
+  return text.front();
+}
+
+std::string CConversions::stringToString(const std::string& value) { return value; }
+
+std::string CConversions::stringFromString(const std::string& value, WhitespaceRule rule) {
+  return CWhitespaceUtils::ApplyRule(rule, value);
+}
+
+std::string CConversions::booleanToString(bool value) { return value ? "true" : "false"; }
+
+bool CConversions::booleanFromString(const std::string& value, WhitespaceRule rule) {
+  std::string scratch;
+  const std::string_view text = detail::ApplyRule(rule, value, scratch);
+  if (text == "1" || EqualsIgnoringCase(text, "true")) return true;
+  if (text == "0" || EqualsIgnoringCase(text, "false")) return false;
+  throw CQzInvalidValueException(
+      FormatString("A Boolean Value read from an XML document was invalid [%s]. Valid values are "
+                   "'true', 'false', '1', or '0'",
+                   value.c_str()));
+}
+
+}  // namespace QzXmlLib16
