@@ -17,5 +17,9 @@ inline constexpr char kUnknownAndMissingElements[] =
     "missing, you can not ignore both\nSet IgnoreMissingMandatoryElements to false before setting "
     "IgnoreUnknownElements to true";
 
+// CQzException, for a value that fails a facet and is not shown as a small number or a real: the
+// name of the member and the value's text.
+inline constexpr char kInvalidTextValue[] = "Invalid Value for %s [%s].";
+
 }  // namespace Messages
 }  // namespace QzXmlLib16

@@ -13,8 +13,9 @@ class CBinaryData;
 struct QzVariant;
 
 namespace detail {
+class CPattern;
 struct PatternHandle;
-}
+}  // namespace detail
 
 // The facets of one XSD simple type. Those whose form depends on the kind of value are kept as they
 // stand in the schema and read at each check.
@@ -48,6 +49,8 @@ class QZXML_API CPrimitiveRestrictions {
   bool MatchesPattern(const std::string& value) const;
 
  private:
+  const detail::CPattern& FindCompiled() const;
+
   std::string m_pattern;
   std::int32_t m_minLength;
   std::int32_t m_maxLength;

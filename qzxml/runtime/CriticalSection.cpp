@@ -1,4 +1,0 @@
-#include "qzxml/runtime/CriticalSection.h"
-
-CQZCriticalSection::CQZCriticalSection() = default;
-CQZCriticalSection::~CQZCriticalSection() = default;
