@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "qzxml/collections/AttributeCol.h"
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/serialization/XmlObjectBase.h"
 #include "qzxml/values/ItemType.h"
@@ -90,7 +91,12 @@ class CNote : public QzXmlLib16::CXmlObjectBase {
                  const Context& context, bool optionalChoice) const override {
     call = Call{root, optionalChoice, namespaceUri, &context, nullptr};
     if (to == "nobody") throw QzXmlLib16::CQzException("A note is to somebody.");
+    if (root) DeclareNamespaces(writer, context);
     writer->WriteStartElement(GetElementName(), namespaceUri);
+    if (root) {
+      Base::ToXml_Int(context.GetAdditionalRootAttributes(), writer, false, namespaceUri, context,
+                      false);
+    }
     AttributesToXml_Int(writer, context);
     for (const std::string& line : lines) {
       writer->WriteStartElement("line", namespaceUri);
@@ -117,6 +123,17 @@ class CNote : public QzXmlLib16::CXmlObjectBase {
   }
 
  private:
+  static void DeclareNamespaces(QzXmlLib16::CXmlWriter* writer, const Context& context) {
+    const QzXmlLib16::CNamespaceAliasMap& aliases = context.GetNamespaceAliases();
+    for (int i = 0; i < aliases.GetNamespaceCount(); ++i) {
+      const std::string uri = aliases.GetNamespaceAt(i);
+      writer->AddNamespaceMapping(aliases.GetAliasFromNamespace(uri.c_str()), uri);
+    }
+    if (!context.GetDefaultNamespaceURI().empty()) {
+      writer->SetDefaultNamespace(context.GetDefaultNamespaceURI());
+    }
+  }
+
   bool* m_deleted;
 };
 
