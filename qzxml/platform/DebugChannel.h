@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 
 #include "qzxml/platform/Export.h"
 
@@ -23,6 +24,9 @@ extern QZXML_API std::atomic<DebugChannel> g_debugChannel;
 
 // The sink, or null: one relaxed load, so that callers can ask before they format.
 inline DebugChannel GetDebugChannel() { return g_debugChannel.load(std::memory_order_relaxed); }
+
+// Sends a text in pieces of 128 bytes; does nothing while nobody listens.
+QZXML_API void SendToDebugChannel(const char* text, std::size_t length);
 
 }  // namespace detail
 

@@ -52,7 +52,7 @@ QZXML_API CBinaryData LocalToUtf16(const char* text);
 
 QZXML_API std::string Utf16ToLocal(const char16_t* text, std::uint32_t length);
 
-// The platform's wide text as UTF-16; what is no code point becomes U+FFFD.
+// The platform's wide text as UTF-16; what is above U+10FFFF becomes U+FFFD.
 QZXML_API std::u16string WideToUtf16(const wchar_t* text);
 
 namespace detail {

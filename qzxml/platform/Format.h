@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstdarg>
+#include <cstddef>
+
+namespace QzXmlLib16::detail {
+
+// vsnprintf with the decimal point of the C locale, whatever the process has set.
+#if defined(__GNUC__)
+__attribute__((format(printf, 3, 0)))
+#endif
+int FormatNeutral(char* text, std::size_t size, const char* format, std::va_list arguments);
+
+}  // namespace QzXmlLib16::detail

@@ -1,0 +1,4 @@
+#include "qzxml/runtime/CriticalSection.h"
+
+CQZCriticalSection::CQZCriticalSection() = default;
+CQZCriticalSection::~CQZCriticalSection() = default;

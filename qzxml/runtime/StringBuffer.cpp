@@ -1,0 +1,115 @@
+#include "qzxml/runtime/StringBuffer.h"
+
+#include <algorithm>
+#include <limits>
+#include <memory>
+
+#include "qzxml/runtime/QzException.h"
+
+namespace QzXmlLib16 {
+
+namespace {
+
+constexpr std::uint32_t kDefaultBlockSize = 4096;
+constexpr std::uint32_t kMaxLength = std::numeric_limits<std::uint32_t>::max();
+
+CInstanceClass s_class("CStringBuffer");
+
+// One byte more than the text, for the terminator; not filled.
+std::unique_ptr<char[]> AllocateBlock(std::uint32_t size) {
+  return std::unique_ptr<char[]>(new char[std::size_t{size} + 1]);
+}
+
+[[noreturn]] void ThrowTooLong() {
+  throw CQzException("The text buffer can not hold more than 4294967295 bytes");
+}
+
+}  // namespace
+
+CStringBuffer::CStringBuffer() : CStringBuffer(kDefaultBlockSize) {}
+
+CStringBuffer::CStringBuffer(std::uint32_t dwBlockSize)
+    : CInstanceMonitor(s_class), m_dwBlockSize(std::max(dwBlockSize, 2U) - 1) {}
+
+CStringBuffer::~CStringBuffer() { Clear(); }
+
+const char* CStringBuffer::GetBuffer() {
+  if (m_blocks.empty()) return "";
+  if (m_blocks.size() > 1) Consolidate();
+  m_pLastBlock[m_LastBlock_DataIn] = '\0';
+  return m_pLastBlock;
+}
+
+void CStringBuffer::Set(const char* text) {
+  Clear();
+  Append(text);
+}
+
+void CStringBuffer::AppendTo(std::string& out) const {
+  out.reserve(out.size() + m_dwTotalBufferLen);
+  for (const Block& block : m_blocks) {
+    out.append(block.data, block.data == m_pLastBlock ? m_LastBlock_DataIn : block.size);
+  }
+}
+
+void CStringBuffer::Reset() {
+  if (m_blocks.size() != 1) {
+    Clear();
+    return;
+  }
+  m_LastBlock_DataIn = 0;
+  m_dwTotalBufferLen = 0;
+}
+
+void CStringBuffer::Clear() {
+  for (const Block& block : m_blocks) delete[] block.data;
+  m_blocks.clear();
+  m_LastBlock_DataIn = 0;
+  m_LastBlock_SizeOf = 0;
+  m_pLastBlock = nullptr;
+  m_dwTotalBufferLen = 0;
+}
+
+// Blocks never reach past the greatest length, so that filling one needs no test of the total.
+void CStringBuffer::AddBlock() {
+  QZ_ASSERT(m_LastBlock_SizeOf == m_LastBlock_DataIn);
+  const std::uint32_t size = std::min(m_dwBlockSize, kMaxLength - m_dwTotalBufferLen);
+  if (size == 0) ThrowTooLong();
+  std::unique_ptr<char[]> data = AllocateBlock(size);
+  m_blocks.push_back(Block{data.get(), size});
+  m_pLastBlock = data.release();
+  m_LastBlock_SizeOf = size;
+  m_LastBlock_DataIn = 0;
+}
+
+void CStringBuffer::AppendInPieces(const char* text, std::size_t length) {
+  if (length > kMaxLength - m_dwTotalBufferLen) ThrowTooLong();
+  auto rest = static_cast<std::uint32_t>(length);
+  while (rest > 0) {
+    if (GetFree() == 0) AddBlock();
+    const std::uint32_t piece = std::min(rest, GetFree());
+    std::memcpy(m_pLastBlock + m_LastBlock_DataIn, text, piece);
+    Commit(piece);
+    text += piece;
+    rest -= piece;
+  }
+}
+
+void CStringBuffer::Consolidate() {
+  std::unique_ptr<char[]> joined = AllocateBlock(m_dwTotalBufferLen);
+  std::uint32_t dwOutputPos = 0;
+  for (const Block& block : m_blocks) {
+    const bool isLast = block.data == m_pLastBlock;
+    const std::uint32_t size = isLast ? m_LastBlock_DataIn : block.size;
+    std::memcpy(joined.get() + dwOutputPos, block.data, size);
+    dwOutputPos += size;
+    delete[] block.data;
+  }
+  QZ_ASSERT(dwOutputPos == m_dwTotalBufferLen);
+  m_blocks.assign(1, Block{joined.get(), m_dwTotalBufferLen});
+  m_pLastBlock = joined.release();
+  m_LastBlock_SizeOf = m_dwTotalBufferLen;
+  m_LastBlock_DataIn = m_dwTotalBufferLen;
+}
+
+}  // namespace QzXmlLib16
