@@ -53,7 +53,7 @@ class QZXML_API CAttribute : public CXmlObjectBase, private CInstanceMonitor {
  private:
   friend class CAttributeCol;
   // fromDocument: the value was read, so that a carriage return in it is no mistake of a caller.
-  CAttribute(const std::string& name, const std::string& value, detail::CSharedText namespaceUri,
+  CAttribute(std::string name, std::string value, detail::CSharedText namespaceUri,
              bool fromDocument);
 
   std::string m_strName;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "qzxml/collections/Attribute.h"
 #include "qzxml/collections/SharedText.h"
 #include "qzxml/collections/XmlCollection.h"
@@ -9,6 +11,10 @@
 #include "qzxml/runtime/SmartPtr.h"
 
 namespace QzXmlLib16 {
+
+namespace detail {
+class CElementReader;
+}
 
 // The attributes that a schema leaves open (xs:anyAttribute), in their order. What is added by name
 // is tested against the restriction; see NamespaceRules.h.
@@ -33,6 +39,9 @@ class QZXML_API CAttributeCol : public CXmlCollection, private CInstanceMonitor 
   CSmartPtr<CAttribute> Add(const char* name, const char* value);  // the collection's namespace
   CSmartPtr<CAttribute> Add(const char* name);                     // the value is ""
   CSmartPtr<CAttribute> Add(CAttribute* attribute);                // not tested
+  // With name, value and namespace of an attribute that was read. A carriage return in its value is
+  // no mistake of a caller: it is dropped on writing, without an assertion.
+  CSmartPtr<CAttribute> AddFromDocument(const CXmlAttribute& attribute);
 
   // Not tested. Behind null means at the start, in front of null at the end; throw
   // CQzInvalidParamException "The object was not found in the collection".
@@ -58,10 +67,13 @@ class QZXML_API CAttributeCol : public CXmlCollection, private CInstanceMonitor 
 
  private:
   friend class CElement;
+  friend class detail::CElementReader;
   CAttributeCol(detail::CSharedText namespaceUri, detail::CSharedText restriction,
                 detail::CSharedText targetNamespace);
 
-  CSmartPtr<CAttribute> AddRead(const CXmlAttribute& attribute);
+  bool IsAllowed(const std::string& namespaceUri) const;
+  void CheckNamespace(const std::string& namespaceUri) const;
+  CSmartPtr<CAttribute> AppendRead(const CXmlAttribute& attribute);
 
   detail::CSharedText m_strRestriction;
   detail::CSharedText m_strTargetNamespace;

@@ -12,6 +12,12 @@
 
 namespace QzXmlLib16 {
 
+class CXmlTextWriter;
+
+namespace detail {
+class CElementReader;
+}
+
 // An element that a schema leaves open (xs:any): name, text, attributes and children, to be read,
 // built and changed without a generated class.
 //
@@ -70,14 +76,14 @@ class QZXML_API CElement : public CXmlObjectBase, private CInstanceMonitor {
   // Throws CQzInvalidNamespaceException "The namespace %s in the class %s is invalid against
   // restriction %s" for each level from this one down to the one that failed, with the failed test
   // as the innermost exception.
-  void SetNamespaceRestrictions(const char* restriction, const char* targetNamespace);
+  void SetNamespaceRestrictions(const char* restriction, const char* targetNamespace) const;
 
   using CXmlObjectBase::GetBase;
   CXmlObjectBase* GetBase() override;
   std::string GetTargetNamespace() const override;
 
  protected:
-  // Makes the element anew, without text, attributes and children. Throws as the constructors.
+  // Sets name and namespaces and makes new, empty collections. Throws as the constructors.
   void Init(const char* name, const char* namespaceUri, const char* restriction,
             const char* targetNamespace);
   // Takes over an element of a document with everything below it. The value of an attribute "xmlns"
@@ -101,8 +107,21 @@ class QZXML_API CElement : public CXmlObjectBase, private CInstanceMonitor {
 
  private:
   friend class CElementCol;
+  friend class detail::CElementReader;
+  struct Level;
+
+  // Tests nothing.
   CElement(detail::CSharedText namespaceUri, detail::CSharedText restriction,
            detail::CSharedText targetNamespace);
+  CElement(detail::CSharedText namespaceUri, detail::CSharedText restriction,
+           detail::CSharedText targetNamespace, CSmartPtr<CAttributeCol> attributes,
+           CSmartPtr<CElementCol> children);
+
+  CSmartPtr<CElement> CloneWithoutChildren() const;
+  void TestNamespaces(const std::string& restriction, const std::string& targetNamespace) const;
+  bool IsWrittenInPlace() const;
+  Level WriteStart(CXmlWriter* writer, const CSerializationContext& context) const;
+  void WriteFragment(CXmlTextWriter* outer) const;
 
   std::string m_strName;
   std::string m_strText;

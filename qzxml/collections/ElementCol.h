@@ -17,6 +17,10 @@ namespace QzXmlLib16 {
 
 class CElement;
 
+namespace detail {
+class CElementReader;
+}
+
 // The elements that a schema leaves open (xs:any), in their order.
 // Null texts are taken as empty. Cannot be copied; see Clone. Belongs to one thread.
 class QZXML_API CElementCol : public CXmlCollection, private CInstanceMonitor {
@@ -71,9 +75,18 @@ class QZXML_API CElementCol : public CXmlCollection, private CInstanceMonitor {
 
  private:
   friend class CElement;
+  friend class detail::CElementReader;
   friend class QzXmlLib16Data::CElementInfo;
   CElementCol(detail::CSharedText newNamespace, detail::CSharedText targetNamespace, int minOccurs,
               int maxOccurs);
+  // The children of an element, in its namespace.
+  static CSmartPtr<CElementCol> ForChildren(const detail::CSharedText& namespaceUri,
+                                            const detail::CSharedText& targetNamespace);
+
+  CSmartPtr<CElementCol> CloneEmpty() const;
+  const CElement* At(const CNode* node) const;
+  bool IsAllowed(const std::string& namespaceUri) const;
+  void CheckNamespace(const std::string& namespaceUri) const;
 
   detail::CSharedText m_strRestriction;   // always "##any"
   detail::CSharedText m_strNewNamespace;  // of elements that are added by name alone

@@ -50,7 +50,8 @@ class QZXML_API CXmlCollection : public CXmlCollectionBase {
   // The attributes of each item, on the start tag that is open.
   void AttributesToXml_Int(CXmlWriter* writer, const CSerializationContext& context) const override;
 
-  // --- Insertion. The item must not be null; where one is, nothing is inserted.
+  // --- Insertion. The item must not be null (asserted as "item != 0"); nothing is inserted then.
+
   void AppendItem(CXmlObjectBase* item);
   void PrependItem(CXmlObjectBase* item);
   // Behind no item (null) means at the start, in front of no item at the end. Throws
@@ -60,6 +61,21 @@ class QZXML_API CXmlCollection : public CXmlCollectionBase {
   void AddBeforeItem(const CXmlObjectBase* existing, CXmlObjectBase* item);
   // Throws CQzInvalidParamException "Index out of range", before any event.
   void AddItemAt(int index, CXmlObjectBase* item);
+
+  // One reference on an item while it is being inserted, whatever listeners do to their handles on
+  // it. An insertion that fails gives the reference back without deleting the item: one that nobody
+  // held belongs to the caller still.
+  class QZXML_API CHeldItem {
+   public:
+    explicit CHeldItem(CXmlObjectBase* item);  // may be null
+    ~CHeldItem();
+    CHeldItem(const CHeldItem&) = delete;
+    CHeldItem& operator=(const CHeldItem&) = delete;
+
+   private:
+    CXmlObjectBase* m_pItem;
+    int m_exceptions;
+  };
 
   // --- Nodes
 
@@ -73,12 +89,14 @@ class QZXML_API CXmlCollection : public CXmlCollectionBase {
   CNode* GetLastNode() const { return m_pTail; }
 
  private:
-  class CHeldItem;
+  class CHeldSelf;
 
-  void LinkBefore(CNode* successor, CXmlObjectBase* item);  // null: at the end
+  // place() is asked behind the add event for the node to insert in front of, null for the end.
+  template <class Place>
+  void Insert(CXmlObjectBase* item, Place place);
+  void Link(CNode* successor, CXmlObjectBase* item);
   void Unlink(CNode* pNode);
   bool IsLinked(const CNode* node) const;
-  void TellAdded(CXmlObjectBase* item);
 
   CNode* m_pHead = nullptr;
   CNode* m_pTail = nullptr;

@@ -73,7 +73,7 @@ class QZXML_API CXmlCollectionBase : public CXmlObjectBase {
   void FireOnCollectionAddComplete(void* item);
   void FireOnCollectionRemove(int index);
   void FireOnCollectionRemoveComplete(int index);
-  bool HasEventListeners() const { return m_pListeners != nullptr; }
+  bool HasEventListeners() const;
 
   const detail::CSharedText& Namespace() const { return m_strNamespace; }
   void SetNamespace(detail::CSharedText namespaceUri);
