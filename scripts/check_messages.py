@@ -3,8 +3,9 @@
 
   check_messages.py <root>
 
-A message is a text with a blank in it that stands in a throw of qzxml/, in a call of a function
-that throws what it is given (Fail..., Throw..., Wrap...), or in a Messages.h. Each must stand
+A message is every text in qzxml/ with a blank between words that is neither a condition (in
+QZ_ASSERT, QZ_ASSERT_TEXT, static_assert) nor a piece of XML (it begins with "<" or a blank).
+Each must stand
 - in the first column of a table of docs/errors.md, as a code span (a line end as \\n, a vertical
   bar as \\|), and
 - in a text of tests/, whole, with any text for its placeholders. A message that no test can provoke
@@ -29,7 +30,7 @@ SIMPLE_ESCAPES = {"n": "\n", "t": "\t", "r": "\r", "0": "\0", "a": "\a", "b": "\
                   "v": "\v"}
 ESCAPE = re.compile(r"\\(?:x([0-9a-fA-F]+)|([0-7]{1,3})|u([0-9a-fA-F]{4})|(.))", re.DOTALL)
 PLACEHOLDER = re.compile(r"%(?:%|[-+ #0]*[0-9*]*(?:\.[0-9*]+)?(?:hh|h|ll|l|z|j|t)?[a-zA-Z])")
-THROWER = re.compile(r"^(Fail|Throw|Wrap)[A-Za-z_]*$")
+CONDITIONS = {"QZ_ASSERT", "QZ_ASSERT_TEXT", "static_assert"}
 OPEN, CLOSE = "([{", ")]}"
 
 
@@ -86,71 +87,31 @@ def source_files(root, folder):
                     yield path_from_root.replace(os.sep, "/"), source.read()
 
 
-def extent(stream, start):
-    """The index behind the statement or the parenthesis that is open at start."""
+def behind(stream, start):
+    """The index behind the parenthesis that opens at start."""
     depth = 0
     for index in range(start, len(stream)):
-        text = stream[index][1] if stream[index][0] == "other" else ""
-        if text and text in OPEN:
-            depth += 1
-        elif text and text in CLOSE:
-            depth -= 1
-            if depth <= 0:
-                return index if depth < 0 else index + 1
-        elif text == ";" and depth == 0:
-            return index
-    return len(stream)
-
-
-def throw_extent(stream, start):
-    depth = 0
-    for index in range(start, len(stream)):
-        text = stream[index][1] if stream[index][0] == "other" else ""
-        if text and text in OPEN:
-            depth += 1
-        elif text and text in CLOSE:
-            depth -= 1
-        if depth < 0 or (text == ";" and depth == 0):
-            return index
+        if stream[index][0] == "other":
+            depth += (stream[index][1] in OPEN) - (stream[index][1] in CLOSE)
+            if depth == 0:
+                return index + 1
     return len(stream)
 
 
 def messages(files):
     """message -> the place where it first stands."""
-    streams = {path: tokens(code) for path, code in files}
-    constants = {}
-    for path, stream in streams.items():
-        for index, (kind, text, line) in enumerate(stream):
-            if (kind == "word" and re.match(r"k[A-Z]", text)
-                    and [t for _, t, _ in stream[index + 1:index + 4]] == ["[", "]", "="]
-                    and index + 4 < len(stream) and stream[index + 4][0] == "string"):
-                constants[text] = (stream[index + 4][1], f"{path}:{line}")
     found = {}
-
-    def add(text, place):
-        if re.search(r"\S\s+\S", text):
-            found.setdefault(text, place)
-
-    for path, stream in streams.items():
-        if os.path.basename(path) == "Messages.h":
-            for kind, text, line in stream:
-                if kind == "string":
-                    add(text, f"{path}:{line}")
-        for index, (kind, text, _) in enumerate(stream):
-            if kind != "word":
+    for path, code in files:
+        stream = tokens(code)
+        index = 0
+        while index < len(stream):
+            kind, text, line = stream[index]
+            if kind == "word" and text in CONDITIONS:
+                index = behind(stream, index + 1)
                 continue
-            if text == "throw":
-                end = throw_extent(stream, index + 1)
-            elif (THROWER.match(text) and index + 1 < len(stream)
-                  and stream[index + 1][1] == "("):
-                end = extent(stream, index + 1)
-            else:
-                continue
-            for inner_kind, inner, line in stream[index + 1:end]:
-                if inner_kind == "string":
-                    add(inner, f"{path}:{line}")
-                elif inner_kind == "word" and inner in constants:
-                    add(*constants[inner])
+            if kind == "string" and re.match(r"[^<\s].*?\s+\S", text, re.DOTALL):
+                found.setdefault(text, f"{path}:{line}")
+            index += 1
     return found
 
 
