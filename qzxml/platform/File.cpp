@@ -9,74 +9,86 @@
 #include <cerrno>
 
 namespace QzXmlLib16::detail {
-
 namespace {
 
-class PosixInputFile : public IInputFile {
+// The system takes at most about 2 GiB at once.
+constexpr std::size_t kMostAtOnce = 1024 * 1024 * 1024;
+
+class CPosixFile final : public IFile {
  public:
-  explicit PosixInputFile(int descriptor) : m_descriptor(descriptor) {}
-  PosixInputFile(const PosixInputFile&) = delete;
-  PosixInputFile& operator=(const PosixInputFile&) = delete;
-  ~PosixInputFile() override { close(m_descriptor); }
+  explicit CPosixFile(int descriptor) : m_descriptor(descriptor) {}
+  ~CPosixFile() override { close(m_descriptor); }
 
   int GetSize(std::uint64_t& size) override {
-    struct stat status {};
+    struct stat status = {};
     if (fstat(m_descriptor, &status) != 0) return errno;
+    if (!S_ISREG(status.st_mode)) return ESPIPE;
     size = static_cast<std::uint64_t>(status.st_size);
     return 0;
   }
 
-  int Read(void* data, std::size_t size, std::size_t& done) override {
-    // Systems read no more than this at a time.
-    constexpr std::size_t kMostAtOnce = 0x40000000;
-    done = 0;
-    while (done < size) {
-      const ssize_t came =
-          read(m_descriptor, static_cast<char*>(data) + done, std::min(size - done, kMostAtOnce));
-      if (came < 0 && errno == EINTR) continue;
-      if (came < 0) return errno;
-      if (came == 0) break;
-      done += static_cast<std::size_t>(came);
+  int Read(std::uint64_t offset, void* buffer, std::size_t wanted, std::size_t& done) override {
+    for (done = 0; done < wanted;) {
+      const ssize_t count =
+          pread(m_descriptor, static_cast<char*>(buffer) + done,
+                std::min(wanted - done, kMostAtOnce), static_cast<off_t>(offset + done));
+      if (count == 0) break;
+      if (count > 0) {
+        done += static_cast<std::size_t>(count);
+      } else if (errno != EINTR) {
+        return errno;
+      }
     }
     return 0;
   }
 
-  void ReadAhead(std::uint64_t offset, std::size_t size) override {
-#if defined(POSIX_FADV_WILLNEED)
-    static_cast<void>(posix_fadvise(m_descriptor, static_cast<off_t>(offset),
-                                    static_cast<off_t>(size), POSIX_FADV_WILLNEED));
-#else
-    static_cast<void>(offset);
-    static_cast<void>(size);
-#endif
+  void ReadAhead(std::uint64_t offset, std::size_t length) override {
+    posix_fadvise(m_descriptor, static_cast<off_t>(offset), static_cast<off_t>(length),
+                  POSIX_FADV_WILLNEED);
   }
 
  private:
-  int m_descriptor;
+  const int m_descriptor;
 };
 
-std::unique_ptr<IInputFile> OpenPosixInputFile(const char* path, int& error) {
-  int descriptor = -1;
-  do {
-    descriptor = open(path, O_RDONLY | O_CLOEXEC);
-  } while (descriptor < 0 && errno == EINTR);
-  error = descriptor < 0 ? errno : 0;
-  if (descriptor < 0) return nullptr;
-  return std::make_unique<PosixInputFile>(descriptor);
+std::unique_ptr<IFile> OpenPosixFile(const char* path, FileMode mode, int& error) {
+  if (mode != FileMode::Read) {
+    error = EINVAL;
+    return nullptr;
+  }
+  // O_NONBLOCK lets a fifo without a writer answer at once; regular files do not know it.
+  const int descriptor = open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  if (descriptor < 0) {
+    error = errno;
+    return nullptr;
+  }
+  auto file = std::make_unique<CPosixFile>(descriptor);
+  struct stat status = {};
+  if (fstat(descriptor, &status) != 0) {
+    error = errno;
+    return nullptr;
+  }
+  if (S_ISDIR(status.st_mode)) {
+    error = EISDIR;
+    return nullptr;
+  }
+  posix_fadvise(descriptor, 0, 0, POSIX_FADV_SEQUENTIAL);
+  error = 0;
+  return file;
 }
 
-std::atomic<InputFileOpener> g_opener{&OpenPosixInputFile};
+std::atomic<FileOpener> g_opener{&OpenPosixFile};
 
 }  // namespace
 
-IInputFile::~IInputFile() = default;
+IFile::~IFile() = default;
 
-std::unique_ptr<IInputFile> OpenInputFile(const char* path, int& error) {
-  return g_opener.load()(path, error);
+std::unique_ptr<IFile> OpenFile(const char* path, FileMode mode, int& error) {
+  return g_opener.load(std::memory_order_acquire)(path, mode, error);
 }
 
-void SetInputFileOpener(InputFileOpener opener) {
-  g_opener.store(opener != nullptr ? opener : &OpenPosixInputFile);
+FileOpener SetFileOpener(FileOpener opener) {
+  return g_opener.exchange(opener != nullptr ? opener : &OpenPosixFile);
 }
 
 }  // namespace QzXmlLib16::detail

@@ -6,31 +6,40 @@
 
 #include "qzxml/platform/Export.h"
 
-// Reading of files. Failures are numbers of the operating system (errno), which the callers put
-// into their messages; 0 is success.
-
 namespace QzXmlLib16::detail {
 
-// An open file, read from its beginning to its end; closed by the destructor.
-class QZXML_API IInputFile {
+// What a file is opened for.
+enum class FileMode {
+  Read,  // an existing regular file, read from begin to end
+};
+
+// An open file. Every operation answers 0, or the error number of the system (errno).
+// The destructor closes it. One thread at a time. Tests put their own in place with SetFileOpener.
+class QZXML_API IFile {
  public:
-  virtual ~IInputFile();
+  IFile() = default;
+  IFile(const IFile&) = delete;
+  IFile& operator=(const IFile&) = delete;
+  virtual ~IFile();
 
   virtual int GetSize(std::uint64_t& size) = 0;
 
-  // Reads until `size` bytes are there or the file ends; `done` tells how many came.
-  virtual int Read(void* data, std::size_t size, std::size_t& done) = 0;
+  // Reads up to wanted octets at an offset. Fewer come only at the end of the file, and with an
+  // error; done tells how many.
+  virtual int Read(std::uint64_t offset, void* buffer, std::size_t wanted, std::size_t& done) = 0;
 
-  // Tells the system which bytes will be wanted next, so that it fetches them meanwhile. A hint.
-  virtual void ReadAhead(std::uint64_t offset, std::size_t size) = 0;
+  // Starts reading a range in the background, so that a Read of it finds it there. A hint: a
+  // failure shows in that Read.
+  virtual void ReadAhead(std::uint64_t offset, std::size_t length) = 0;
 };
 
-// Opens a file of the system; null and the error when that fails.
-QZXML_API std::unique_ptr<IInputFile> OpenInputFile(const char* path, int& error);
+// Opens a file; null and the error number when that fails. A folder fails with EISDIR. The call
+// does not wait for anything, not even for the other end of a fifo.
+QZXML_API std::unique_ptr<IFile> OpenFile(const char* path, FileMode mode, int& error);
 
-// What OpenInputFile asks instead of the system; null puts the system back. For tests, which let
-// the nth read fail or come short.
-using InputFileOpener = std::unique_ptr<IInputFile> (*)(const char* path, int& error);
-QZXML_API void SetInputFileOpener(InputFileOpener opener);
+// Puts another function in the place of OpenFile's own, for the whole process, and answers the one
+// before; null stands for OpenFile's own. Not locked.
+using FileOpener = std::unique_ptr<IFile> (*)(const char* path, FileMode mode, int& error);
+QZXML_API FileOpener SetFileOpener(FileOpener opener);
 
 }  // namespace QzXmlLib16::detail

@@ -7,4 +7,12 @@ inline constexpr char kElementNotClosed[] = "An Element has not been closed.";
 inline constexpr char kAttributeAfterContent[] = "Attributes must be added before elements";
 inline constexpr char kInvalidEolType[] = "Invalid EOL type.";
 
+// Of files that are read, each with the error number of the system. The first three begin with the
+// path.
+inline constexpr char kFileNotOpened[] = "Failed to open the file [%s] Error [0x%08x]";
+inline constexpr char kFileSizeUnknown[] = "Failed to get the size of the file [%s] Error [0x%08x]";
+inline constexpr char kFileNotRead[] =
+    "Failed to read the contents of the file [%s] Error [0x%08x]";
+inline constexpr char kChunkNotRead[] = "Failed to read the contents of the file. Error [0x%08x]";
+
 }  // namespace QzXmlLib16::Messages

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "qzxml/platform/Export.h"
@@ -20,7 +20,8 @@ class CXmlElement;
 
 namespace detail {
 class CXmlNodes;
-}
+struct XmlName;
+}  // namespace detail
 
 // How CXmlDocument::Load reads a file from now on: whole and then parsed, or, with true, in chunks
 // of 131072 bytes that are parsed while the system reads the next one. False at start; for the
@@ -62,7 +63,8 @@ class QZXML_API CXmlDocument : public CInstanceMonitor {
   CXmlDocument& operator=(const CXmlDocument&) = delete;
   ~CXmlDocument() override;
 
-  // Frees the tree and empties the map of namespaces. Every load begins with it.
+  // Frees the tree and empties the map of namespaces. Every load begins with it. Neither this nor a
+  // load is allowed from the element callback.
   virtual void Cleanup();
 
   // The root, or null when nothing is loaded.
@@ -98,10 +100,11 @@ class QZXML_API CXmlDocument : public CInstanceMonitor {
 
   // Makes this document empty and takes the schema type of its context anew.
   void Init();
-  // The root, which is open then. A null text is taken as empty, here and below.
+  // The root, which is open then; another one that was there goes. A null text is taken as empty,
+  // here and below.
   CXmlElement* AddDocElement(const char* uri, const char* localName);
   // A new last child of the innermost open element, which is open then.
-  // Needs an open element: throws CQzException "The document has no open element" without.
+  // Throws CQzException "The document has no open element." when there is none.
   CXmlElement* AddChildElement(const char* uri, const char* localName);
   // Closes the innermost open element, and offers it to the callback. Nothing when none is open.
   void EndElement();
@@ -115,24 +118,29 @@ class QZXML_API CXmlDocument : public CInstanceMonitor {
  private:
   friend class CExpatReader;
   friend class CXmlElement;
-  friend class CXmlAttribute;
-  friend class detail::CXmlNodes;
+  class CLoadScope;
 
-  void Parse();      // bytes of any form
-  void ParseText();  // XML text
-  void LoadFile(const char* path);
-  void LoadFileInChunks(const char* path);
-  void SetInput(const unsigned char* data, std::uint32_t length);
+  void Parse();      // input of any form
+  void ParseText();  // input of XML text
+  void LoadWholeFile(CLoadScope& scope, const char* path);
+  void LoadFileInChunks(CLoadScope& scope, const char* path);
+  CXmlElement* OpenElement(const detail::XmlName* name);
+  void SetNamespaceMapping(std::string alias, std::string uri);
 
-  const std::unique_ptr<detail::CXmlNodes> m_pNodes;             // memory and names of the tree
-  CXmlElement* m_pDocElement = nullptr;                          // in m_pNodes
-  std::vector<CXmlElement*> m_pElementStack;                     // open elements, innermost last
-  std::map<std::string, std::string, std::less<>> m_namespaces;  // alias to URI
-  const unsigned char* m_pInput = nullptr;                       // not owned; while a load runs
+  // The tree: its memory and names, its root, and its open elements, innermost last.
+  const std::unique_ptr<detail::CXmlNodes> m_pNodes;
+  CXmlElement* m_pDocElement = nullptr;
+  std::vector<CXmlElement*> m_pElementStack;
+  std::vector<CXmlElement*> m_elderSiblings;  // of the open elements; only for the callback
+  std::map<std::string, std::string, std::less<>> m_namespaces;         // alias to URI
+  mutable std::map<std::string_view, const std::string*> m_aliasOfUri;  // of many, when asked for
+  // What is being read. Not owned; null while no load runs.
+  const unsigned char* m_pInput = nullptr;
   std::uint32_t m_dwInputLength = 0;
+  bool m_bLoading = false;
   SchemaType m_schemaType = SchemaType_Default;
-  ElementCallback m_pElementCallback;
-  const CSerializationContext* m_pContext;  // not owned
+  const ElementCallback m_pElementCallback;
+  const CSerializationContext* const m_pContext;  // not owned
 };
 
 }  // namespace QzXmlLib16

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "qzxml/platform/Export.h"
@@ -93,6 +94,9 @@ class QZXML_API CXmlElement final : public CInstanceMonitor {
   ~CXmlElement() override;
 
   static const Attributes& NoAttributes();
+  Owner RemoveLastChildElement(CXmlElement* startOfSearch);
+  void AppendText(std::string_view text);
+  void AppendCountedText(std::string_view text);  // counted against the growth already
   detail::CXmlNodes& GetNodes() const;
   std::string GetQName() const;
   bool HasSameQName(const CXmlElement& other) const;

@@ -1,0 +1,26 @@
+#include "qzxml/xml/XmlAttribute.h"
+
+#include "qzxml/xml/XmlDocument.h"
+#include "qzxml/xml/XmlDocumentNodes.h"
+
+namespace QzXmlLib16 {
+
+CInstanceClass detail::g_attributeClass("CXmlAttribute");
+
+CXmlAttribute::~CXmlAttribute() = default;
+
+std::string CXmlAttribute::GetXPath() const {
+  std::string path = m_pParent->GetXPath();
+  path += '/';
+  if (!GetNamespaceURI().empty()) {
+    const std::string& alias =
+        m_pName->document->LookupAliasFromNamespace(GetNamespaceURI().c_str());
+    // Meant: the alias stands before the "@", as those who read the paths of failures know it.
+    if (!alias.empty()) path += alias + ":";
+  }
+  path += '@';
+  path += GetLocalName();
+  return path;
+}
+
+}  // namespace QzXmlLib16
