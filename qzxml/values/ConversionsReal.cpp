@@ -1,10 +1,14 @@
+#include "qzxml/values/Conversions.h"
+
+#include <algorithm>
 #include <cmath>
+#include <cstdarg>
+#include <cstddef>
 #include <limits>
 #include <system_error>
 
 #include "qzxml/platform/Assert.h"
-#include "qzxml/platform/CLocale.h"
-#include "qzxml/values/Conversions.h"
+#include "qzxml/platform/Format.h"
 #include "qzxml/values/ConversionsDetail.h"
 
 // Reals. Writing without a format is std::to_chars, which is "%.7g" and "%.16g" by definition, with
@@ -133,14 +137,23 @@ void AppendLiteral(std::string_view literal, std::string& out) {
   }
 }
 
+// Takes the value as a variable argument: the compiler can not look into the format.
+int Print(char* buffer, std::size_t size, const char* format, ...) {
+  std::va_list arguments;
+  va_start(arguments, format);
+  const int length = detail::FormatNeutral(buffer, size, format, arguments);
+  va_end(arguments);
+  return length;
+}
+
 // The number without its width.
 std::string FormatCore(const std::string& core, double value) {
   char buffer[64];
-  const int length = detail::FormatReal(buffer, sizeof buffer, core.c_str(), value);
+  const int length = Print(buffer, sizeof buffer, core.c_str(), value);
   if (length < 0) return std::string();
   if (static_cast<std::size_t>(length) < sizeof buffer) return buffer;
   std::string text(static_cast<std::size_t>(length) + 1, '\0');
-  detail::FormatReal(&text[0], text.size(), core.c_str(), value);
+  Print(text.data(), text.size(), core.c_str(), value);
   text.pop_back();
   return text;
 }
@@ -217,6 +230,37 @@ bool ParseSpecial(std::string_view text, double& value) {
   return true;
 }
 
+// How many places the first digit that is not zero stands ahead of the point (1 for "5", 0 for
+// "0.5"), for a number without its sign and its exponent.
+std::ptrdiff_t FindLeadingPlace(std::string_view digits) {
+  const std::size_t point = std::min(digits.find('.'), digits.size());
+  const std::size_t first = std::min(digits.find_first_of("123456789"), digits.size());
+  const std::ptrdiff_t distance =
+      static_cast<std::ptrdiff_t>(point) - static_cast<std::ptrdiff_t>(first);
+  return distance > 0 ? distance : distance + 1;
+}
+
+// The digits of an exponent behind its sign, or a number that outweighs any text.
+std::ptrdiff_t ParseExponent(std::string_view digits) {
+  std::ptrdiff_t value = 0;
+  const std::from_chars_result result =
+      std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  return result.ec == std::errc() ? value : std::numeric_limits<std::ptrdiff_t>::max() / 2;
+}
+
+// What a well-formed number beyond the range of a double is read as, without its sign.
+double ParseBeyondRange(std::string_view number) {
+  const std::size_t mark = std::min(number.find_first_of("eE"), number.size());
+  std::ptrdiff_t place = FindLeadingPlace(number.substr(0, mark));
+  if (mark < number.size()) {
+    const bool negative = number[mark + 1] == '-';
+    const bool hasSign = negative || number[mark + 1] == '+';
+    const std::ptrdiff_t exponent = ParseExponent(number.substr(mark + (hasSign ? 2 : 1)));
+    place += negative ? -exponent : exponent;
+  }
+  return place > 0 ? std::numeric_limits<double>::infinity() : 0.0;
+}
+
 double ParseNumber(std::string_view text, const char* kind) {
   const char* const end = text.data() + text.size();
   const char* at = detail::SkipLeadingSpace(text.data(), end);
@@ -234,7 +278,7 @@ double ParseNumber(std::string_view text, const char* kind) {
     detail::ThrowNotConvertible(text, kind);
   }
   if (result.ec == std::errc::result_out_of_range) {
-    value = detail::ParseReal(std::string(at, end).c_str());
+    value = ParseBeyondRange(std::string_view(at, static_cast<std::size_t>(end - at)));
   }
   return negative ? -value : value;
 }
