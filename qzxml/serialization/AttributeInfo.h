@@ -81,6 +81,9 @@ class QZXML_API CAttributeInfo {
   static bool IsNamespaceValid(const std::string& namespaceUri, const std::string& restrictions,
                                const std::string& targetNamespace);
 
+  bool HasName(const CXmlAttribute& attribute) const;
+  bool HasNamespace(const CXmlAttribute& attribute) const;
+
   // Throws CQzValidationException "Failed to find the required Attribute [%s]." (empty path) for a
   // required attribute that was not found.
   void RequireFound(bool found) const;
@@ -158,6 +161,8 @@ class QZXML_API CAttributeInfoAny : public CAttributeInfo {
   void Validate(const CSerializationContext&, bool found) const override;  // does nothing
 
  private:
+  [[noreturn]] static void ThrowNoAttributeCol();
+
   std::string m_strNamespaceRestrictions;
   std::string m_strTargetNamespace;
 };

@@ -11,6 +11,7 @@
 #include "qzxml/values/WhitespaceUtils.h"
 
 namespace QzXmlLib16 {
+class CElementCol;
 class CSerializationContext;
 class CXmlCollectionBase;
 class CXmlElement;
@@ -23,6 +24,7 @@ struct QzVariant;
 namespace QzXmlLib16Data {
 
 using QzXmlLib16::AbstractClassFactory;
+using QzXmlLib16::CElementCol;
 using QzXmlLib16::ClassFactory;
 using QzXmlLib16::CPrimitiveRestrictions;
 using QzXmlLib16::CSerializationContext;
@@ -94,6 +96,7 @@ class QZXML_API CElementInfo {
   std::string GetElementName() const { return m_strElementName; }
   std::string GetElementNamespace() const { return m_strElementNamespace; }
   int GetPropertyIndex() const { return m_lPropertyIndex; }
+  EnumToString GetEnumToString() const { return m_enumToString; }  // null for no enumeration
 
   // Whether an element has this member's name, and its namespace where the context minds
   // namespaces. False for null.
@@ -144,7 +147,14 @@ class QZXML_API CElementInfo {
 
  private:
   friend class QzXmlLib16::CXmlGeneratedClass;
-  friend class CElementSteps;
+  friend class CElementInfoValues;
+
+  static void ToXml_Int(const CXmlObjectBase* object, CXmlWriter* writer, const char* namespaceUri,
+                        const CSerializationContext& context, bool optionalChoice);
+  static CXmlElement* FromXmlLockElementName_Int(CElementCol* collection, const std::string& name,
+                                                 const std::string& namespaceUri,
+                                                 CXmlElement* parent, CXmlElement* cursor,
+                                                 const CSerializationContext& context);
 
   std::string m_strElementName;
   std::string m_strElementNamespace;

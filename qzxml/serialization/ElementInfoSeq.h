@@ -33,6 +33,9 @@ class QZXML_API CElementInfoSeqClsMnd : public CElementInfo {
                                  CXmlWriter*) const override;
 
  private:
+  bool PseudoFromXml(const CSerializationContext& context, CXmlGeneratedClass* object,
+                     CXmlElement* parent, CXmlElement** current, XmlElementType parentType);
+
   XmlElementType m_elementType;
   bool m_bRequiresContent;
   ClassFactory m_classFactory;  // the object is there already: not called

@@ -21,5 +21,8 @@ inline constexpr char kUnknownAndMissingElements[] =
 // name of the member and the value's text.
 inline constexpr char kInvalidTextValue[] = "Invalid Value for %s [%s].";
 
+// CQzValidationException, with the name of the element or the attribute.
+inline constexpr char kGetPropertyFailed[] = "Failed to get the property value for [%s].";
+
 }  // namespace Messages
 }  // namespace QzXmlLib16

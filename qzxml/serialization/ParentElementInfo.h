@@ -14,6 +14,8 @@ class CXmlGeneratedClass;
 
 namespace QzXmlLib16Data {
 
+class CElementInfo;
+
 // What holds a class's children together. The numbers are part of the interface: generated code
 // passes them.
 // Source: XML Schema 1.0 part 1, section 3.8 (model groups).
@@ -30,6 +32,22 @@ enum XmlElementType : int {
                                      // element around it, as those of a group do
 };
 
+// The last class or table for which an answer was found, so that it is not asked for each object.
+// All threads share it; a copy begins without one.
+template <typename T>
+class CFoundFor {
+ public:
+  CFoundFor() = default;
+  CFoundFor(const CFoundFor&) : CFoundFor() {}
+  CFoundFor& operator=(const CFoundFor&) { return *this; }
+
+  bool Is(const T* asked) const { return m_found.load(std::memory_order_relaxed) == asked; }
+  void Keep(const T* found) { m_found.store(found, std::memory_order_relaxed); }
+
+ private:
+  std::atomic<const T*> m_found{nullptr};
+};
+
 // What a generated class says of itself as a whole. One object for each class, made with its tables
 // and shared by all threads, which only read it. A plain value: copies are independent.
 class QZXML_API CParentElementInfo {
@@ -42,8 +60,8 @@ class QZXML_API CParentElementInfo {
                      std::int32_t primitiveValuePropertyIndex,
                      QzXmlLib16::ItemType primitiveDataType, const char* primitiveFormatOverride,
                      bool outputPrimitiveClassAsTextProperty);
-  CParentElementInfo(const CParentElementInfo& other);
-  CParentElementInfo& operator=(const CParentElementInfo& other);
+  CParentElementInfo(const CParentElementInfo&) = default;
+  CParentElementInfo& operator=(const CParentElementInfo&) = default;
   virtual ~CParentElementInfo();
 
   XmlElementGroupType GetElementGroupType() const { return m_elementGroupType; }
@@ -87,8 +105,8 @@ class QZXML_API CParentElementInfo {
   std::string m_strPrimitiveFormatOverride;
   bool m_bPrimitiveAsText;
 
-  // The last class found not to be an INillable: saves the dynamic cast for each of its objects.
-  mutable std::atomic<const std::type_info*> m_pNotNillable{nullptr};
+  mutable CFoundFor<std::type_info> m_notNillable;      // a class that is no INillable
+  mutable CFoundFor<CElementInfo*> m_readsNoNamespace;  // a table without open content
 };
 
 }  // namespace QzXmlLib16Data

@@ -100,13 +100,17 @@ class QZXML_API CXmlGeneratedClass : public CXmlObjectBase {
   friend class QzXmlLib16Data::CAttributeInfo;
   friend class QzXmlLib16Data::CElementInfo;
 
-  int GetClassElementInfoCount() const;
+  class CReadingWalk;
 
-  bool IsNillable() const;
+  int GetClassElementInfoCount() const;
+  bool MembersReadNoNamespace(CElementInfo** table) const;
+  INillable* AsNillable() const;
   bool IsNil() const;
 
   // --- Writing
-  void RootToXml(CXmlWriter* writer, const CSerializationContext& context) const;
+  void StartTagToXml(CXmlWriter* writer, bool root, const char* namespaceUri,
+                     const CSerializationContext& context, bool optionalChoice) const;
+  static void PrologueToXml(CXmlWriter* writer, const CSerializationContext& context);
   void ContentToXml(CXmlWriter* writer, const CSerializationContext& context,
                     bool optionalChoice) const;
   void TextToXml(CXmlWriter* writer) const;
@@ -122,9 +126,8 @@ class QZXML_API CXmlGeneratedClass : public CXmlObjectBase {
   // --- Reading
   CXmlElement* ContentFromXml(CXmlElement* parent, CXmlElement* cursor,
                               const CSerializationContext& context, bool optionalChoice);
-  void TextFromXml(const CXmlElement* parent);
-  void NilFromXml(const CXmlAttribute* attribute, const CXmlElement* parent);
-  bool OfferAttribute(const CSerializationContext& context, CXmlAttribute* attribute, bool* found);
+  void TextFromXml(const CXmlElement& parent);
+  void NilFromXml(const CXmlAttribute& attribute, const CXmlElement& parent);
   CXmlElement* ProcessElementSeqFromXml(const CSerializationContext& context, CXmlElement* parent,
                                         CXmlElement* cursor, XmlElementType elementType);
   CXmlElement* ProcessElementAllFromXml(const CSerializationContext& context, CXmlElement* parent,

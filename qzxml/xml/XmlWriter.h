@@ -88,6 +88,14 @@ class QZXML_API CXmlWriter : public CInstanceMonitor {
   // formats that mark collections. Does nothing while no element is open.
   void SetCollectionState(std::uint32_t state);
 
+  // Where those who call the writer put together what they hand to it, so that a document needs no
+  // new string for each value. The content is nobody's behind the call that takes it.
+  struct Scratch {
+    std::string text;
+    std::string namespaceUri;
+  };
+  Scratch& GetScratch() { return m_scratch; }
+
  protected:
   // The class name is for the instance monitor. Maps "xml" to the XML namespace.
   explicit CXmlWriter(const char* className);
@@ -128,6 +136,7 @@ class QZXML_API CXmlWriter : public CInstanceMonitor {
   NamespaceMap m_namespaces;   // for the root
   CXmlWriterContext* m_pIdle;  // ended contexts, chained by their parents, for reuse
   bool m_bDocumentValues;
+  Scratch m_scratch;
 };
 
 // While one lives, the values handed to the writer are those that a document brought, not a caller:

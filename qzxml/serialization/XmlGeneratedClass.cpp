@@ -1,0 +1,543 @@
+// The two walks over the tables of a class.
+//
+// Writing. A class with a tag of its own writes its start tag, its attributes, its content and its
+// end tag; one without (a group) writes only its content, and its attributes when the class around
+// it asks for them. The content is every member in the order of the table, or the first member of a
+// choice that has something to write, and then the class's own text. The root writes beside this
+// what the context adds to a document. Nothing of the object changes.
+//
+// Reading. The parent is the element whose attributes and text are the object's, the cursor its
+// first child that nobody has taken yet. Each member is offered the cursor and moves it behind what
+// it takes; the model group decides about the order, and about what is left over. A class without a
+// tag reads in the middle of the walk of the class around it: it gives the cursor back as it came
+// when it does not match, and leaves to that walk what follows.
+//
+// Failures are wrapped on their way up: while writing with the name of each element, while reading
+// with the path of the innermost element whose object is known.
+#include "qzxml/serialization/XmlGeneratedClass.h"
+
+#include <cstddef>
+#include <typeinfo>
+#include <vector>
+
+#include "qzxml/collections/AttributeCol.h"
+#include "qzxml/collections/XmlCollectionBase.h"
+#include "qzxml/runtime/Functions.h"
+#include "qzxml/runtime/QzException.h"
+#include "qzxml/serialization/ElementInfoAll.h"
+#include "qzxml/serialization/ElementInfoChoice.h"
+#include "qzxml/serialization/ElementInfoSeq.h"
+#include "qzxml/serialization/ElementInfoValues.h"
+#include "qzxml/xml/XmlAttribute.h"
+#include "qzxml/xml/XmlWriter.h"
+
+namespace QzXmlLib16 {
+
+using namespace QzXmlLib16Data;
+
+namespace {
+
+// Whether a member is of one of these very classes, not of one derived from it.
+template <typename... Members>
+bool IsExactlyOneOf(const CElementInfo& info) {
+  const std::type_info& its = typeid(info);
+  return ((its == typeid(Members)) || ...);
+}
+
+// Whether a member is known to make nothing of the namespace of its object.
+bool ReadsNoNamespace(const CElementInfo& info) {
+  return IsExactlyOneOf<CElementInfoSeqClsMnd, CElementInfoSeqClsOpt, CElementInfoSeqClsCol,
+                        CElementInfoSeqAbsClsMnd, CElementInfoSeqAbsClsOpt,
+                        CElementInfoSeqAbsClsCol, CElementInfoSeqPrimMnd, CElementInfoSeqPrimOpt,
+                        CElementInfoSeqPrimCol, CElementInfoSeqEnumMnd, CElementInfoSeqEnumOpt,
+                        CElementInfoSeqEnumCol>(info) ||
+         IsExactlyOneOf<CElementInfoAllClsMnd, CElementInfoAllClsOpt, CElementInfoAllAbsClsMnd,
+                        CElementInfoAllAbsClsOpt, CElementInfoAllPrimMnd, CElementInfoAllPrimOpt,
+                        CElementInfoAllEnumMnd, CElementInfoAllEnumOpt>(info) ||
+         IsExactlyOneOf<CElementInfoChoiceClsOpt, CElementInfoChoiceClsCol,
+                        CElementInfoChoiceAbsClsOpt, CElementInfoChoiceAbsClsCol,
+                        CElementInfoChoicePrimOpt, CElementInfoChoicePrimCol,
+                        CElementInfoChoiceEnumOpt, CElementInfoChoiceEnumCol>(info);
+}
+
+// Whether a member is one of these classes or derived from it.
+template <typename... Members>
+bool IsOneOf(const CElementInfo* info) {
+  return ((dynamic_cast<const Members*>(info) != nullptr) || ...);
+}
+
+// The entries of a table in front of its null entry.
+template <typename Entry>
+int Count(Entry* const* table) {
+  int count = 0;
+  while (table[count] != nullptr) ++count;
+  return count;
+}
+
+// Which entries of a table were found. The first 64 need no memory of their own.
+class FoundFlags {
+ public:
+  explicit FoundFlags(int count)
+      : m_more(static_cast<std::size_t>(count > kInline ? count - kInline : 0)) {}
+
+  bool Test(int index) const {
+    return index < kInline ? (m_first >> index & 1U) != 0 : m_more[Behind(index)];
+  }
+  void Set(int index, bool found) {
+    if (index >= kInline) {
+      m_more[Behind(index)] = found;
+      return;
+    }
+    const std::uint64_t bit = std::uint64_t{1} << index;
+    m_first = found ? m_first | bit : m_first & ~bit;
+  }
+
+ private:
+  static constexpr int kInline = 64;
+  static std::size_t Behind(int index) { return static_cast<std::size_t>(index - kInline); }
+
+  std::uint64_t m_first = 0;
+  std::vector<bool> m_more;
+};
+
+// Deletes a table with its entries.
+template <typename Entry>
+void DeleteTable(Entry**& table) {
+  for (Entry** entry = table; entry != nullptr && *entry != nullptr; ++entry) {
+    delete *entry;
+    *entry = nullptr;
+  }
+  delete[] table;
+  table = nullptr;
+}
+
+// --- What goes around a failure, and the failures of the walks. Out of line: the walks recurse,
+// and their frames hold nothing of this.
+
+[[noreturn]] void ThrowWritingFailed(const std::string& elementName, const CQzException& inner) {
+  throw CQzValidationException(
+      FormatString("Failed to convert the element [%s] to XML", elementName.c_str()), "", inner);
+}
+
+// Meant: from the second level on only the message, the path and the inner exceptions go up, as a
+// plain CQzException; callers look at the innermost one for the kind of a failure.
+[[noreturn]] void ThrowReadingFailed(const CXmlElement& parent, const CQzException& inner) {
+  if (inner.GetPath().empty()) {
+    throw CQzValidationException("Failed to process the element.", parent.GetXPath(), inner);
+  }
+  if (typeid(inner) == typeid(CQzException)) throw;
+  throw CQzException(inner);
+}
+
+[[noreturn]] void ThrowLeftOver(const CXmlElement& parent, const CXmlElement& cursor) {
+  throw CQzValidationException(
+      FormatString("Failed read all the elements held within the element [%s]. The unexpected "
+                   "element [%s] remains un processed",
+                   parent.GetLocalName().c_str(), cursor.GetLocalName().c_str()),
+      parent.GetXPath());
+}
+
+[[noreturn]] void ThrowNothingChosen(const CXmlElement& parent) {
+  throw CQzValidationException(
+      FormatString("No child elements within the element [%s] were populated. The element "
+                   "represents a choice, so one and only one element should be populated. The "
+                   "element contained no sutable child elements",
+                   parent.GetLocalName().c_str()),
+      parent.GetXPath());
+}
+
+}  // namespace
+
+// One walk over the members of an object: hands the same things to each.
+class CXmlGeneratedClass::CReadingWalk {
+ public:
+  CReadingWalk(CXmlGeneratedClass& object, const CSerializationContext& itsContext,
+               CXmlElement* itsParent, XmlElementType elementType)
+      : context(itsContext),
+        parent(*itsParent),
+        table(object.GetClassElementInfo()),
+        isElement(elementType == XmlElementType_Element),
+        isPseudoElement(elementType == XmlElementType_PseudoElement),
+        skipsUnknown(itsContext.GetIgnoreUnknownElements()),
+        m_object(object),
+        m_elementType(elementType) {
+    if (!object.MembersReadNoNamespace(table)) m_strNamespace = object.GetNamespace();
+  }
+
+  bool Offer(CElementInfo* member, CXmlElement** cursor) const {
+    return member->ElementFromXml(context, &m_object, &parent, cursor, m_strNamespace.c_str(),
+                                  m_elementType);
+  }
+
+  // Throws when a real element has a child left that may not be skipped.
+  void RequireAllRead(const CXmlElement* cursor) const {
+    if (isElement && cursor != nullptr && !skipsUnknown) ThrowLeftOver(parent, *cursor);
+  }
+
+  const CSerializationContext& context;
+  CXmlElement& parent;
+  CElementInfo** const table;
+  const bool isElement;
+  const bool isPseudoElement;
+  const bool skipsUnknown;
+
+ private:
+  CXmlGeneratedClass& m_object;
+  const XmlElementType m_elementType;
+  std::string m_strNamespace;  // empty when no member reads it
+};
+
+// Ready before any other static object, which may make its tables on the spot.
+#if defined(__GNUC__)
+__attribute__((init_priority(200)))
+#endif
+CQZCriticalSection CXmlGeneratedClass::m_csInit;
+
+CXmlGeneratedClass::~CXmlGeneratedClass() = default;
+
+// --- Tables
+
+void CXmlGeneratedClass::CleanMetaData(CParentElementInfo*& parent, CElementInfo**& elements,
+                                       CAttributeInfo**& attributes) {
+  delete parent;
+  parent = nullptr;
+  DeleteTable(elements);
+  DeleteTable(attributes);
+}
+
+void CXmlGeneratedClass::ReadProperty(int propertyIndex, QzVariant& value) const {
+  AccessProperty(propertyIndex, true, value);
+}
+
+int CXmlGeneratedClass::GetClassElementInfoCount() const { return Count(GetClassElementInfo()); }
+
+bool CXmlGeneratedClass::IsElementInList(const CSerializationContext& context,
+                                         CXmlElement* element) const {
+  for (CElementInfo** entry = GetClassElementInfo(); *entry != nullptr; ++entry) {
+    if ((*entry)->IsThisElement(context, element)) return true;
+  }
+  return false;
+}
+
+bool CXmlGeneratedClass::DoesElementContainOptionalElements() const {
+  for (CElementInfo** entry = GetClassElementInfo(); *entry != nullptr; ++entry) {
+    const CElementInfo* const member = *entry;
+    if (IsOneOf<CElementInfoChoicePrimCol, CElementInfoChoiceClsCol, CElementInfoChoiceAbsClsCol,
+                CElementInfoChoiceEnumCol, CElementInfoChoiceUntpdCol>(member)) {
+      QzVariant value;
+      ReadProperty(member->GetPropertyIndex(), value);
+      const CSmartPtr<CXmlCollectionBase> collection = value.GetXmlCollection();
+      if (collection != nullptr && collection->GetMinOccurs() == 0) return true;
+    } else if (IsOneOf<CElementInfoChoicePrimOpt, CElementInfoChoiceClsOpt,
+                       CElementInfoChoiceAbsClsOpt, CElementInfoChoiceEnumOpt,
+                       CElementInfoChoiceUntpdOpt>(member)) {
+      return true;
+    }
+  }
+  return false;
+}
+
+bool CXmlGeneratedClass::MembersReadNoNamespace(CElementInfo** table) const {
+  const CParentElementInfo& info = *GetClassInfo();
+  if (info.m_readsNoNamespace.Is(table)) return true;
+  for (CElementInfo** entry = table; *entry != nullptr; ++entry) {
+    if (!ReadsNoNamespace(**entry)) return false;
+  }
+  info.m_readsNoNamespace.Keep(table);
+  return true;
+}
+
+// --- Nil
+
+INillable* CXmlGeneratedClass::AsNillable() const {
+  const CParentElementInfo& info = *GetClassInfo();
+  const std::type_info* const its = &typeid(*this);
+  if (info.m_notNillable.Is(its)) return nullptr;
+  INillable* const nillable = dynamic_cast<INillable*>(const_cast<CXmlGeneratedClass*>(this));
+  if (nillable == nullptr) info.m_notNillable.Keep(its);
+  return nillable;
+}
+
+bool CXmlGeneratedClass::IsNil() const {
+  INillable* const nillable = AsNillable();
+  return nillable != nullptr && nillable->GetIsNil();
+}
+
+// --- Writing
+
+void CXmlGeneratedClass::ToXml_Int(CXmlWriter* writer, bool root, const char* namespaceUri,
+                                   const CSerializationContext& context,
+                                   bool optionalChoice) const {
+  try {
+    const bool hasTag = GetClassInfo()->GetElementType() == XmlElementType_Element;
+    if (hasTag) StartTagToXml(writer, root, namespaceUri, context, optionalChoice);
+    if (IsNil()) {
+      writer->WriteXsiNil();
+    } else {
+      ContentToXml(writer, context, optionalChoice);
+      TextToXml(writer);
+    }
+    if (hasTag) writer->WriteEndElement();
+  } catch (const CQzException& e) {
+    ThrowWritingFailed(ElementName(), e);
+  }
+}
+
+void CXmlGeneratedClass::StartTagToXml(CXmlWriter* writer, bool root, const char* namespaceUri,
+                                       const CSerializationContext& context,
+                                       bool optionalChoice) const {
+  if (root) PrologueToXml(writer, context);
+  writer->WriteStartElement(ElementName(), TextOf(namespaceUri, writer->GetScratch().namespaceUri));
+  if (root) {
+    const CSmartPtr<CAttributeCol> attributes = context.GetAdditionalRootAttributes();
+    CXmlObjectBase::ToXml_Int(attributes, writer, false, namespaceUri, context, optionalChoice);
+  }
+  AttributesToXml_Int(writer, context);
+  if (root && !context.GetInLineSchema().empty()) {
+    writer->WriteInlineSchema(context.GetInLineSchema());
+  }
+}
+
+void CXmlGeneratedClass::PrologueToXml(CXmlWriter* writer, const CSerializationContext& context) {
+  for (const std::string& instruction : context.GetProcessingInstructions()) {
+    writer->WriteProcessingInstruction(instruction);
+  }
+  const CNamespaceAliasMap& aliases = context.GetNamespaceAliases();
+  for (int i = 0; i < aliases.GetNamespaceCount(); ++i) {
+    const std::string uri = aliases.GetNamespaceAt(i);
+    writer->AddNamespaceMapping(aliases.GetAliasFromNamespace(uri.c_str()), uri);
+  }
+  if (!context.GetDefaultNamespaceURI().empty()) {
+    writer->SetDefaultNamespace(context.GetDefaultNamespaceURI());
+  }
+}
+
+void CXmlGeneratedClass::AttributesToXml_Int(CXmlWriter* writer,
+                                             const CSerializationContext& context) const {
+  try {
+    const CParentElementInfo& info = *GetClassInfo();
+    if (info.m_bHasBaseClasses && context.GetWriteTypeAttribute() &&
+        ElementName() != info.m_strElementName) {
+      writer->WriteXsiType(info.m_strElementNamespace, info.m_strElementName, ItemType_string);
+    }
+    ProcessAttributesToXml(context, GetClassElementInfo(), GetClassAttributeInfo(), writer);
+  } catch (const CQzException& e) {
+    throw CQzException("Failed to convert attributes to XML", e);
+  }
+}
+
+void CXmlGeneratedClass::ProcessAttributesToXml(const CSerializationContext& context,
+                                                CElementInfo** elements,
+                                                CAttributeInfo** attributes,
+                                                CXmlWriter* writer) const {
+  for (; *attributes != nullptr; ++attributes) (*attributes)->AttributeToXml(context, this, writer);
+  for (; *elements != nullptr; ++elements) {
+    (*elements)->PseudoChildAttributeToXml(context, this, writer);
+  }
+}
+
+void CXmlGeneratedClass::ContentToXml(CXmlWriter* writer, const CSerializationContext& context,
+                                      bool optionalChoice) const {
+  CElementInfo** const table = GetClassElementInfo();
+  switch (GetClassInfo()->GetElementGroupType()) {
+    case XmlElementGroupType_Sequence:
+      return ProcessElementSeqToXml(context, table, writer);
+    case XmlElementGroupType_Choice:
+      return ProcessElementChoiceToXml(context, table, writer, optionalChoice);
+    case XmlElementGroupType_All:
+      return ProcessElementAllToXml(context, table, writer);
+  }
+  throw CQzException("Unknown XML Group Type");
+}
+
+void CXmlGeneratedClass::ProcessElementSeqToXml(const CSerializationContext& context,
+                                                CElementInfo** elements, CXmlWriter* writer) const {
+  for (; *elements != nullptr; ++elements) (*elements)->ElementToXml(context, this, writer);
+}
+
+void CXmlGeneratedClass::ProcessElementAllToXml(const CSerializationContext& context,
+                                                CElementInfo** elements, CXmlWriter* writer) const {
+  ProcessElementSeqToXml(context, elements, writer);
+}
+
+void CXmlGeneratedClass::ProcessElementChoiceToXml(const CSerializationContext& context,
+                                                   CElementInfo** elements, CXmlWriter* writer,
+                                                   bool optionalChoice) const {
+  for (; *elements != nullptr; ++elements) {
+    if ((*elements)->ElementToXml(context, this, writer)) return;
+  }
+  if (DoesElementContainOptionalElements() || optionalChoice || context.GetIgnoreMissingChoice()) {
+    return;
+  }
+  throw CQzValidationException(
+      "This element is a choice, and as such must have at one (and only one) valid item, currently "
+      "there are none set",
+      "");
+}
+
+void CXmlGeneratedClass::TextToXml(CXmlWriter* writer) const {
+  const CParentElementInfo& info = *GetClassInfo();
+  if (!info.HasText()) return;
+  QzVariant value;
+  ReadProperty(info.m_lPrimitiveValuePropertyIndex, value);
+  if (value.IsNil()) {
+    writer->WriteXsiNil();
+    return;
+  }
+  const std::string& text =
+      TextOf(value, info.m_strPrimitiveFormatOverride, writer->GetScratch().text);
+  writer->WriteText(text, value.GetTypeAsEnum(), false);
+}
+
+// --- Reading
+
+CXmlElement* CXmlGeneratedClass::FromXml_Int(CXmlElement* parent, CXmlElement* cursor,
+                                             const CSerializationContext& context,
+                                             bool optionalChoice) {
+  try {
+    Init();
+    const CParentElementInfo& info = *GetClassInfo();
+    if (info.GetElementType() == XmlElementType_Element) {
+      SetElementName(parent->GetLocalName().c_str());
+    }
+    ProcessAttributesFromXml(context, parent, info.GetFromXmlFailIfAttributeUnknown());
+    if (IsNil()) return cursor;
+    cursor = ContentFromXml(parent, cursor, context, optionalChoice);
+    TextFromXml(*parent);
+    return cursor;
+  } catch (const CQzException& e) {
+    ThrowReadingFailed(*parent, e);
+  }
+}
+
+void CXmlGeneratedClass::ProcessAttributesFromXml(const CSerializationContext& context,
+                                                  CXmlElement* parent, bool failIfUnknown) {
+  CAttributeInfo** const table = GetClassAttributeInfo();
+  FoundFlags found(Count(table));
+  for (CXmlAttribute* attribute : parent->GetAttributes()) {
+    if (attribute->IsNamespaceAttribute()) continue;
+    if (attribute->IsNilAttribute()) {
+      NilFromXml(*attribute, *parent);
+      continue;
+    }
+    int taken = 0;
+    while (table[taken] != nullptr && !table[taken]->AttributeFromXml(context, this, attribute)) {
+      ++taken;
+    }
+    if (table[taken] != nullptr) {
+      found.Set(taken, true);
+    } else if (failIfUnknown && !context.GetIgnoreUnknownAttributes()) {
+      ThrowUnexpectedAttribute(*attribute);
+    }
+  }
+  for (int i = 0; table[i] != nullptr; ++i) table[i]->Validate(context, found.Test(i));
+}
+
+void CXmlGeneratedClass::NilFromXml(const CXmlAttribute& attribute, const CXmlElement& parent) {
+  INillable* const nillable = AsNillable();
+  if (nillable == nullptr) ThrowNilNotAllowed(parent);
+  const NilValue nil = ReadNil(attribute);
+  if (nil == NilValue_Unknown) ThrowUnexpectedNil(attribute);
+  nillable->SetIsNil(nil == NilValue_True);
+}
+
+CXmlElement* CXmlGeneratedClass::ContentFromXml(CXmlElement* parent, CXmlElement* cursor,
+                                                const CSerializationContext& context,
+                                                bool optionalChoice) {
+  const CParentElementInfo& info = *GetClassInfo();
+  const XmlElementType elementType = info.GetElementType();
+  switch (info.GetElementGroupType()) {
+    case XmlElementGroupType_Sequence:
+      return ProcessElementSeqFromXml(context, parent, cursor, elementType);
+    case XmlElementGroupType_Choice:
+      return ProcessElementChoiceFromXml(context, parent, cursor, elementType, optionalChoice);
+    case XmlElementGroupType_All:
+      return ProcessElementAllFromXml(context, parent, cursor, elementType);
+  }
+  throw CQzException("Unknown Group Type");
+}
+
+// Each round behind the first begins one element further on, and a member never moves the cursor
+// back: the walk ends on every input.
+CXmlElement* CXmlGeneratedClass::ProcessElementSeqFromXml(const CSerializationContext& context,
+                                                          CXmlElement* parent, CXmlElement* cursor,
+                                                          XmlElementType elementType) {
+  CXmlElement* const saved = cursor;
+  const CReadingWalk walk(*this, context, parent, elementType);
+  CElementInfo** last = walk.table;  // the last member handled
+  for (;;) {
+    for (CElementInfo** entry = last; *entry != nullptr; ++entry) {
+      last = entry;
+      while (!walk.Offer(*entry, &cursor)) {
+        if (!walk.skipsUnknown || cursor == nullptr) return saved;
+        cursor = cursor->GetNextSiblingElement();
+      }
+    }
+    if (!walk.isElement || cursor == nullptr) return cursor;
+    walk.RequireAllRead(cursor);
+    cursor = cursor->GetNextSiblingElement();
+    if (cursor == nullptr) return nullptr;
+    // Meant: the last member is asked again, so that a collection goes on behind unknown elements.
+  }
+}
+
+CXmlElement* CXmlGeneratedClass::ProcessElementAllFromXml(const CSerializationContext& context,
+                                                          CXmlElement* parent, CXmlElement* cursor,
+                                                          XmlElementType elementType) {
+  CXmlElement* const saved = cursor;
+  const CReadingWalk walk(*this, context, parent, elementType);
+  FoundFlags found(GetClassElementInfoCount());
+  for (const CXmlElement* before = nullptr; cursor != nullptr && cursor != before;) {
+    before = cursor;
+    for (int i = 0; walk.table[i] != nullptr; ++i) {
+      if (!found.Test(i)) found.Set(i, walk.Offer(walk.table[i], &cursor));
+    }
+  }
+  for (int i = 0; walk.table[i] != nullptr; ++i) {
+    if (!walk.table[i]->Validate(context, this, found.Test(i), walk.isElement)) return saved;
+  }
+  walk.RequireAllRead(cursor);
+  return cursor;
+}
+
+CXmlElement* CXmlGeneratedClass::ProcessElementChoiceFromXml(const CSerializationContext& context,
+                                                             CXmlElement* parent,
+                                                             CXmlElement* cursor,
+                                                             XmlElementType elementType,
+                                                             bool optionalChoice) {
+  CXmlElement* const saved = cursor;
+  const CReadingWalk walk(*this, context, parent, elementType);
+  bool matched = false;
+  for (;;) {
+    for (CElementInfo** entry = walk.table; *entry != nullptr && !matched; ++entry) {
+      matched = walk.Offer(*entry, &cursor);
+    }
+    if (matched || cursor == nullptr || !walk.skipsUnknown || !walk.isElement) break;
+    cursor = cursor->GetNextSiblingElement();
+    if (cursor == nullptr) break;
+  }
+  if (!matched && !optionalChoice) {
+    if (walk.isPseudoElement && walk.skipsUnknown) cursor = saved;
+    if (walk.isElement && !DoesElementContainOptionalElements() &&
+        !context.GetIgnoreMissingChoice()) {
+      ThrowNothingChosen(*parent);
+    }
+  }
+  walk.RequireAllRead(cursor);
+  return cursor;
+}
+
+void CXmlGeneratedClass::TextFromXml(const CXmlElement& parent) {
+  const CParentElementInfo& info = *GetClassInfo();
+  if (!info.HasText()) return;
+  QzVariant value;
+  if (info.m_bPrimitiveAsText) {
+    value.SetString(parent.GetText());
+  } else {
+    value.FromString(parent.GetText(), info.m_primitiveDataType,
+                     CWhitespaceUtils::WhitespaceRule_None);
+  }
+  AccessProperty(info.m_lPrimitiveValuePropertyIndex, false, value);
+}
+
+}  // namespace QzXmlLib16
