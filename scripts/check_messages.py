@@ -7,7 +7,7 @@ A message is every text in qzxml/ with a blank between words that is neither a c
 QZ_ASSERT, QZ_ASSERT_TEXT, static_assert) nor a piece of XML (it begins with "<" or a blank).
 Each must stand
 - in the first column of a table of docs/errors.md, as a code span (a line end as \\n, a vertical
-  bar as \\|), and
+  bar as \\|), with its exception in the second, and
 - in a text of tests/, whole, with any text for its placeholders. A message that no test can provoke
   says so in the catalogue: its row holds the words "Not provoked:" with the reason.
 And no row of the catalogue may tell of a message that is not there any more.
@@ -30,6 +30,7 @@ SIMPLE_ESCAPES = {"n": "\n", "t": "\t", "r": "\r", "0": "\0", "a": "\a", "b": "\
                   "v": "\v"}
 ESCAPE = re.compile(r"\\(?:x([0-9a-fA-F]+)|([0-7]{1,3})|u([0-9a-fA-F]{4})|(.))", re.DOTALL)
 PLACEHOLDER = re.compile(r"%(?:%|[-+ #0]*[0-9*]*(?:\.[0-9*]+)?(?:hh|h|ll|l|z|j|t)?[a-zA-Z])")
+EXCEPTION = re.compile(r"^CQz[A-Za-z]*Exception$")
 CONDITIONS = {"QZ_ASSERT", "QZ_ASSERT_TEXT", "static_assert"}
 OPEN, CLOSE = "([{", ")]}"
 
@@ -99,18 +100,22 @@ def behind(stream, start):
 
 
 def messages(files):
-    """message -> the place where it first stands."""
+    """message -> (the place where it first stands, the exception that it is given to or None)"""
     found = {}
     for path, code in files:
         stream = tokens(code)
-        index = 0
+        index, exception = 0, None
         while index < len(stream):
             kind, text, line = stream[index]
             if kind == "word" and text in CONDITIONS:
                 index = behind(stream, index + 1)
                 continue
-            if kind == "string" and re.match(r"[^<\s].*?\s+\S", text, re.DOTALL):
-                found.setdefault(text, f"{path}:{line}")
+            if kind == "word" and EXCEPTION.match(text):
+                exception = text
+            elif kind == "other" and text in ";{}":
+                exception = None
+            elif kind == "string" and re.match(r"[^<\s].*?\s+\S", text, re.DOTALL):
+                found.setdefault(text, (f"{path}:{line}", exception))
             index += 1
     return found
 
@@ -167,7 +172,7 @@ def catalogue(text):
     """code span of the first column -> (its row, line number)"""
     rows = {}
     for number, line in enumerate(text.splitlines(), 1):
-        match = re.match(r"^\| (`+) ?(.*?) ?\1 \|", line)
+        match = re.match(r"^\| (`+)(.*?)\1 \|", line)
         if match:
             rows[match.group(2)] = (line, number)
     return rows
@@ -184,10 +189,13 @@ def offences(sources, tests, document):
     rows = catalogue(document)
     texts = "\1".join(sorted(set(test_texts(tests)), key=len))
     lines = []
-    for message, place in found.items():
+    for message, (place, exception) in found.items():
         row = rows.get(written(message))
         if row is None:
             lines.append(f"{place}: not in docs/errors.md: {written(message)}")
+        elif exception is not None and f"| `{exception}` |" not in row[0]:
+            lines.append(f"{place}: thrown as {exception}, not so in docs/errors.md: "
+                         f"{written(message)}")
         if row is not None and "Not provoked:" in row[0]:
             continue
         whole = pattern(message).pattern.replace(".*?", "[^\\x01]*?")

@@ -37,8 +37,8 @@ class FindsMessages(unittest.TestCase):
 
 
 class Compares(unittest.TestCase):
-    code = 'throw E(FormatString("No [%s] in %d%%", x, y));'
-    row = "| `No [%s] in %d%%` | E | cause | remedy |\n"
+    code = 'throw CQzException(FormatString("No [%s] in %d%%", x, y));'
+    row = "| `No [%s] in %d%%` | `CQzException` | cause | remedy |\n"
 
     def test_all_well(self):
         self.assertEqual([], lines(self.code, 'EXPECT("No [way] in 12%")', self.row))
@@ -55,6 +55,12 @@ class Compares(unittest.TestCase):
     def test_a_message_that_is_not_in_the_catalogue(self):
         self.assertEqual(["qzxml/xml/A.cpp:1: not in docs/errors.md: No [%s] in %d%%"],
                          lines(self.code, 'EXPECT("No [way] in 12%")', ""))
+
+    def test_a_message_of_another_class(self):
+        self.assertEqual(["qzxml/xml/A.cpp:1: thrown as CQzException, not so in docs/errors.md: "
+                          "No [%s] in %d%%"],
+                         lines(self.code, 'EXPECT("No [way] in 12%")',
+                               self.row.replace("CQz", "CQzValidation")))
 
     def test_a_message_without_a_test(self):
         self.assertEqual(["qzxml/xml/A.cpp:1: in no test: No [%s] in %d%%"],

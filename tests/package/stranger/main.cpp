@@ -23,7 +23,7 @@ void ReadsChangesAndWrites() {
   item->FromXml("<item xmlns='urn:items' id='a1'><quantity> 7 </quantity></item>");
   Expect("a1", item->GetId());
   item->SetQuantity(item->GetQuantity() + 1);
-  Expect("<item id=\"a1\" xmlns=\"urn:items\"><quantity>8</quantity></item>",
+  Expect("<AA:item xmlns:AA=\"urn:items\" id=\"a1\"><AA:quantity>8</AA:quantity></AA:item>",
          item->ToXml(false, false));
 }
 
