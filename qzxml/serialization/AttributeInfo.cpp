@@ -6,6 +6,7 @@
 #include "qzxml/serialization/ElementInfoValues.h"
 #include "qzxml/serialization/Messages.h"
 #include "qzxml/serialization/NamespaceRules.h"
+#include "qzxml/serialization/TextOrEmpty.h"
 #include "qzxml/serialization/XmlGeneratedClass.h"
 #include "qzxml/xml/XmlAttribute.h"
 #include "qzxml/xml/XmlWriter.h"
@@ -13,20 +14,17 @@
 namespace QzXmlLib16Data {
 
 using namespace QzXmlLib16;
-
-namespace {
-std::string CopyText(const char* text) { return text != nullptr ? text : ""; }
-}  // namespace
+using detail::TextOrEmpty;
 
 // --- What all attributes share
 
 CAttributeInfo::CAttributeInfo(const char* attributeName, const char* attributeNamespace,
                                std::int32_t propertyIndex, bool optional, const char* defaultValue)
-    : m_strAttributeName(CopyText(attributeName)),
-      m_strAttributeNamespace(CopyText(attributeNamespace)),
+    : m_strAttributeName(TextOrEmpty(attributeName)),
+      m_strAttributeNamespace(TextOrEmpty(attributeNamespace)),
       m_lPropertyIndex(propertyIndex),
       m_bOptional(optional),
-      m_strDefaultValue(CopyText(defaultValue)) {}
+      m_strDefaultValue(TextOrEmpty(defaultValue)) {}
 
 CAttributeInfo::~CAttributeInfo() = default;
 
@@ -109,7 +107,7 @@ CAttributeInfoPrimitive::CAttributeInfoPrimitive(
     : CAttributeInfo(attributeName, attributeNamespace, propertyIndex, optional, defaultValue),
       m_restrictions(restrictions),
       m_itemType(itemType),
-      m_strFormatOverride(CopyText(formatOverride)),
+      m_strFormatOverride(TextOrEmpty(formatOverride)),
       m_whitespaceRule(whitespaceRule) {}
 
 void CAttributeInfoPrimitive::AttributeToXml(const CSerializationContext& context,
@@ -188,8 +186,8 @@ CAttributeInfoAny::CAttributeInfoAny(const char* attributeName, const char* attr
                                      const char* namespaceRestrictions, const char* targetNamespace,
                                      const char* defaultValue)
     : CAttributeInfo(attributeName, attributeNamespace, propertyIndex, optional, defaultValue),
-      m_strNamespaceRestrictions(CopyText(namespaceRestrictions)),
-      m_strTargetNamespace(CopyText(targetNamespace)) {}
+      m_strNamespaceRestrictions(TextOrEmpty(namespaceRestrictions)),
+      m_strTargetNamespace(TextOrEmpty(targetNamespace)) {}
 
 void CAttributeInfoAny::AttributeToXml(const CSerializationContext& context,
                                        const CXmlGeneratedClass* object, CXmlWriter* writer) const {

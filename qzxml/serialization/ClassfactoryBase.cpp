@@ -9,9 +9,9 @@ namespace {
 
 // The value of the element's xsi:type; empty when there is none.
 const std::string& XsiType(const CXmlElement& element) {
-  static const std::string kType = "type";
-  static const std::string kUri = kXmlSchemaInstanceNamespace;
-  return element.GetAttribute(kType, kUri);
+  static const std::string s_type = "type";
+  static const std::string s_uri = kXmlSchemaInstanceNamespace;
+  return element.GetAttribute(s_type, s_uri);
 }
 
 }  // namespace
@@ -19,17 +19,17 @@ const std::string& XsiType(const CXmlElement& element) {
 CClassfactoryBase::~CClassfactoryBase() = default;
 
 std::string CClassfactoryBase::GetElementType(CXmlElement* element) {
+  if (element == nullptr) return std::string();
   const std::string& type = XsiType(*element);
   const std::string::size_type colon = type.find(':');
   return colon == std::string::npos ? type : type.substr(colon + 1);
 }
 
 std::string CClassfactoryBase::GetElementTypeNamespaceUri(CXmlElement* element) {
+  if (element == nullptr) return std::string();
   const std::string& type = XsiType(*element);
   const std::string::size_type colon = type.find(':');
-  if (colon == std::string::npos || element->GetDocument() == nullptr) {
-    return element->GetNamespaceURI();
-  }
+  if (colon == std::string::npos) return element->GetNamespaceURI();
   const std::string& uri =
       element->GetDocument()->LookupNamespaceFromAlias(type.substr(0, colon).c_str());
   return uri.empty() ? element->GetNamespaceURI() : uri;

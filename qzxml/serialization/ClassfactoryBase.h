@@ -24,7 +24,8 @@ using AbstractClassFactory = CSmartPtr<CXmlObjectBase> (*)(CXmlElement* element)
 using EnumToString = const char* (*)(int);
 using StringToEnum = int (*)(const char*);
 
-// The base of generated factories. It reads the xsi:type of an element for an AbstractClassFactory.
+// The base of generated factories. It reads the xsi:type of an element for an AbstractClassFactory;
+// null, which a wildcard at the end of the children gives, has none.
 // Source: XML Schema 1.0 part 1, section 2.6.1.
 class QZXML_API CClassfactoryBase {
  public:

@@ -7,6 +7,7 @@
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/serialization/ElementInfoValues.h"
 #include "qzxml/serialization/Messages.h"
+#include "qzxml/serialization/TextOrEmpty.h"
 #include "qzxml/serialization/XmlGeneratedClass.h"
 #include "qzxml/xml/XmlAttribute.h"
 #include "qzxml/xml/XmlWriter.h"
@@ -14,13 +15,14 @@
 namespace QzXmlLib16Data {
 
 using namespace QzXmlLib16;
+using detail::TextOrEmpty;
 
 // --- Making
 
 CElementInfo::CElementInfo(const char* elementName, const char* elementNamespace,
                            std::int32_t propertyIndex)
-    : m_strElementName(CopyText(elementName)),
-      m_strElementNamespace(CopyText(elementNamespace)),
+    : m_strElementName(TextOrEmpty(elementName)),
+      m_strElementNamespace(TextOrEmpty(elementNamespace)),
       m_lPropertyIndex(propertyIndex),
       m_itemType(ItemType_None),
       m_whitespaceRule(CWhitespaceUtils::WhitespaceRule_None),
@@ -36,7 +38,7 @@ CElementInfo::CElementInfo(const char* elementName, const char* elementNamespace
   m_bNillable = nillable;
   m_enumToString = enumToString;
   m_stringToEnum = stringToEnum;
-  m_strDefaultValue = CopyText(defaultValue);
+  m_strDefaultValue = TextOrEmpty(defaultValue);
 }
 
 CElementInfo::CElementInfo(const char* elementName, const char* elementNamespace,
@@ -47,10 +49,10 @@ CElementInfo::CElementInfo(const char* elementName, const char* elementNamespace
     : CElementInfo(elementName, elementNamespace, propertyIndex) {
   m_bNillable = nillable;
   m_itemType = itemType;
-  m_strFormatOverride = CopyText(formatOverride);
+  m_strFormatOverride = TextOrEmpty(formatOverride);
   m_whitespaceRule = whitespaceRule;
   m_restrictions = restrictions;
-  m_strDefaultValue = CopyText(defaultValue);
+  m_strDefaultValue = TextOrEmpty(defaultValue);
   m_bHasPrimitiveRestrictions = true;
 }
 
@@ -130,11 +132,13 @@ CXmlElement* CElementInfo::FromXmlLockElementName_Int(CElementCol* collection,
 std::string CElementInfo::GetAnyDefaultNamespace(const char* restrictions,
                                                  const char* parentNamespace,
                                                  const char* targetNamespace) {
-  std::string_view token = restrictions != nullptr ? restrictions : "";
+  std::string_view token = TextOrEmpty(restrictions);
   if (token.size() > 2 && token.substr(0, 2) == "##") token = token.substr(0, token.find(' '));
-  if (token == "##any") return CopyText(parentNamespace);
-  if (token == "##other") return CopyText(parentNamespace).empty() ? "DefaultNamespace" : "";
-  if (token == "##targetNamespace") return CopyText(targetNamespace);
+  if (token == "##any") return TextOrEmpty(parentNamespace);
+  if (token == "##other") {
+    return *TextOrEmpty(parentNamespace) == '\0' ? "DefaultNamespace" : "";
+  }
+  if (token == "##targetNamespace") return TextOrEmpty(targetNamespace);
   return "";
 }
 

@@ -116,9 +116,6 @@ class QZXML_API CElementInfo {
   static void AttributesToXml_Int(const CXmlObjectBase* object, CXmlWriter* writer,
                                   const CSerializationContext& context);
 
-  // A copy of a text; null gives the empty text.
-  static std::string CopyText(const char* text) { return text != nullptr ? text : ""; }
-
   // The namespace of a new open element under a namespace restriction.
   // Meant: only the first token of a list counts, and "##other" without a parent namespace gives
   // the literal text "DefaultNamespace".

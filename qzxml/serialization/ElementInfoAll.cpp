@@ -4,9 +4,11 @@
 
 #include "qzxml/collections/XmlCollectionBase.h"
 #include "qzxml/serialization/ElementInfoValues.h"
+#include "qzxml/serialization/TextOrEmpty.h"
 
 namespace QzXmlLib16Data {
 
+using QzXmlLib16::detail::TextOrEmpty;
 using Values = CElementInfoValues;
 
 namespace {
@@ -222,6 +224,14 @@ bool CElementInfoAllEnumOpt::Validate(const CSerializationContext&, const CXmlGe
 
 // --- Open content
 
+CElementInfoAllUntpdMnd::CElementInfoAllUntpdMnd(const char* elementName,
+                                                 const char* elementNamespace, int propertyIndex,
+                                                 const char* namespaceRestrictions,
+                                                 const char* targetNamespace)
+    : CElementInfo(elementName, elementNamespace, propertyIndex),
+      m_strNamespaceRestrictions(TextOrEmpty(namespaceRestrictions)),
+      m_strTargetNamespace(TextOrEmpty(targetNamespace)) {}
+
 bool CElementInfoAllUntpdMnd::ElementToXml(const CSerializationContext& context,
                                            const CXmlGeneratedClass* object,
                                            CXmlWriter* writer) const {
@@ -239,6 +249,14 @@ bool CElementInfoAllUntpdMnd::Validate(const CSerializationContext&, const CXmlG
                                        bool found, bool enforce) const {
   return Verdict(*this, found, enforce);
 }
+
+CElementInfoAllUntpdOpt::CElementInfoAllUntpdOpt(const char* elementName,
+                                                 const char* elementNamespace, int propertyIndex,
+                                                 const char* namespaceRestrictions,
+                                                 const char* targetNamespace)
+    : CElementInfo(elementName, elementNamespace, propertyIndex),
+      m_strNamespaceRestrictions(TextOrEmpty(namespaceRestrictions)),
+      m_strTargetNamespace(TextOrEmpty(targetNamespace)) {}
 
 bool CElementInfoAllUntpdOpt::ElementToXml(const CSerializationContext& context,
                                            const CXmlGeneratedClass* object,

@@ -163,10 +163,7 @@ class QZXML_API CElementInfoAllEnumOpt : public CElementInfo {
 class QZXML_API CElementInfoAllUntpdMnd : public CElementInfo {
  public:
   CElementInfoAllUntpdMnd(const char* elementName, const char* elementNamespace, int propertyIndex,
-                          const char* namespaceRestrictions, const char* targetNamespace)
-      : CElementInfo(elementName, elementNamespace, propertyIndex),
-        m_strNamespaceRestrictions(CopyText(namespaceRestrictions)),
-        m_strTargetNamespace(CopyText(targetNamespace)) {}
+                          const char* namespaceRestrictions, const char* targetNamespace);
   bool ElementToXml(const CSerializationContext&, const CXmlGeneratedClass*,
                     CXmlWriter*) const override;
   bool ElementFromXml(const CSerializationContext&, CXmlGeneratedClass*, CXmlElement*,
@@ -181,10 +178,7 @@ class QZXML_API CElementInfoAllUntpdMnd : public CElementInfo {
 class QZXML_API CElementInfoAllUntpdOpt : public CElementInfo {
  public:
   CElementInfoAllUntpdOpt(const char* elementName, const char* elementNamespace, int propertyIndex,
-                          const char* namespaceRestrictions, const char* targetNamespace)
-      : CElementInfo(elementName, elementNamespace, propertyIndex),
-        m_strNamespaceRestrictions(CopyText(namespaceRestrictions)),
-        m_strTargetNamespace(CopyText(targetNamespace)) {}
+                          const char* namespaceRestrictions, const char* targetNamespace);
   bool ElementToXml(const CSerializationContext&, const CXmlGeneratedClass*,
                     CXmlWriter*) const override;
   bool ElementFromXml(const CSerializationContext&, CXmlGeneratedClass*, CXmlElement*,

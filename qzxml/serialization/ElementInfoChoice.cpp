@@ -5,9 +5,11 @@
 
 #include "qzxml/collections/XmlCollectionBase.h"
 #include "qzxml/serialization/ElementInfoValues.h"
+#include "qzxml/serialization/TextOrEmpty.h"
 
 namespace QzXmlLib16Data {
 
+using QzXmlLib16::detail::TextOrEmpty;
 using Values = CElementInfoValues;
 
 namespace {
@@ -110,6 +112,15 @@ bool CElementInfoChoiceEnumOpt::ElementFromXml(const CSerializationContext& cont
 }
 
 // --- Open content
+
+CElementInfoChoiceUntpdOpt::CElementInfoChoiceUntpdOpt(const char* elementName,
+                                                       const char* elementNamespace,
+                                                       int propertyIndex,
+                                                       const char* namespaceRestrictions,
+                                                       const char* targetNamespace)
+    : CElementInfo(elementName, elementNamespace, propertyIndex),
+      m_strNamespaceRestrictions(TextOrEmpty(namespaceRestrictions)),
+      m_strTargetNamespace(TextOrEmpty(targetNamespace)) {}
 
 bool CElementInfoChoiceUntpdOpt::ElementToXml(const CSerializationContext& context,
                                               const CXmlGeneratedClass* object,

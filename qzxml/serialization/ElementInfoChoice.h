@@ -88,10 +88,7 @@ class QZXML_API CElementInfoChoiceUntpdOpt : public CElementInfo {
  public:
   CElementInfoChoiceUntpdOpt(const char* elementName, const char* elementNamespace,
                              int propertyIndex, const char* namespaceRestrictions,
-                             const char* targetNamespace)
-      : CElementInfo(elementName, elementNamespace, propertyIndex),
-        m_strNamespaceRestrictions(CopyText(namespaceRestrictions)),
-        m_strTargetNamespace(CopyText(targetNamespace)) {}
+                             const char* targetNamespace);
   bool ElementToXml(const CSerializationContext&, const CXmlGeneratedClass*,
                     CXmlWriter*) const override;
   bool ElementFromXml(const CSerializationContext&, CXmlGeneratedClass*, CXmlElement*,

@@ -4,9 +4,11 @@
 
 #include "qzxml/collections/XmlCollectionBase.h"
 #include "qzxml/serialization/ElementInfoValues.h"
+#include "qzxml/serialization/TextOrEmpty.h"
 
 namespace QzXmlLib16Data {
 
+using QzXmlLib16::detail::TextOrEmpty;
 using Values = CElementInfoValues;
 
 namespace {
@@ -225,6 +227,14 @@ bool CElementInfoSeqEnumOpt::ElementFromXml(const CSerializationContext& context
 
 // --- Open content
 
+CElementInfoSeqUntpdMnd::CElementInfoSeqUntpdMnd(const char* elementName,
+                                                 const char* elementNamespace, int propertyIndex,
+                                                 const char* namespaceRestrictions,
+                                                 const char* targetNamespace)
+    : CElementInfo(elementName, elementNamespace, propertyIndex),
+      m_strNamespaceRestrictions(TextOrEmpty(namespaceRestrictions)),
+      m_strTargetNamespace(TextOrEmpty(targetNamespace)) {}
+
 bool CElementInfoSeqUntpdMnd::ElementToXml(const CSerializationContext& context,
                                            const CXmlGeneratedClass* object,
                                            CXmlWriter* writer) const {
@@ -241,6 +251,14 @@ bool CElementInfoSeqUntpdMnd::ElementFromXml(const CSerializationContext& contex
   if (parentType == XmlElementType_Element) Values::ThrowMissingNamespace(*this, *parent);
   return false;
 }
+
+CElementInfoSeqUntpdOpt::CElementInfoSeqUntpdOpt(const char* elementName,
+                                                 const char* elementNamespace, int propertyIndex,
+                                                 const char* namespaceRestrictions,
+                                                 const char* targetNamespace)
+    : CElementInfo(elementName, elementNamespace, propertyIndex),
+      m_strNamespaceRestrictions(TextOrEmpty(namespaceRestrictions)),
+      m_strTargetNamespace(TextOrEmpty(targetNamespace)) {}
 
 bool CElementInfoSeqUntpdOpt::ElementToXml(const CSerializationContext& context,
                                            const CXmlGeneratedClass* object,

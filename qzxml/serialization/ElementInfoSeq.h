@@ -170,10 +170,7 @@ class QZXML_API CElementInfoSeqEnumOpt : public CElementInfo {
 class QZXML_API CElementInfoSeqUntpdMnd : public CElementInfo {
  public:
   CElementInfoSeqUntpdMnd(const char* elementName, const char* elementNamespace, int propertyIndex,
-                          const char* namespaceRestrictions, const char* targetNamespace)
-      : CElementInfo(elementName, elementNamespace, propertyIndex),
-        m_strNamespaceRestrictions(CopyText(namespaceRestrictions)),
-        m_strTargetNamespace(CopyText(targetNamespace)) {}
+                          const char* namespaceRestrictions, const char* targetNamespace);
   bool ElementToXml(const CSerializationContext&, const CXmlGeneratedClass*,
                     CXmlWriter*) const override;
   bool ElementFromXml(const CSerializationContext&, CXmlGeneratedClass*, CXmlElement*,
@@ -188,10 +185,7 @@ class QZXML_API CElementInfoSeqUntpdMnd : public CElementInfo {
 class QZXML_API CElementInfoSeqUntpdOpt : public CElementInfo {
  public:
   CElementInfoSeqUntpdOpt(const char* elementName, const char* elementNamespace, int propertyIndex,
-                          const char* namespaceRestrictions, const char* targetNamespace)
-      : CElementInfo(elementName, elementNamespace, propertyIndex),
-        m_strNamespaceRestrictions(CopyText(namespaceRestrictions)),
-        m_strTargetNamespace(CopyText(targetNamespace)) {}
+                          const char* namespaceRestrictions, const char* targetNamespace);
   bool ElementToXml(const CSerializationContext&, const CXmlGeneratedClass*,
                     CXmlWriter*) const override;
   bool ElementFromXml(const CSerializationContext&, CXmlGeneratedClass*, CXmlElement*,

@@ -1,10 +1,10 @@
 #include "qzxml/serialization/ParentElementInfo.h"
 
+#include "qzxml/serialization/TextOrEmpty.h"
+
 namespace QzXmlLib16Data {
 
-namespace {
-const char* TextOf(const char* text) { return text != nullptr ? text : ""; }
-}  // namespace
+using QzXmlLib16::detail::TextOrEmpty;
 
 CParentElementInfo::CParentElementInfo(
     XmlElementGroupType elementGroupType, XmlElementType elementType, const char* elementName,
@@ -13,13 +13,13 @@ CParentElementInfo::CParentElementInfo(
     const char* primitiveFormatOverride, bool outputPrimitiveClassAsTextProperty)
     : m_elementGroupType(elementGroupType),
       m_elementType(elementType),
-      m_strElementName(TextOf(elementName)),
-      m_strElementNamespace(TextOf(elementNamespace)),
+      m_strElementName(TextOrEmpty(elementName)),
+      m_strElementNamespace(TextOrEmpty(elementNamespace)),
       m_bFailIfAttributeUnknown(fromXmlFailIfAttributeUnknown),
       m_bHasBaseClasses(hasBaseClasses),
       m_lPrimitiveValuePropertyIndex(primitiveValuePropertyIndex),
       m_primitiveDataType(primitiveDataType),
-      m_strPrimitiveFormatOverride(TextOf(primitiveFormatOverride)),
+      m_strPrimitiveFormatOverride(TextOrEmpty(primitiveFormatOverride)),
       m_bPrimitiveAsText(outputPrimitiveClassAsTextProperty) {}
 
 CParentElementInfo::~CParentElementInfo() = default;
