@@ -143,7 +143,7 @@ void DebugTrace(const char* format, ...) {
   va_start(arguments, format);
   const int nBuf = detail::FormatNeutral(text.get(), kTraceSize, format, arguments);
   va_end(arguments);
-  QZ_ASSERT(nBuf < 1024 * 32);
+  QZ_ASSERT_TEXT(nBuf < kTraceSize, "nBuf < 1024*32");
   const int sent = std::clamp(nBuf, 0, kTraceSize - 1);
   detail::SendToDebugChannel(text.get(), static_cast<std::size_t>(sent));
 }

@@ -20,6 +20,11 @@ struct CollectionNodeOf {
   using type = CXmlCollectionNode;
 };
 
+template <typename T>
+T* PointerOf(const CSmartPtr<T>& handle) {
+  return handle;
+}
+
 }  // namespace detail
 
 // Walks the items of a collection from head to tail. An input iterator that gives handles, by
@@ -46,8 +51,7 @@ class CQzIterator {
   CSmartPtr<T> operator*() const {
     QZ_ASSERT_TEXT(m_pNode != nullptr, "m_pNode != 0");
     if (m_pNode == nullptr) return CSmartPtr<T>();
-    auto* const item = &*m_pNode->item;
-    return CSmartPtr<T>(static_cast<T*>(item));
+    return CSmartPtr<T>(static_cast<T*>(detail::PointerOf(m_pNode->item)));
   }
 
   // it->x is a member of the item, as (*it)->x.

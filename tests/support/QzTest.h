@@ -12,8 +12,9 @@
 // Checks of failures, on the dynamic class and on the whole text.
 //
 //   EXPECT_QZ_THROW(CQzException, "An Element has not been closed.", writer.EndDocument());
-//   EXPECT_QZ_THROW_FULL(CQzValidationException, "outer\nPath: /a\ninner", "/a", object.FromXml(t));
-//   EXPECT_QZ_ASSERT("p != 0", *handle);     compiled in, but empty in a build without assertions
+//   EXPECT_QZ_THROW_FULL(CQzValidationException, "outer\nPath: /a\ninner", "/a",
+//   object.FromXml(t)); EXPECT_QZ_ASSERT("p != 0", *handle);     compiled in, but empty in a build
+//   without assertions
 
 namespace qztest {
 
@@ -36,8 +37,8 @@ template <typename Expected, typename Statement>
     }
     const std::string actual = full ? e.GetFullMessage() : e.GetMessage();
     if (actual != text) {
-      return ::testing::AssertionFailure() << statementText << "\n  actual text:   " << actual
-                                           << "\n  expected text: " << text;
+      return ::testing::AssertionFailure()
+             << statementText << "\n  actual text:   " << actual << "\n  expected text: " << text;
     }
     if (path != nullptr && e.GetPath() != path) {
       return ::testing::AssertionFailure() << statementText << "\n  actual path:   " << e.GetPath()
@@ -48,6 +49,27 @@ template <typename Expected, typename Statement>
     return ::testing::AssertionFailure() << statementText << "\n  asserted: " << e.condition;
   }
   return ::testing::AssertionFailure() << statementText << "\n  threw nothing";
+}
+
+// The condition that a statement is expected to assert, or "(nothing)". In a build without
+// assertions the statement is compiled but does not run.
+template <typename Statement>
+::testing::AssertionResult Asserts([[maybe_unused]] const char* statementText,
+                                   [[maybe_unused]] const std::string& condition,
+                                   [[maybe_unused]] Statement statement) {
+#if defined(QZXML_ASSERTIONS)
+  std::string asserted = "(nothing)";
+  try {
+    statement();
+  } catch (const AssertionFailed& e) {
+    asserted = e.condition;
+  }
+  if (asserted != condition) {
+    return ::testing::AssertionFailure()
+           << statementText << "\n  asserted: " << asserted << "\n  expected: " << condition;
+  }
+#endif
+  return ::testing::AssertionSuccess();
 }
 
 // While one lives, failed assertions are kept instead of thrown; for code that asserts in a
@@ -64,23 +86,10 @@ class AssertionRecorder {
 }  // namespace qztest
 
 #define EXPECT_QZ_THROW(expected, text, ...) \
-  EXPECT_TRUE((::qztest::Throws<expected>(#__VA_ARGS__, text, false, nullptr, [&] { __VA_ARGS__; })))
+  EXPECT_TRUE(                               \
+      (::qztest::Throws<expected>(#__VA_ARGS__, text, false, nullptr, [&] { __VA_ARGS__; })))
 #define EXPECT_QZ_THROW_FULL(expected, text, path, ...) \
   EXPECT_TRUE((::qztest::Throws<expected>(#__VA_ARGS__, text, true, path, [&] { __VA_ARGS__; })))
 
-#if defined(QZXML_ASSERTIONS)
-#define EXPECT_QZ_ASSERT(text, ...)                                       \
-  do {                                                                    \
-    std::string asserted = "(nothing)";                                   \
-    try {                                                                 \
-      __VA_ARGS__;                                                        \
-    } catch (const ::qztest::AssertionFailed& e) {                        \
-      asserted = e.condition;                                             \
-    }                                                                     \
-    EXPECT_EQ(std::string(text), asserted) << #__VA_ARGS__;               \
-  } while (false)
-#else
 #define EXPECT_QZ_ASSERT(text, ...) \
-  do {                              \
-  } while (false)
-#endif
+  EXPECT_TRUE((::qztest::Asserts(#__VA_ARGS__, text, [&] { __VA_ARGS__; })))

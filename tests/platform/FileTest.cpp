@@ -1,0 +1,87 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <string>
+
+#include "qzxml/platform/File.h"
+#include "tests/support/Documents.h"
+
+namespace QzXmlLib16::detail {
+namespace {
+
+std::unique_ptr<IFile> Open(const std::string& path, int& error) {
+  return OpenFile(path.c_str(), FileMode::Read, error);
+}
+
+TEST(File, ReadsAtAnyPlaceAndStopsAtItsEnd) {
+  const std::string content = std::string(100000, 'a') + std::string(1, '\0') + "end";
+  const qztest::TemporaryFile file(content);
+  int error = -1;
+  const std::unique_ptr<IFile> input = Open(file.path(), error);
+  ASSERT_NE(nullptr, input);
+  EXPECT_EQ(0, error);
+
+  std::uint64_t size = 0;
+  EXPECT_EQ(0, input->GetSize(size));
+  EXPECT_EQ(content.size(), size);
+
+  std::string read(60000, '?');
+  std::size_t done = 0;
+  EXPECT_EQ(0, input->Read(0, read.data(), read.size(), done));
+  ASSERT_EQ(60000U, done);
+  input->ReadAhead(60000, 40004);
+  std::string rest(60000, '?');
+  EXPECT_EQ(0, input->Read(60000, rest.data(), rest.size(), done));
+  EXPECT_EQ(40004U, done);
+  EXPECT_EQ(content, read + rest.substr(0, done));
+  EXPECT_EQ(0, input->Read(100004, rest.data(), rest.size(), done));
+  EXPECT_EQ(0U, done);
+  EXPECT_EQ(0, input->Read(100001, rest.data(), 2, done));
+  EXPECT_EQ("en", rest.substr(0, done));
+}
+
+TEST(File, TellsTheErrorOfTheSystem) {
+  const qztest::TemporaryFile file("");
+  int error = 0;
+  EXPECT_EQ(nullptr, Open(file.path() + "/none", error));
+  EXPECT_EQ(ENOTDIR, error);
+  EXPECT_EQ(nullptr, Open(file.path() + ".none", error));
+  EXPECT_EQ(ENOENT, error);
+  EXPECT_EQ(nullptr, Open("/", error));
+  EXPECT_EQ(EISDIR, error);
+}
+
+TEST(File, AFifoNobodyWritesToIsNotWaitedForAndHasNoSize) {
+  const qztest::TemporaryFile file("");
+  const std::string path = file.path() + ".fifo";
+  ASSERT_EQ(0, mkfifo(path.c_str(), 0600));
+  int error = -1;
+  const std::unique_ptr<IFile> input = Open(path, error);
+  ASSERT_NE(nullptr, input);
+  std::uint64_t size = 1;
+  EXPECT_EQ(ESPIPE, input->GetSize(size));
+  char byte = 0;
+  std::size_t done = 1;
+  EXPECT_EQ(ESPIPE, input->Read(0, &byte, 1, done));
+  EXPECT_EQ(0U, done);
+}
+
+TEST(File, AnOpenerStandsInForTheSystemUntilItIsTakenAway) {
+  const FileOpener system =
+      SetFileOpener([](const char*, FileMode, int& error) -> std::unique_ptr<IFile> {
+        error = EIO;
+        return nullptr;
+      });
+  const qztest::TemporaryFile file("content");
+  int error = 0;
+  EXPECT_EQ(nullptr, Open(file.path(), error));
+  EXPECT_EQ(EIO, error);
+  EXPECT_NE(system, SetFileOpener(nullptr));
+  EXPECT_NE(nullptr, Open(file.path(), error));
+  EXPECT_EQ(0, error);
+  EXPECT_EQ(system, SetFileOpener(nullptr));
+}
+
+}  // namespace
+}  // namespace QzXmlLib16::detail
