@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "qzxml/collections/ElementReader.h"
+#include "qzxml/collections/Messages.h"
 #include "qzxml/runtime/Encoder.h"
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/QzException.h"
@@ -40,7 +41,7 @@ const char* NoWildcard(const char* namespaceUri) {
   return namespaceUri;
 }
 
-void RequireText(const char* text, const char* failure) {
+void ThrowIfNull(const char* text, const char* failure) {
   if (text == nullptr) throw CQzInvalidNamespaceException(failure, "");
 }
 
@@ -117,9 +118,9 @@ CElement::~CElement() = default;
 // Meant: the namespace is not tested for null, only name, restriction and target namespace are.
 void CElement::Init(const char* name, const char* namespaceUri, const char* restriction,
                     const char* targetNamespace) {
-  RequireText(name, "Element Name must have a value");
-  RequireText(restriction, "Namespace Restriction must have a value");
-  RequireText(targetNamespace, "Target Namespace must have a value");
+  ThrowIfNull(name, "Element Name must have a value");
+  ThrowIfNull(restriction, "Namespace Restriction must have a value");
+  ThrowIfNull(targetNamespace, "Target Namespace must have a value");
   CheckNamespaceAgainstRestrictions(TextOrEmpty(namespaceUri), restriction, targetNamespace);
 
   m_strName = name;
@@ -222,9 +223,8 @@ void CElement::SetNamespaceRestrictions(const char* restriction,
       const CElement* const element = open.back().element;
       const CQzException& inner = failure != nullptr ? *failure : e;
       failure = std::make_unique<CQzInvalidNamespaceException>(
-          FormatString("The namespace %s in the class %s is invalid against restriction %s",
-                       element->m_strNamespace.str().c_str(), element->m_strName.c_str(),
-                       restrictionText.c_str()),
+          FormatString(Messages::kRestrictionRefused, element->m_strNamespace.str().c_str(),
+                       element->m_strName.c_str(), restrictionText.c_str()),
           "", inner);
     }
     throw *failure;
