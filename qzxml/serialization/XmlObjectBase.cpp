@@ -20,6 +20,8 @@ CXmlObjectBase& CXmlObjectBase::operator=(const CXmlObjectBase& other) {
 
 CXmlObjectBase::~CXmlObjectBase() = default;
 
+void CXmlObjectBase::Destroy() { delete this; }
+
 void CXmlObjectBase::OnEvent(CXmlObjectBase*, MsgType, void*) {}
 
 void CXmlObjectBase::SetElementName(const char* name) {

@@ -180,6 +180,8 @@ class QZXML_API CXmlObjectBase : public IEventSink {
   friend class QzXmlLib16Data::CAttributeInfo;
   friend class QzXmlLib16Data::CElementInfo;
 
+  void Destroy();  // not inline: a compiler that sees an object on the stack warns of its deletion
+
   std::string m_strElementName;
   std::atomic<std::int32_t> m_lRefCount;
 };
@@ -190,7 +192,7 @@ inline std::int32_t CXmlObjectBase::AddRef() {
 
 inline std::int32_t CXmlObjectBase::Release() {
   const std::int32_t count = detail::AddToCounter(m_lRefCount, -1, std::memory_order_acq_rel) - 1;
-  if (count == 0) delete this;
+  if (count == 0) Destroy();
   return count;
 }
 
