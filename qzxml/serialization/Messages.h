@@ -13,9 +13,8 @@ inline constexpr char kChoiceAlreadySet[] =
 // CQzInvalidStateException, for either flag when the other is set.
 inline constexpr char kUnknownAndMissingElements[] =
     "The parser can only ignore additional elements, or ignore the fact that some required ones "
-    "are "
-    "missing, you can not ignore both\nSet IgnoreMissingMandatoryElements to false before setting "
-    "IgnoreUnknownElements to true";
+    "are missing, you can not ignore both\n"
+    "Set IgnoreMissingMandatoryElements to false before setting IgnoreUnknownElements to true";
 
 // CQzException, for a value that fails a facet and is not shown as a small number or a real: the
 // name of the member and the value's text.

@@ -57,6 +57,7 @@ class QZXML_API CXmlObjectBase : public IEventSink {
   // Each empties the object and fills it from a document, whose root may have any name: the object
   // takes that name. Throws what loading the document throws, and CQzException with the path of the
   // element for what the schema does not allow; the object then keeps what was read so far.
+  // FromXmlElement throws CQzException "Invalid or empty XML document" for null.
 
   virtual void FromXmlFile(const char* fileName, const CSerializationContext& context =
                                                      CSerializationContext::GetDefaultContext());

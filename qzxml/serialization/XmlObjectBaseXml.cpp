@@ -3,6 +3,7 @@
 #include "qzxml/runtime/TextStream.h"
 #include "qzxml/serialization/XmlObjectBase.h"
 #include "qzxml/values/BinaryData.h"
+#include "qzxml/xml/Messages.h"
 #include "qzxml/xml/XmlDocument.h"
 #include "qzxml/xml/XmlElement.h"
 #include "qzxml/xml/XmlTextWriter.h"
@@ -63,6 +64,7 @@ void CXmlObjectBase::FromXmlStream(const BYTE* data, DWORD length,
 }
 
 void CXmlObjectBase::FromXmlElement(const CElement* element, const CSerializationContext& context) {
+  if (element == nullptr) throw CQzException(Messages::kEmptyDocument);
   const std::string text =
       element->ToXml(false, false, EOLType_LF, CSerializationContext::GetDefaultContext());
   CXmlObjectBase::FromXml(text.c_str(), context);
@@ -70,8 +72,7 @@ void CXmlObjectBase::FromXmlElement(const CElement* element, const CSerializatio
 
 void CXmlObjectBase::FromXmlElement(const CXmlElement* element,
                                     const CSerializationContext& context) {
-  // A document that was read can be without an element only where its format allows that.
-  if (element == nullptr) throw CQzException("Invalid or empty XML document");
+  if (element == nullptr) throw CQzException(Messages::kEmptyDocument);
   FromXml_Int(const_cast<CXmlElement*>(element), element->GetFirstElement(), context, false);
 }
 

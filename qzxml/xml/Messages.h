@@ -7,6 +7,9 @@ inline constexpr char kElementNotClosed[] = "An Element has not been closed.";
 inline constexpr char kAttributeAfterContent[] = "Attributes must be added before elements";
 inline constexpr char kInvalidEolType[] = "Invalid EOL type.";
 
+// Nothing to read from: a document, or the place where one was expected, has no element.
+inline constexpr char kEmptyDocument[] = "Invalid or empty XML document";
+
 // Of files that are read, each with the error number of the system. The first three begin with the
 // path.
 inline constexpr char kFileNotOpened[] = "Failed to open the file [%s] Error [0x%08x]";

@@ -144,7 +144,7 @@ void CXmlDocument::LoadFileInChunks(CLoadScope& scope, const char* path) {
   }
   scope.SetInput(chunks.GetBytes(), static_cast<std::uint32_t>(length));
   reader.Parse(true);
-  if (m_pDocElement == nullptr) throw CQzException("Invalid or empty XML document");
+  if (m_pDocElement == nullptr) throw CQzException(Messages::kEmptyDocument);
 }
 
 void CXmlDocument::LoadXmlStream(const unsigned char* data, std::uint32_t length) {

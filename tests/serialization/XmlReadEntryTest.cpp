@@ -280,6 +280,11 @@ TEST(XmlReadEntry, NothingToReadIsRefusedAndTheObjectStays) {
                        note.FromXmlFile(empty.path()));
   EXPECT_QZ_THROW_FULL(CQzException, "Invalid or empty XML document", "",
                        note.FromXmlElement(static_cast<const CXmlElement*>(nullptr)));
+  EXPECT_QZ_THROW_FULL(CQzException, "Invalid or empty XML document", "",
+                       note.FromXmlElement(static_cast<const CElement*>(nullptr)));
+  EXPECT_QZ_THROW_FULL(CQzException, "XML String is empty!", "",
+                       note.FromXml(static_cast<const char*>(nullptr)));
+  EXPECT_QZ_THROW_FULL(CQzException, "XML Stream is empty!", "", note.FromXmlStream(nullptr, 9));
   EXPECT_EQ("note", note.GetElementName());
   EXPECT_EQ("Ann", note.to);
   EXPECT_EQ(std::vector<std::string>{"Milk"}, note.lines);
