@@ -16,7 +16,7 @@ failed=()
 
 # run <preset>: configures, builds and tests one preset, with the words of ctest in its log.
 run() {
-  local preset=$1 wrapper=() configure=() build=() select=()
+  local preset=$1 wrapper=() configure=() build=() select=() since=$SECONDS
   if command -v ccache >/dev/null; then
     configure+=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
     export CCACHE_SLOPPINESS=pch_defines,time_macros
@@ -32,7 +32,7 @@ run() {
   echo "test.sh: $preset: building"
   ${wrapper[@]+"${wrapper[@]}"} cmake --build --preset "$preset" --parallel "$(nproc)" \
     ${build[@]+"${build[@]}"} || return 1
-  echo "test.sh: $preset: testing"
+  echo "test.sh: $preset: built in $((SECONDS - since)) s, testing"
   ${wrapper[@]+"${wrapper[@]}"} ctest --preset "$preset" --parallel "$(nproc)" --no-tests=error \
     ${select[@]+"${select[@]}"} 2>&1 | tee "$logs/$preset.log"
 }

@@ -1,6 +1,9 @@
 // Each case but 0 is a mistake that the compiler must refuse.
 
 #include "Item.h"
+#if CASE == 9  // a header that no public header reaches is not installed
+#include "qzxml/serialization/Messages.h"
+#endif
 
 using namespace QzXmlLib16;
 
