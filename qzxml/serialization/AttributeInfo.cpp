@@ -208,7 +208,7 @@ bool CAttributeInfoAny::AttributeFromXml(const CSerializationContext&, CXmlGener
   CXmlCollectionBase* const held = collection;
   CAttributeCol* const attributes = dynamic_cast<CAttributeCol*>(held);
   if (attributes == nullptr) ThrowNoAttributeCol();
-  attributes->Add(attribute->GetLocalName().c_str(), attribute->GetValue().c_str(), uri.c_str());
+  attributes->AddFromDocument(*attribute);
   return true;
 }
 

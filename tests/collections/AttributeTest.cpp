@@ -1,6 +1,8 @@
 #include "qzxml/collections/Attribute.h"
 #include "qzxml/runtime/QzException.h"
+#include "qzxml/serialization/AttributeInfo.h"
 #include "tests/collections/OpenContent.h"
+#include "tests/support/GeneratedTable.h"
 #include "tests/support/QzTest.h"
 
 namespace QzXmlLib16 {
@@ -95,6 +97,15 @@ TEST(Attribute, IsWrittenWithoutTheCarriageReturnsThatADocumentBrought) {
   EXPECT_EQ("x\ry\r\n", attributes.Item(0)->GetValue());
   EXPECT_EQ("<owner k=\"xy&#xA;\"/>", WriteInOwner(&attributes));
   EXPECT_EQ("<owner k=\"xy&#xA;\"/>", WriteInOwner(attributes.Item(0)->Clone()));
+}
+
+TEST(Attribute, IsWrittenWithoutTheCarriageReturnsThatAGeneratedClassRead) {
+  qztest::CTables tables;
+  tables.Add(new QzXmlLib16Data::CAttributeInfoAny("AnyAttribute", "", 0, true, "##any", "", ""),
+             qztest::Unset::Collection([] { return new CAttributeCol("", "##any", ""); }));
+  const CSmartPtr<qztest::CTableObject> object(new qztest::CTableObject(tables));
+  object->FromXml("<r k='x&#13;y'/>");
+  EXPECT_EQ("<r k=\"xy\"/>", qztest::Text(*object));
 }
 
 TEST(Attribute, AssertsForACarriageReturnOfACaller) {
