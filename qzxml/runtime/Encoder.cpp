@@ -37,13 +37,17 @@ void UpdateLocalIsUtf8() {
   detail::g_localIsUtf8.store(g_asciiOnly.load() || IsUtf8(g_codePage.load()));
 }
 
+void CheckLength(std::size_t length) {
+  if (length > std::numeric_limits<std::uint32_t>::max()) {
+    throw CQzException("Binary data can not hold more than 4294967295 bytes");
+  }
+}
+
 // Binary data of `length` bytes that `fill` writes, without a copy.
 template <typename Fill>
 CBinaryData MakeBinary(std::size_t length, Fill fill) {
   if (length == 0) return CBinaryData();
-  if (length > std::numeric_limits<std::uint32_t>::max()) {
-    throw CQzException("Binary data can not hold more than 4294967295 bytes");
-  }
+  CheckLength(length);
   std::unique_ptr<unsigned char[]> bytes(new unsigned char[length]);
   fill(bytes.get());
   return CBinaryData(bytes.release(), static_cast<std::uint32_t>(length), true);
@@ -168,7 +172,9 @@ CBinaryData LocalToUtf8(const char* text) {
 CBinaryData LocalToUtf16(const char* text) {
   const std::size_t length = std::strlen(text);
   if (!IsUtf8(CodePage())) return LittleEndianBytes(CodePageText(text, length));
-  std::u16string wide(detail::Utf8ToUtf16Units(text, length, nullptr), u'\0');
+  const std::size_t units = detail::Utf8ToUtf16Units(text, length, nullptr);
+  CheckLength(units * 2);
+  std::u16string wide(units, u'\0');
   detail::Utf8ToUtf16Units(text, length, wide.data());
   return LittleEndianBytes(wide);
 }

@@ -132,9 +132,11 @@ void CBinaryData::Append(const char* text) { Append(BytesOf(text), LengthOf(text
 
 void CBinaryData::Append(const std::string& text) { Append(text.c_str()); }
 
-void CBinaryData::Append(char c) { Append(BytesOf(&c), 1); }
+void CBinaryData::Append(char c) { Append(static_cast<unsigned char>(c)); }
 
-void CBinaryData::Append(unsigned char c) { Append(&c, 1); }
+void CBinaryData::Append(unsigned char c) {
+  if (m_pBuffer == nullptr || !m_pBuffer->AppendInPlace(&c, 1)) Append(&c, 1);
+}
 
 void CBinaryData::SetBuffer(const unsigned char* data, std::uint32_t length) {
   // Made before the old store goes: the bytes may be its own.

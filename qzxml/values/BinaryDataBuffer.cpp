@@ -64,12 +64,7 @@ void CBinaryDataBuffer::Append(const unsigned char* data, std::uint32_t length) 
   if (newLength > kMaxLength) {
     throw CQzException("Binary data can not hold more than 4294967295 bytes");
   }
-  if (newLength > m_dwAllocated) {
-    Grow(static_cast<std::uint32_t>(newLength), data, length);
-  } else {
-    std::memmove(m_lpData.get() + m_dwLen, data, length);
-  }
-  m_dwLen = static_cast<std::uint32_t>(newLength);
+  if (!AppendInPlace(data, length)) Grow(static_cast<std::uint32_t>(newLength), data, length);
 }
 
 // The old bytes go last: the new ones may be among them.
@@ -81,6 +76,7 @@ void CBinaryDataBuffer::Grow(std::uint32_t newLength, const unsigned char* data,
   std::memcpy(grown.get() + m_dwLen, data, length);
   m_lpData = std::move(grown);
   m_dwAllocated = capacity;
+  m_dwLen = newLength;
 }
 
 unsigned char* CBinaryDataBuffer::GetData() const {

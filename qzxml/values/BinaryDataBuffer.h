@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 
 #include "qzxml/platform/Assert.h"
@@ -34,6 +35,14 @@ class QZXML_API CBinaryDataBuffer {
   // Adds bytes at the end; they may be bytes of this store. Asserts "m_refCount == 1", and throws
   // CQzException "Failed to append. [RefCount=%d]".
   void Append(const unsigned char* data, std::uint32_t length);
+
+  // Append where neither a copy nor a larger store is needed; false, and nothing done, elsewhere.
+  bool AppendInPlace(const unsigned char* data, std::uint32_t length) {
+    if (GetRefCount() != 1 || length > m_dwAllocated - m_dwLen) return false;
+    std::memmove(m_lpData.get() + m_dwLen, data, length);
+    m_dwLen += length;
+    return true;
+  }
 
   // Both assert "m_lpData != 0" and "m_dwLen > 0".
   unsigned char* GetData() const;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "qzxml/values/Base64.h"
+#include "tests/support/HugeText.h"
 #include "tests/support/QzTest.h"
 
 namespace {
@@ -158,6 +159,14 @@ TEST(Base64, NullAndEmptyTextGiveNothing) {
   EXPECT_EQ(0, CBase64().Decode("TWFu", nullptr));
   EXPECT_EQ(0, CBase64().Decode("", out));
   EXPECT_EQ(1, out[0]);
+}
+
+TEST(Base64, RefusesTextWhoseBytesAnIntCanNotCount) {
+  const qztest::HugeText text('A', std::size_t{2863311532});
+  unsigned char out = 7;
+  EXPECT_QZ_THROW(QzXmlLib16::CQzException, "Base64 text can not hold more than 2147483647 bytes",
+                  CBase64().Decode(text.c_str(), &out));
+  EXPECT_EQ(7, out);
 }
 
 }  // namespace

@@ -5,9 +5,11 @@
 #include <utility>
 #include <vector>
 
+#include "qzxml/runtime/Encoder.h"
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/values/BinaryData.h"
 #include "qzxml/values/BinaryDataBuffer.h"
+#include "tests/support/HugeText.h"
 #include "tests/support/QzTest.h"
 
 namespace QzXmlLib16 {
@@ -271,6 +273,19 @@ TEST(BinaryData, RefusesMoreThan32BitsCountAndKeepsWhatItHas) {
   EXPECT_QZ_THROW(CQzException, "Binary data can not hold more than 4294967295 bytes",
                   data.Append(data.GetData(), 0xFFFFFFFFU));
   EXPECT_EQ("abc", Text(data));
+}
+
+TEST(BinaryData, RefusesTextThat32BitsCanNotCount) {
+  const qztest::HugeText text('0', std::size_t{0x100000000});
+  const char* const message = "Binary data can not hold more than 4294967295 bytes";
+  CBinaryData data("abc");
+  EXPECT_QZ_THROW(CQzException, message, CBinaryData(text.c_str()));
+  EXPECT_QZ_THROW(CQzException, message, data.Append(text.c_str()));
+  EXPECT_QZ_THROW(CQzException, message, data.SetBuffer(text.c_str()));
+  EXPECT_EQ("abc", Text(data));
+  EXPECT_QZ_THROW(CQzException, message, LocalToUtf8(text.c_str()));
+  EXPECT_QZ_THROW(CQzException, message, data.SetAsHexString(text.c_str()));
+  EXPECT_EQ(0U, data.GetLength());
 }
 
 TEST(BinaryData, CopiesMayBeChangedInDifferentThreads) {
