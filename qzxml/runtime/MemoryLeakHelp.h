@@ -28,6 +28,8 @@ class InstanceRecord {
   void TakeOffList() { m_listed.store(false, std::memory_order_relaxed); }
 
   void CountIn() { AddToCounter(m_counts, kOneMade + 1, std::memory_order_relaxed); }
+  // Made and gone again.
+  void CountMade() { AddToCounter(m_counts, kOneMade, std::memory_order_relaxed); }
   // Alive again, without being made anew.
   void CountBack() { AddToCounter(m_counts, std::int64_t{1}, std::memory_order_relaxed); }
   // The objects still alive, below zero when copies of monitors have gone too.

@@ -59,9 +59,8 @@ bool CElementInfoValues::IsDefault(const CElementInfo& info, const std::string& 
 
 void CElementInfoValues::TextToXml(const CElementInfo& info, const std::string& text, ItemType type,
                                    bool isDefault, CXmlWriter* writer) {
-  writer->WriteStartElement(info.m_strElementName, info.m_strElementNamespace);
-  writer->WriteText(text, type, isDefault);
-  writer->WriteEndElement();
+  writer->WriteTextElement(info.m_strElementName, info.m_strElementNamespace, text, type,
+                           isDefault);
 }
 
 bool CElementInfoValues::NilToXml(const CElementInfo& info, CXmlWriter* writer) {

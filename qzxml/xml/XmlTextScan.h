@@ -3,10 +3,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
+
+#include "qzxml/xml/ShortText.h"
 
 // The inner loops of the text writer: copying bytes up to the next one that has to be escaped,
-// eight at a time in an ordinary register.
+// eight or sixteen at a time.
 namespace QzXmlLib16::detail {
 
 // The bytes that do not pass through: 1 in element text, 2 in an attribute's value.
@@ -22,17 +23,11 @@ inline bool IsEscaped(char c) {
   return (kEscapedIn[static_cast<unsigned char>(c)] & (inAttribute ? 2 : 1)) != 0;
 }
 
-template <typename Word>
-inline Word LoadWord(const char* from) {
-  Word word;
-  std::memcpy(&word, from, sizeof(Word));
-  return word;
-}
-
-template <typename Word>
-inline void StoreWord(char* to, Word word) {
-  std::memcpy(to, &word, sizeof(Word));
-}
+// Eight bytes in a word and sixteen in a vector (of the compilers' own, so of any processor).
+#if defined(__GNUC__)
+using Sixteen __attribute__((vector_size(16))) = unsigned char;
+using TwoWords __attribute__((vector_size(16))) = std::uint64_t;
+#endif
 
 // Whether one of eight bytes may have to be escaped. Takes every control character below 14 for
 // one, which makes zero, line feed and carriage return a single test; the others differ in one bit
@@ -47,6 +42,19 @@ inline bool MayHoldEscaped(std::uint64_t bytes) {
   return (found & kOnes * 0x80) != 0;
 }
 
+// The same for sixteen.
+template <bool inAttribute>
+inline bool MayHoldEscaped(std::uint64_t first, std::uint64_t second) {
+#if defined(__GNUC__)
+  const auto bytes = reinterpret_cast<Sixteen>(TwoWords{first, second});
+  const auto found = reinterpret_cast<TwoWords>((bytes < 14) | ((bytes | 0x02) == 0x3E) |
+                                                ((inAttribute ? bytes | 0x04 : bytes) == 0x26));
+  return (found[0] | found[1]) != 0;
+#else
+  return MayHoldEscaped<inAttribute>(first) || MayHoldEscaped<inAttribute>(second);
+#endif
+}
+
 // Copies bytes up to the first one that has to be escaped; answers how many.
 template <bool inAttribute>
 inline std::size_t CopyBytewise(const char* in, std::size_t size, char* out) {
@@ -55,55 +63,37 @@ inline std::size_t CopyBytewise(const char* in, std::size_t size, char* out) {
   return i;
 }
 
+// Copies size bytes, at least one word, unless one of them may have to be escaped.
+template <bool inAttribute>
+inline bool CopyIfClean(const char* in, std::size_t size, char* out) {
+  if (size >= 8) {  // to sixteen: two words, which may overlap
+    const auto first = LoadWord<std::uint64_t>(in);
+    const auto last = LoadWord<std::uint64_t>(in + size - 8);
+    if (MayHoldEscaped<inAttribute>(first, last)) return false;
+    StoreWord(out, first);
+    StoreWord(out + size - 8, last);
+    return true;
+  }
+  const auto first = LoadWord<std::uint32_t>(in);
+  const auto last = LoadWord<std::uint32_t>(in + size - 4);
+  if (MayHoldEscaped<inAttribute>(std::uint64_t{last} << 32 | first)) return false;
+  StoreWord(out, first);
+  StoreWord(out + size - 4, last);
+  return true;
+}
+
 // As CopyBytewise. The room behind out is at least size.
 template <bool inAttribute>
 inline std::size_t CopyClean(const char* in, std::size_t size, char* out) {
   std::size_t i = 0;
-  for (; size - i >= 8; i += 8) {
-    const auto bytes = LoadWord<std::uint64_t>(in + i);
-    if (!MayHoldEscaped<inAttribute>(bytes)) {
-      StoreWord(out + i, bytes);
-    } else if (const std::size_t clean = CopyBytewise<inAttribute>(in + i, 8, out + i); clean < 8) {
-      return i + clean;
-    }
+  for (; size - i > 16; i += 16) {
+    if (CopyIfClean<inAttribute>(in + i, 16, out + i)) continue;
+    const std::size_t clean = CopyBytewise<inAttribute>(in + i, 16, out + i);
+    if (clean < 16) return i + clean;
   }
-  if (i == size) return size;
-  if (size >= 8) {  // the last eight bytes once more
-    const auto bytes = LoadWord<std::uint64_t>(in + size - 8);
-    if (!MayHoldEscaped<inAttribute>(bytes)) {
-      StoreWord(out + size - 8, bytes);
-      return size;
-    }
-  } else if (size >= 4) {  // two words of four bytes that overlap
-    const auto first = LoadWord<std::uint32_t>(in);
-    const auto last = LoadWord<std::uint32_t>(in + size - 4);
-    if (!MayHoldEscaped<inAttribute>(std::uint64_t{last} << 32 | first)) {
-      StoreWord(out, first);
-      StoreWord(out + size - 4, last);
-      return size;
-    }
-  }
-  return i + CopyBytewise<inAttribute>(in + i, size - i, out + i);
-}
-
-// Copies a few bytes, without a call where there are at most 16; answers the place behind them.
-inline char* CopyShort(char* out, const char* in, std::size_t size) {
-  if (size > 16) {
-    std::memcpy(out, in, size);
-  } else if (size >= 8) {
-    const auto first = LoadWord<std::uint64_t>(in);
-    const auto last = LoadWord<std::uint64_t>(in + size - 8);
-    StoreWord(out, first);
-    StoreWord(out + size - 8, last);
-  } else if (size >= 4) {
-    const auto first = LoadWord<std::uint32_t>(in);
-    const auto last = LoadWord<std::uint32_t>(in + size - 4);
-    StoreWord(out, first);
-    StoreWord(out + size - 4, last);
-  } else {
-    for (std::size_t i = 0; i < size; ++i) out[i] = in[i];
-  }
-  return out + size;
+  const std::size_t rest = size - i;
+  if (rest >= 4 && CopyIfClean<inAttribute>(in + i, rest, out + i)) return size;
+  return i + CopyBytewise<inAttribute>(in + i, rest, out + i);
 }
 
 }  // namespace QzXmlLib16::detail

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
+#include <typeinfo>
 #include <utility>
 
 #include "qzxml/platform/Assert.h"
@@ -37,7 +39,7 @@ constexpr std::size_t kLargestPiece = 4095;      // that is put together inside 
 constexpr std::size_t kPreparedIndents = 128;    // bytes
 constexpr char kCDataBegin[] = "<![CDATA[";
 
-char* PutText(char* out, const std::string& text) {
+char* PutText(char* out, std::string_view text) {
   return detail::CopyShort(out, text.data(), text.size());
 }
 
@@ -48,8 +50,19 @@ char* PutText(char* out, const char (&literal)[size]) {
   return out + size - 1;
 }
 
+std::size_t GetPrefixSize(const std::string* prefix) {
+  return prefix != nullptr ? prefix->size() + 1 : 0;
+}
+
+char* PutPrefix(char* out, const std::string* prefix) {
+  if (prefix == nullptr) return out;
+  out = PutText(out, *prefix);
+  *out++ = ':';
+  return out;
+}
+
 bool IsMarkedAsCData(const std::string& text) {
-  return text.compare(0, sizeof(kCDataBegin) - 1, kCDataBegin) == 0;
+  return text[0] == '<' && text.compare(0, sizeof(kCDataBegin) - 1, kCDataBegin) == 0;
 }
 
 const std::string& SchemaInstanceNamespace() {
@@ -59,17 +72,7 @@ const std::string& SchemaInstanceNamespace() {
 
 }  // namespace
 
-CXmlTextWriter::CXmlTextWriter(CTextStream* stream)
-    : CXmlWriter("CXmlTextWriter"),
-      m_eolType(EOLType_LF),
-      m_bWriteDefaultValues(false),
-      m_strEol("\n"),
-      m_bFormatted(true),
-      m_pStream(stream) {
-  SetIndentChars("\t");
-}
-
-CXmlTextWriter::~CXmlTextWriter() = default;
+// ---- Putting bytes ----
 
 // An element that has not become the innermost one yet: given back when its start tag fails.
 class CXmlTextWriter::NewElement {
@@ -90,23 +93,35 @@ class CXmlTextWriter::NewElement {
   CXmlWriterContext* m_pContext;
 };
 
-// Puts what fill makes, at most size bytes: fill gets the place to write to and answers its end.
-template <typename Fill>
-void CXmlTextWriter::PutPiece(std::size_t size, Fill fill) {
-  char* out =
-      size <= kLargestPiece ? m_pStream->Reserve(static_cast<std::uint32_t>(size)) : nullptr;
-  if (out != nullptr) {
-    m_pStream->Commit(static_cast<std::uint32_t>(fill(out) - out));
-    return;
+// Where to put a piece of at most size bytes together; EndPiece takes it from there.
+inline char* CXmlTextWriter::BeginPiece(std::size_t size) {
+  if (size <= kLargestPiece) {
+    char* const out = m_pStream->Reserve(static_cast<std::uint32_t>(size));
+    if (out != nullptr) return out;
   }
   if (m_strPiece.size() < size) m_strPiece.resize(size);
-  out = &m_strPiece[0];
-  m_pStream->Put(out, static_cast<std::size_t>(fill(out) - out));
+  return &m_strPiece[0];
+}
+
+inline void CXmlTextWriter::EndPiece(const char* begin, const char* end) {
+  const auto size = static_cast<std::size_t>(end - begin);
+  if (begin != m_strPiece.data()) {
+    m_pStream->Commit(static_cast<std::uint32_t>(size));
+  } else {
+    m_pStream->Put(begin, size);
+  }
+}
+
+template <std::size_t size>
+inline void CXmlTextWriter::PutLiteral(const char (&literal)[size]) {
+  m_pStream->Put(literal, size - 1);
 }
 
 // Puts a text escaped, up to its first zero byte.
 template <bool inAttribute>
-void CXmlTextWriter::PutEscaped(const char* text, std::size_t size) {
+inline void CXmlTextWriter::PutEscaped(const std::string& value) {
+  const char* text = value.data();
+  std::size_t size = value.size();
   while (size > 0) {
     char* const out = m_pStream->Reserve(1);
     const std::size_t room = std::min<std::size_t>(size, m_pStream->GetFree());
@@ -126,7 +141,7 @@ void CXmlTextWriter::PutEscape(char c, bool inAttribute) {
   switch (c) {
     case '\n':
       if (inAttribute) {
-        m_pStream->Put("&#xA;");
+        PutLiteral("&#xA;");
       } else {
         PutTextEol();
       }
@@ -135,16 +150,16 @@ void CXmlTextWriter::PutEscape(char c, bool inAttribute) {
       QZ_ASSERT_TEXT(AreDocumentValues(), "false");
       break;
     case '"':
-      m_pStream->Put("&quot;");
+      PutLiteral("&quot;");
       break;
     case '&':
-      m_pStream->Put("&amp;");
+      PutLiteral("&amp;");
       break;
     case '<':
-      m_pStream->Put("&lt;");
+      PutLiteral("&lt;");
       break;
     case '>':
-      m_pStream->Put("&gt;");
+      PutLiteral("&gt;");
       break;
     default:
       m_pStream->Put(c);
@@ -156,50 +171,48 @@ void CXmlTextWriter::PutEscape(char c, bool inAttribute) {
 void CXmlTextWriter::PutTextEol() {
   switch (m_eolType) {
     case EOLType_CRLF:
-      m_pStream->Put("\r\n");
+      PutLiteral("\r\n");
       break;
     case EOLType_LF:
-      m_pStream->Put('\n');
+      PutLiteral("\n");
       break;
     default:
       throw CQzException(Messages::kInvalidEolType);
   }
 }
 
-void CXmlTextWriter::FlushWhenDue() {
-  if (m_pStream->GetLength() >= kFlushThreshold) m_pStream->Flush();
+// A stream that is only a buffer does nothing in its Flush, and is not asked.
+inline void CXmlTextWriter::FlushWhenDue() {
+  if (m_bStreamFlushes && m_pStream->GetLength() >= kFlushThreshold) m_pStream->Flush();
 }
 
-std::size_t CXmlTextWriter::GetIndentSize(std::uint32_t depth) const {
+inline std::size_t CXmlTextWriter::GetIndentSize(std::uint32_t depth) const {
   return m_bFormatted ? m_strIndentChars.size() * depth : 0;
 }
 
 // size is a multiple of the indent characters, as m_strIndents is.
-char* CXmlTextWriter::PutIndent(char* out, std::size_t size) const {
+inline char* CXmlTextWriter::PutIndent(char* out, std::size_t size) const {
   for (; size > m_strIndents.size(); size -= m_strIndents.size()) out = PutText(out, m_strIndents);
   return detail::CopyShort(out, m_strIndents.data(), size);
 }
 
-char* CXmlTextWriter::PutPrefix(char* out, const std::string* prefix) {
-  if (prefix == nullptr) return out;
-  out = PutText(out, *prefix);
-  *out++ = ':';
-  return out;
+inline std::size_t CXmlTextWriter::GetTagEolSize() const {
+  return m_bFormatted ? m_strEol.size() : 0;
 }
 
 // Behind a tag.
-char* CXmlTextWriter::PutEol(char* out) const {
+inline char* CXmlTextWriter::PutTagEol(char* out) const {
   return m_bFormatted ? PutText(out, m_strEol) : out;
 }
 
 // Meant: the URI goes out as it stands.
 void CXmlTextWriter::PutDeclaration(const std::string* alias, const std::string& uri) {
-  m_pStream->Put(" xmlns");
+  PutLiteral(" xmlns");
   if (alias != nullptr) {
     m_pStream->Put(':');
     m_pStream->Put(*alias);
   }
-  m_pStream->Put("=\"");
+  PutLiteral("=\"");
   m_pStream->Put(uri);
   m_pStream->Put('"');
 }
@@ -221,6 +234,21 @@ const std::string* CXmlTextWriter::GetAttributeAlias(const std::string& uri, con
   m_pStream->Put(behind);
   return alias;
 }
+
+// ---- Construction and options ----
+
+CXmlTextWriter::CXmlTextWriter(CTextStream* stream)
+    : CXmlWriter("CXmlTextWriter"),
+      m_eolType(EOLType_LF),
+      m_bWriteDefaultValues(false),
+      m_strEol("\n"),
+      m_bFormatted(true),
+      m_bStreamFlushes(typeid(*stream) != typeid(CTextStream)),
+      m_pStream(stream) {
+  SetIndentChars("\t");
+}
+
+CXmlTextWriter::~CXmlTextWriter() = default;
 
 void CXmlTextWriter::SetFormatted(bool formatted) {
   QZ_ASSERT_TEXT(m_pContext == nullptr, "m_pContext == 0");
@@ -255,6 +283,8 @@ void CXmlTextWriter::SetIndentChars(const std::string& chars) {
 void CXmlTextWriter::StartDocument() {
   CXmlWriter::StartDocument();
   m_pStream->Start();
+  // A derived class may have operations of its own for what the short way leaves out.
+  if (typeid(*this) == typeid(CXmlTextWriter)) SetTextElementFunction(&PutTextElement);
 }
 
 void CXmlTextWriter::EndDocument() {
@@ -291,7 +321,7 @@ void CXmlTextWriter::WriteDirective(const std::string& text) {
 
 void CXmlTextWriter::WriteComment(const std::string& text) {
   m_pStream->Put("<!--");
-  PutEscaped<false>(text.data(), text.size());
+  PutEscaped<false>(text);
   m_pStream->Put("-->");
   m_pStream->Put(m_strEol);
   FlushWhenDue();
@@ -313,8 +343,9 @@ void CXmlTextWriter::WriteInlineSchema(const std::string& text) {
 }
 
 void CXmlTextWriter::WriteStartElement(const std::string& name, const std::string& uri) {
-  CloseOpenStartTag();
-  const bool isRoot = m_pContext == nullptr;
+  CXmlWriterContext* const parent = m_pContext;
+  if (parent != nullptr) parent->AddChild();
+  const bool closeParent = parent != nullptr && parent->IsStartTagOpen();
   NewElement element(this, name, uri);
   const std::string* prefix = nullptr;
   const bool declare = !element->FindPrefix(prefix);
@@ -322,15 +353,20 @@ void CXmlTextWriter::WriteStartElement(const std::string& name, const std::strin
     element->AddNamespaceMapValue(uri, element->GenerateAlias());
     element->FindPrefix(prefix);
   }
+  const std::size_t closeSize = closeParent ? 1 + GetTagEolSize() : 0;
   const std::size_t indent = GetIndentSize(element->GetDepth());
-  const std::size_t prefixSize = prefix != nullptr ? prefix->size() + 1 : 0;
-  PutPiece(indent + 1 + prefixSize + name.size(), [&](char* out) {
-    out = PutIndent(out, indent);
-    *out++ = '<';
-    return PutText(PutPrefix(out, prefix), name);
-  });
+  char* const begin = BeginPiece(closeSize + indent + 1 + GetPrefixSize(prefix) + name.size());
+  char* out = begin;
+  if (closeParent) {
+    *out++ = '>';
+    out = PutTagEol(out);
+  }
+  out = PutIndent(out, indent);
+  *out++ = '<';
+  EndPiece(begin, PutText(PutPrefix(out, prefix), name));
+  if (parent != nullptr) parent->SetStartTagOpen(false);
   if (declare) PutDeclaration(prefix, uri);
-  if (isRoot) PutRootDeclarations();
+  if (parent == nullptr) PutRootDeclarations();
   FlushWhenDue();
   m_pContext = element.Begin();
 }
@@ -346,7 +382,7 @@ void CXmlTextWriter::WriteText(const std::string& text, ItemType, bool isDefault
   if (IsMarkedAsCData(text)) {
     m_pStream->Put(text);
   } else {
-    PutEscaped<false>(text.data(), text.size());
+    PutEscaped<false>(text);
   }
   FlushWhenDue();
 }
@@ -354,28 +390,31 @@ void CXmlTextWriter::WriteText(const std::string& text, ItemType, bool isDefault
 void CXmlTextWriter::WriteEndElement() {
   QZ_ASSERT_TEXT(m_pContext != nullptr, "m_pContext != 0");
   if (m_pContext == nullptr) return;
-  const std::size_t eolSize = m_bFormatted ? m_strEol.size() : 0;
   if (m_pContext->IsStartTagOpen()) {
-    PutPiece(2 + eolSize, [&](char* out) { return PutEol(PutText(out, "/>")); });
+    char* const begin = BeginPiece(2 + GetTagEolSize());
+    EndPiece(begin, PutTagEol(PutText(begin, "/>")));
   } else {
-    // Meant: the default namespace may have changed since the start tag, and then the two differ.
-    const std::string* prefix = nullptr;
-    if (!m_pContext->FindPrefix(prefix)) {
-      prefix = &m_pContext->GetNamespaceMapValue(m_pContext->GetNamespace());
-    }
-    const std::string& name = m_pContext->GetName();
-    const std::size_t prefixSize = prefix != nullptr ? prefix->size() + 1 : 0;
-    const std::size_t indent =
-        m_pContext->GetChildCount() != 0 ? GetIndentSize(m_pContext->GetDepth()) : 0;
-    PutPiece(indent + 2 + prefixSize + name.size() + 1 + eolSize, [&](char* out) {
-      out = PutText(PutIndent(out, indent), "</");
-      out = PutText(PutPrefix(out, prefix), name);
-      *out++ = '>';
-      return PutEol(out);
-    });
+    PutEndTag();
   }
   FlushWhenDue();
   m_pContext = CloseContext(m_pContext);
+}
+
+inline void CXmlTextWriter::PutEndTag() {
+  // Meant: the default namespace may have changed since the start tag, and then the two differ.
+  const std::string* prefix = nullptr;
+  if (!m_pContext->FindPrefix(prefix)) {
+    prefix = &m_pContext->GetNamespaceMapValue(m_pContext->GetNamespace());
+  }
+  const std::string_view name = m_pContext->GetName();
+  const bool hasChildren = m_pContext->GetChildCount() != 0;
+  const std::size_t indent = hasChildren ? GetIndentSize(m_pContext->GetDepth()) : 0;
+  char* const begin =
+      BeginPiece(indent + 2 + GetPrefixSize(prefix) + name.size() + 1 + GetTagEolSize());
+  char* out = PutText(PutIndent(begin, indent), "</");
+  out = PutText(PutPrefix(out, prefix), name);
+  *out++ = '>';
+  EndPiece(begin, PutTagEol(out));
 }
 
 void CXmlTextWriter::WriteAttribute(const std::string& name, const std::string& uri,
@@ -387,14 +426,78 @@ void CXmlTextWriter::WriteAttribute(const std::string& name, const std::string& 
     QZ_ASSERT_TEXT(!prefix->empty(),
                    "m_pContext->GetNamespaceMapValue(strNamespace).length() != 0");
   }
-  const std::size_t prefixSize = prefix != nullptr ? prefix->size() + 1 : 0;
-  PutPiece(1 + prefixSize + name.size() + 2, [&](char* out) {
-    *out++ = ' ';
-    return PutText(PutText(PutPrefix(out, prefix), name), "=\"");
-  });
-  PutEscaped<true>(value.data(), value.size());
-  m_pStream->Put('"');
+  const std::size_t nameSize = 1 + GetPrefixSize(prefix) + name.size() + 2;
+  const bool isShort = nameSize + value.size() < kLargestPiece;
+  char* const begin = BeginPiece(isShort ? nameSize + value.size() + 1 : nameSize);
+  *begin = ' ';
+  char* const out = PutText(PutText(PutPrefix(begin + 1, prefix), name), "=\"");
+  if (isShort && detail::CopyClean<true>(value.data(), value.size(), out) == value.size()) {
+    out[value.size()] = '"';
+    EndPiece(begin, out + value.size() + 1);
+  } else {
+    EndPiece(begin, out);
+    PutEscaped<true>(value);
+    m_pStream->Put('"');
+  }
   FlushWhenDue();
+}
+
+// The prefix of an element inside the innermost one; false when its namespace is unknown.
+inline bool CXmlTextWriter::FindElementPrefix(const std::string& uri, const std::string*& prefix) {
+  prefix = nullptr;
+  if (uri.empty()) return true;
+  if (detail::AreEqual(uri, m_pContext->GetNamespace())) return m_pContext->FindPrefix(prefix);
+  if (detail::AreEqual(uri, m_pContext->GetDefaultNamespace())) return true;
+  prefix = m_pContext->FindAlias(uri);
+  return prefix != nullptr;
+}
+
+// The three calls of an element with nothing but a text, for the ordinary case: a known namespace,
+// no byte to escape, room in the stream's block, no flush due before its end. Any other case is
+// theirs.
+bool CXmlTextWriter::PutTextElement(CXmlWriter* writer, const std::string& name,
+                                    const std::string& uri, const std::string& text,
+                                    bool isDefault) {
+  CXmlTextWriter& self = *static_cast<CXmlTextWriter*>(writer);
+  CXmlWriterContext* const parent = self.m_pContext;
+  const std::string* prefix = nullptr;
+  if (parent == nullptr || !self.FindElementPrefix(uri, prefix)) return false;
+
+  const bool closeParent = parent->IsStartTagOpen();
+  const std::size_t closeSize = closeParent ? 1 + self.GetTagEolSize() : 0;
+  const std::size_t indent = self.GetIndentSize(parent->GetDepth() + 1);
+  const std::size_t nameSize = GetPrefixSize(prefix) + name.size();
+  const std::size_t textSize = isDefault && !self.m_bWriteDefaultValues ? 0 : text.size();
+  const std::size_t size =
+      closeSize + indent + 2 * nameSize + textSize + (sizeof("<></>") - 1) + self.GetTagEolSize();
+  CTextStream& stream = *self.m_pStream;
+  if (size > kLargestPiece) return false;
+  if (self.m_bStreamFlushes && stream.GetLength() + size >= kFlushThreshold) return false;
+  char* const begin = stream.Reserve(static_cast<std::uint32_t>(size));
+  if (begin == nullptr) return false;
+
+  char* out = begin;
+  if (closeParent) {
+    *out++ = '>';
+    out = self.PutTagEol(out);
+  }
+  out = self.PutIndent(out, indent);
+  *out++ = '<';
+  out = PutText(PutPrefix(out, prefix), name);
+  if (textSize == 0) {
+    out = PutText(out, "/>");
+  } else {
+    *out++ = '>';
+    if (detail::CopyClean<false>(text.data(), textSize, out) != textSize) return false;
+    out = PutText(PutPrefix(PutText(out + textSize, "</"), prefix), name);
+    *out++ = '>';
+  }
+  out = self.PutTagEol(out);
+  stream.Commit(static_cast<std::uint32_t>(out - begin));
+  parent->AddChild();
+  parent->SetStartTagOpen(false);
+  CXmlWriterContext::CountInstance();
+  return true;
 }
 
 void CXmlTextWriter::WriteXsiType(const std::string& typeUri, const std::string& typeName,
@@ -423,11 +526,9 @@ void CXmlTextWriter::CloseOpenStartTag() {
   if (m_pContext == nullptr) return;
   m_pContext->AddChild();
   if (!m_pContext->IsStartTagOpen()) return;
+  m_pStream->Put('>');
+  if (m_bFormatted) m_pStream->Put(m_strEol);
   m_pContext->SetStartTagOpen(false);
-  PutPiece(1 + m_strEol.size(), [&](char* out) {
-    *out++ = '>';
-    return PutEol(out);
-  });
 }
 
 void CXmlTextWriter::WriteRawLine(const std::string& text) {

@@ -117,25 +117,32 @@ class QZXML_API CXmlTextWriter : public CXmlWriter {
  private:
   class NewElement;
 
-  template <typename Fill>
-  void PutPiece(std::size_t size, Fill fill);
+  char* BeginPiece(std::size_t size);
+  void EndPiece(const char* begin, const char* end);
+  template <std::size_t size>
+  void PutLiteral(const char (&literal)[size]);
   template <bool inAttribute>
-  void PutEscaped(const char* text, std::size_t size);
+  void PutEscaped(const std::string& value);
   void PutEscape(char c, bool inAttribute);
   void PutTextEol();
   void FlushWhenDue();
   std::size_t GetIndentSize(std::uint32_t depth) const;
   char* PutIndent(char* out, std::size_t size) const;
-  static char* PutPrefix(char* out, const std::string* prefix);
-  char* PutEol(char* out) const;
+  std::size_t GetTagEolSize() const;
+  char* PutTagEol(char* out) const;
+  void PutEndTag();
   void PutDeclaration(const std::string* alias, const std::string& uri);
   void PutRootDeclarations();
+  bool FindElementPrefix(const std::string& uri, const std::string*& prefix);
+  static bool PutTextElement(CXmlWriter* writer, const std::string& name, const std::string& uri,
+                             const std::string& text, bool isDefault);
   const std::string* GetAttributeAlias(const std::string& uri, const char* behind);
 
   bool m_bWriteDefaultValues;
   std::string m_strIndentChars;
   std::string m_strEol;
   bool m_bFormatted;
+  bool m_bStreamFlushes;     // false for a plain CTextStream
   CTextStream* m_pStream;    // not owned
   std::string m_strIndents;  // the indent characters many times over
   std::string m_strPiece;    // where a tag is put together that does not fit the stream's block

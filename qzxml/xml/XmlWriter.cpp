@@ -11,7 +11,11 @@
 namespace QzXmlLib16 {
 
 CXmlWriter::CXmlWriter(const char* className)
-    : CInstanceMonitor(className), m_pContext(nullptr), m_pIdle(nullptr), m_bDocumentValues(false) {
+    : CInstanceMonitor(className),
+      m_pContext(nullptr),
+      m_pIdle(nullptr),
+      m_bDocumentValues(false),
+      m_textElement(nullptr) {
   CXmlWriter::AddNamespaceMapping("xml", kXmlNamespace);
 }
 
@@ -52,37 +56,23 @@ void CXmlWriter::SetCollectionState(std::uint32_t state) {
   if (m_pContext != nullptr) m_pContext->SetCollectionState(state);
 }
 
-CXmlWriter::CXmlWriterContext* CXmlWriter::OpenContext(const std::string& name,
-                                                       const std::string& uri) {
+// OpenContext where it is not a nested element in the memory of an ended one.
+CXmlWriter::CXmlWriterContext* CXmlWriter::OpenRootOrNew(const std::string& name,
+                                                         const std::string& uri) {
+  if (m_pContext != nullptr) return new CXmlWriterContext(name, uri, m_pContext);
   if (m_pIdle == nullptr) {
-    if (m_pContext != nullptr) return new CXmlWriterContext(name, uri, m_pContext);
     return new CXmlWriterContext(name, uri, m_strDefaultNamespace, m_namespaces, nullptr);
   }
   CXmlWriterContext* const context = m_pIdle;
   CXmlWriterContext* const nextIdle = context->m_pParent;
-  if (m_pContext != nullptr) {
-    context->OpenNested(name, uri, m_pContext);
-  } else {
-    context->OpenRoot(name, uri, m_strDefaultNamespace, m_namespaces, nullptr);
-  }
+  context->OpenRoot(name, uri, m_strDefaultNamespace, m_namespaces, nullptr);
   m_pIdle = nextIdle;
   context->BeginLife();
   return context;
 }
 
-CXmlWriter::CXmlWriterContext* CXmlWriter::CloseContext(CXmlWriterContext* context) {
-  CXmlWriterContext* const parent = context->DetachParent();
-  context->BeginWait();
-  context->m_pParent = m_pIdle;
-  m_pIdle = context;
-  return parent;
-}
-
-void CXmlWriter::RequireOpenStartTag() const {
-  QZ_ASSERT_TEXT(m_pContext != nullptr, "m_pContext != 0");
-  if (m_pContext == nullptr || !m_pContext->IsStartTagOpen()) {
-    throw CQzException(Messages::kAttributeAfterContent);
-  }
+void CXmlWriter::ThrowAttributeAfterContent() {
+  throw CQzException(Messages::kAttributeAfterContent);
 }
 
 bool CXmlWriter::IsXmlNamespace(const std::string& uri) {

@@ -84,6 +84,16 @@ class QZXML_API CXmlWriter : public CInstanceMonitor {
 
   // ---- For all writers ----
 
+  // An element with nothing but a text: WriteStartElement, WriteText and WriteEndElement in one
+  // call, which a writer can serve in one go.
+  void WriteTextElement(const std::string& name, const std::string& uri, const std::string& text,
+                        ItemType type, bool isDefault) {
+    if (m_textElement != nullptr && m_textElement(this, name, uri, text, isDefault)) return;
+    WriteStartElement(name, uri);
+    WriteText(text, type, isDefault);
+    WriteEndElement();
+  }
+
   // 1 in front of the items of a collection, 3 behind them: kept in the innermost element for
   // formats that mark collections. Does nothing while no element is open.
   void SetCollectionState(std::uint32_t state);
@@ -100,20 +110,28 @@ class QZXML_API CXmlWriter : public CInstanceMonitor {
   // The class name is for the instance monitor. Maps "xml" to the XML namespace.
   explicit CXmlWriter(const char* className);
 
+  // Offers to write an element with nothing but a text in one go. It does so, with the very effects
+  // of the three calls, or answers false and has changed nothing.
+  using TextElementFunction = bool (*)(CXmlWriter* writer, const std::string& name,
+                                       const std::string& uri, const std::string& text,
+                                       bool isDefault);
+  void SetTextElementFunction(TextElementFunction function) { m_textElement = function; }
+
   // ---- The stack of open elements ----
 
   // A context for an element below m_pContext or, when that is null, for a root with the default
   // namespace and the prefixes of this writer. It is handed out detached from m_pContext's place:
-  // the caller makes it m_pContext or gives it back with CloseContext.
-  CXmlWriterContext* OpenContext(const std::string& name, const std::string& uri);
+  // the caller makes it m_pContext or gives it back with CloseContext. (Both are defined in
+  // XmlWriterContext.h.)
+  inline CXmlWriterContext* OpenContext(const std::string& name, const std::string& uri);
 
   // Ends a context that OpenContext gave, the innermost one: what it declared is forgotten, and its
   // memory serves a later element. Answers its parent.
-  CXmlWriterContext* CloseContext(CXmlWriterContext* context);
+  inline CXmlWriterContext* CloseContext(CXmlWriterContext* context);
 
-  // Throws CQzException "Attributes must be added before elements" unless a start tag is open;
-  // asserts "m_pContext != 0" first.
-  void RequireOpenStartTag() const;
+  // Asserts "m_pContext != 0", then throws CQzException "Attributes must be added before elements"
+  // unless a start tag is open.
+  inline void RequireOpenStartTag() const;
 
   // Whether the XML namespace name begins the uri (meant: a longer uri counts as well), which is
   // never declared.
@@ -126,6 +144,9 @@ class QZXML_API CXmlWriter : public CInstanceMonitor {
   bool AreDocumentValues() const { return m_bDocumentValues; }
 
  private:
+  CXmlWriterContext* OpenRootOrNew(const std::string& name, const std::string& uri);
+  [[noreturn]] static void ThrowAttributeAfterContent();
+
   std::string m_strDefaultNamespace;  // for the root; empty for none
 
  protected:
@@ -136,6 +157,7 @@ class QZXML_API CXmlWriter : public CInstanceMonitor {
   NamespaceMap m_namespaces;   // for the root
   CXmlWriterContext* m_pIdle;  // ended contexts, chained by their parents, for reuse
   bool m_bDocumentValues;
+  TextElementFunction m_textElement;  // null for none
   Scratch m_scratch;
 };
 

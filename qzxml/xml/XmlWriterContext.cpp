@@ -1,7 +1,5 @@
 #include "qzxml/xml/XmlWriterContext.h"
 
-#include "qzxml/platform/Assert.h"
-
 namespace QzXmlLib16 {
 namespace {
 
@@ -20,7 +18,12 @@ CXmlWriter::CXmlWriterContext::CXmlWriterContext(const std::string& name, const 
 CXmlWriter::CXmlWriterContext::CXmlWriterContext(const std::string& name, const std::string& uri,
                                                  CXmlWriterContext* parent)
     : CInstanceMonitor(s_contextClass) {
-  OpenNested(name, uri, parent);
+  QZ_ASSERT(parent != nullptr);
+  if (parent != nullptr) {
+    OpenNested(name, uri, parent);
+  } else {
+    OpenRoot(name, uri, std::string(), NamespaceMap(), nullptr);
+  }
 }
 
 CXmlWriter::CXmlWriterContext::~CXmlWriterContext() {
@@ -33,12 +36,7 @@ CXmlWriter::CXmlWriterContext::~CXmlWriterContext() {
   }
 }
 
-CXmlWriter::CXmlWriterContext* CXmlWriter::CXmlWriterContext::DetachParent() {
-  CXmlWriterContext* const parent = m_pParent;
-  if (m_pScope == this && m_rootNamespaces.get() != m_pNamespaces) m_pNamespaces->PutBack(m_outer);
-  m_pParent = nullptr;
-  return parent;
-}
+void CXmlWriter::CXmlWriterContext::CountInstance() { s_contextClass.GetRecord()->CountMade(); }
 
 void CXmlWriter::CXmlWriterContext::SetDefaultNamespace(const std::string& uri) {
   BeginScope();
@@ -77,43 +75,14 @@ void CXmlWriter::CXmlWriterContext::OpenRoot(const std::string& name, const std:
   m_pNamespaces = m_rootNamespaces.get();
   m_strDefaultNamespace = defaultNamespace;
   m_pScope = this;
+  SetOwnNamespace(uri);
+  Open(name, parent);
+}
+
+void CXmlWriter::CXmlWriterContext::SetOwnNamespace(const std::string& uri) {
   m_strNamespace = uri;
   m_pNamespace = &m_strNamespace;
   m_prefixState = 0;
-  Open(name, parent);
-}
-
-void CXmlWriter::CXmlWriterContext::OpenNested(const std::string& name, const std::string& uri,
-                                               CXmlWriterContext* parent) {
-  QZ_ASSERT(parent != nullptr);
-  if (parent == nullptr) {
-    OpenRoot(name, uri, std::string(), NamespaceMap(), nullptr);
-    return;
-  }
-  m_pNamespaces = parent->m_pNamespaces;
-  m_pScope = parent->m_pScope;
-  if (uri == *parent->m_pNamespace) {
-    m_pNamespace = parent->m_pNamespace;
-    m_pPrefix = parent->m_pPrefix;
-    m_prefixState = parent->m_prefixState;
-  } else {
-    m_strNamespace = uri;
-    m_pNamespace = &m_strNamespace;
-    m_prefixState = 0;
-  }
-  Open(name, parent);
-}
-
-// What is the same for every element. The parent comes last: until then the context stands where it
-// stood, whatever fails.
-void CXmlWriter::CXmlWriterContext::Open(const std::string& name, CXmlWriterContext* parent) {
-  m_strName = name;
-  m_dwChildCount = 0;
-  m_bStartTagOpen = true;
-  m_dwDepth = parent != nullptr ? parent->m_dwDepth + 1 : 0;
-  m_bHasAttributes = false;
-  m_dwCollectionState = 0;
-  m_pParent = parent;
 }
 
 // The first change to what is inherited gives the context a scope of its own.
@@ -122,6 +91,11 @@ void CXmlWriter::CXmlWriterContext::BeginScope() {
   m_outer = m_pNamespaces->GetMark();
   m_strDefaultNamespace = m_pScope->m_strDefaultNamespace;
   m_pScope = this;
+}
+
+// The root's scope ends with the chain.
+void CXmlWriter::CXmlWriterContext::EndScope() {
+  if (m_pNamespaces != m_rootNamespaces.get()) m_pNamespaces->PutBack(m_outer);
 }
 
 bool CXmlWriter::CXmlWriterContext::ResolvePrefix() {

@@ -3,8 +3,11 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
+#include "qzxml/platform/Assert.h"
 #include "qzxml/platform/Export.h"
+#include "qzxml/xml/ShortText.h"
 #include "qzxml/xml/XmlWriter.h"
 #include "qzxml/xml/XmlWriterScopes.h"
 
@@ -30,12 +33,17 @@ class QZXML_API CXmlWriter::CXmlWriterContext : public CInstanceMonitor {
 
   // ---- The element ----
 
-  const std::string& GetName() const { return m_strName; }
+  std::string_view GetName() const { return m_name.View(); }
   const std::string& GetNamespace() const { return *m_pNamespace; }  // as given, empty for none
   CXmlWriterContext* GetParent() const { return m_pParent; }         // null for the root
 
   // Ends what this element declared and lets go of the parent, which the caller then owns.
-  CXmlWriterContext* DetachParent();
+  CXmlWriterContext* DetachParent() {
+    if (m_pScope == this) EndScope();
+    CXmlWriterContext* const parent = m_pParent;
+    m_pParent = nullptr;
+    return parent;
+  }
 
   std::uint32_t GetDepth() const { return m_dwDepth; }  // 0 for the root at first
   void SetDepth(std::uint32_t depth) { m_dwDepth = depth; }
@@ -47,6 +55,9 @@ class QZXML_API CXmlWriter::CXmlWriterContext : public CInstanceMonitor {
   void SetHasAttributes(bool has) { m_bHasAttributes = has; }
   std::uint32_t GetCollectionState() const { return m_dwCollectionState; }
   void SetCollectionState(std::uint32_t state) { m_dwCollectionState = state; }
+
+  // Counts a context that was not needed: an element that was written in one go.
+  static void CountInstance();
 
   // ---- The namespaces in force ----
 
@@ -81,25 +92,82 @@ class QZXML_API CXmlWriter::CXmlWriterContext : public CInstanceMonitor {
                 CXmlWriterContext* parent);
   void OpenNested(const std::string& name, const std::string& uri, CXmlWriterContext* parent);
   void Open(const std::string& name, CXmlWriterContext* parent);
+  void SetOwnNamespace(const std::string& uri);
   void BeginScope();
+  void EndScope();
   bool ResolvePrefix();
 
   std::uint32_t m_dwChildCount;
   bool m_bStartTagOpen;
+  bool m_bHasAttributes;  // for Fast Infoset
   std::uint32_t m_dwDepth;
-  std::string m_strNamespace;       // unless it is the parent's
-  const std::string* m_pNamespace;  // m_strNamespace, or that of an outer element
-  const std::string* m_pPrefix;     // what FindPrefix found
-  std::uint64_t m_prefixState;      // with these namespaces in force; 0 for never
-  std::string m_strName;
+  std::uint32_t m_dwCollectionState;  // for JSON
+  detail::ShortText m_name;
   CXmlWriterContext* m_pParent;            // owned
-  bool m_bHasAttributes;                   // for Fast Infoset
-  std::uint32_t m_dwCollectionState;       // for JSON
-  std::string m_strDefaultNamespace;       // of a context with a scope of its own
   CXmlWriterContext* m_pScope;             // the nearest context with a scope of its own
-  detail::XmlWriterScopes::Mark m_outer;   // what was in force outside the own scope
   detail::XmlWriterScopes* m_pNamespaces;  // of the whole chain, owned by its root
+  const std::string* m_pNamespace;         // m_strNamespace, or that of an outer element
+  const std::string* m_pPrefix;            // what FindPrefix found
+  std::uint64_t m_prefixState;             // with these namespaces in force; 0 for never
+  std::string m_strNamespace;              // unless it is the parent's
+  std::string m_strDefaultNamespace;       // of a context with a scope of its own
+  detail::XmlWriterScopes::Mark m_outer;   // what was in force outside the own scope
   std::unique_ptr<detail::XmlWriterScopes> m_rootNamespaces;
 };
+
+// ---- On the path of each element ----
+
+inline void CXmlWriter::CXmlWriterContext::OpenNested(const std::string& name,
+                                                      const std::string& uri,
+                                                      CXmlWriterContext* parent) {
+  m_pNamespaces = parent->m_pNamespaces;
+  m_pScope = parent->m_pScope;
+  const std::string& outer = *parent->m_pNamespace;
+  if (detail::AreEqual(uri, outer)) {
+    m_pNamespace = &outer;
+    m_pPrefix = parent->m_pPrefix;
+    m_prefixState = parent->m_prefixState;
+  } else {
+    SetOwnNamespace(uri);
+  }
+  Open(name, parent);
+}
+
+// What is the same for every element. The parent comes last: until then the context stands where it
+// stood, whatever fails.
+inline void CXmlWriter::CXmlWriterContext::Open(const std::string& name,
+                                                CXmlWriterContext* parent) {
+  m_name.Assign(name.data(), name.size());
+  m_dwChildCount = 0;
+  m_bStartTagOpen = true;
+  m_bHasAttributes = false;
+  m_dwDepth = parent != nullptr ? parent->m_dwDepth + 1 : 0;
+  m_dwCollectionState = 0;
+  m_pParent = parent;
+}
+
+inline CXmlWriter::CXmlWriterContext* CXmlWriter::OpenContext(const std::string& name,
+                                                              const std::string& uri) {
+  CXmlWriterContext* const context = m_pIdle;
+  if (context == nullptr || m_pContext == nullptr) return OpenRootOrNew(name, uri);
+  CXmlWriterContext* const nextIdle = context->m_pParent;
+  context->OpenNested(name, uri, m_pContext);
+  m_pIdle = nextIdle;
+  context->BeginLife();
+  return context;
+}
+
+inline CXmlWriter::CXmlWriterContext* CXmlWriter::CloseContext(CXmlWriterContext* context) {
+  CXmlWriterContext* const parent = context->DetachParent();
+  context->BeginWait();
+  context->m_pParent = m_pIdle;
+  m_pIdle = context;
+  return parent;
+}
+
+inline void CXmlWriter::RequireOpenStartTag() const {
+  QZ_ASSERT_TEXT(m_pContext != nullptr, "m_pContext != 0");
+  if (m_pContext == nullptr || !m_pContext->IsStartTagOpen()) ThrowAttributeAfterContent();
+}
 
 }  // namespace QzXmlLib16

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <string_view>
+
+// Names, prefixes and namespaces are short: copying and comparing them costs less in place than by
+// a call.
+namespace QzXmlLib16::detail {
+
+template <typename Word>
+inline Word LoadWord(const char* from) {
+  Word word;
+  std::memcpy(&word, from, sizeof(Word));
+  return word;
+}
+
+template <typename Word>
+inline void StoreWord(char* to, Word word) {
+  std::memcpy(to, &word, sizeof(Word));
+}
+
+// Copies bytes, without a call where there are at most 32; answers the place behind them. Words of
+// the largest size that fits are copied from both ends, and may overlap.
+inline char* CopyShort(char* out, const char* in, std::size_t size) {
+  if (size > 32) {
+    std::memcpy(out, in, size);
+  } else if (size >= 8) {
+    const auto first = LoadWord<std::uint64_t>(in);
+    const auto last = LoadWord<std::uint64_t>(in + size - 8);
+    if (size > 16) {
+      const auto second = LoadWord<std::uint64_t>(in + 8);
+      const auto third = LoadWord<std::uint64_t>(in + size - 16);
+      StoreWord(out + 8, second);
+      StoreWord(out + size - 16, third);
+    }
+    StoreWord(out, first);
+    StoreWord(out + size - 8, last);
+  } else if (size >= 4) {
+    const auto first = LoadWord<std::uint32_t>(in);
+    const auto last = LoadWord<std::uint32_t>(in + size - 4);
+    StoreWord(out, first);
+    StoreWord(out + size - 4, last);
+  } else if (size > 0) {
+    out[0] = in[0];
+    out[size / 2] = in[size / 2];
+    out[size - 1] = in[size - 1];
+  }
+  return out + size;
+}
+
+inline bool AreEqual(const char* a, const char* b, std::size_t size) {
+  const auto differ = [a, b](std::size_t at) {
+    return LoadWord<std::uint64_t>(a + at) ^ LoadWord<std::uint64_t>(b + at);
+  };
+  if (size < 8) {
+    std::size_t i = 0;
+    while (i < size && a[i] == b[i]) ++i;
+    return i == size;
+  }
+  std::size_t i = 0;
+  for (; size - i > 32; i += 32) {
+    if ((differ(i) | differ(i + 8) | differ(i + 16) | differ(i + 24)) != 0) return false;
+  }
+  for (; size - i > 8; i += 8) {
+    if (differ(i) != 0) return false;
+  }
+  return differ(size - 8) == 0;
+}
+
+inline bool AreEqual(const std::string& a, const std::string& b) {
+  return a.size() == b.size() && AreEqual(a.data(), b.data(), a.size());
+}
+
+// A text that keeps its memory when it is assigned anew.
+class ShortText {
+ public:
+  void Assign(const char* text, std::size_t size) {
+    if (size > m_capacity) Grow(size);
+    CopyShort(m_data.get(), text, size);
+    m_size = size;
+  }
+  std::string_view View() const { return {m_data.get(), m_size}; }
+
+ private:
+  void Grow(std::size_t size) {
+    const std::size_t capacity = size < 32 ? 32 : size * 2;
+    m_data.reset(new char[capacity]);
+    m_capacity = capacity;
+  }
+
+  std::unique_ptr<char[]> m_data;
+  std::size_t m_size = 0;
+  std::size_t m_capacity = 0;
+};
+
+}  // namespace QzXmlLib16::detail
