@@ -49,3 +49,4 @@
 #include "qzxml/xml/XmlNamespaces.h"
 #include "qzxml/xml/XmlTextWriter.h"
 #include "qzxml/xml/XmlWriter.h"
+#include "qzxml/xml/XmlWriterContext.h"

@@ -1,0 +1,235 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "qzxml/xml/XmlTextWriter.h"
+#include "tests/support/QzTest.h"
+#include "tests/xml/XmlTextWriterOutput.h"
+
+using namespace QzXmlLib16;
+using namespace qztest;
+
+// ---- Flushing ----
+
+namespace {
+
+struct Operation {
+  const char* name;
+  bool inElement;  // needs an open element
+  bool flushes;
+  std::function<void(CXmlTextWriter&)> run;
+};
+
+const Operation kOperations[] = {
+    {"WriteXmlDeclaration", false, true, [](auto& w) { w.WriteXmlDeclaration(); }},
+    {"WriteDirective", false, true, [](auto& w) { w.WriteDirective("<!DOCTYPE a>"); }},
+    {"WriteComment", false, true, [](auto& w) { w.WriteComment("text"); }},
+    {"WriteProcessingInstruction", false, true,
+     [](auto& w) { w.WriteProcessingInstruction("<?p?>"); }},
+    {"WriteStartElement of a root", false, true, [](auto& w) { w.WriteStartElement("a", "u"); }},
+    {"WriteInlineSchema", true, true, [](auto& w) { w.WriteInlineSchema("a=\"1\""); }},
+    {"WriteStartElement", true, true, [](auto& w) { w.WriteStartElement("a", ""); }},
+    {"WriteAttribute", true, true, [](auto& w) { w.WriteAttribute("a", "", "1", kString); }},
+    {"WriteXsiType", true, true, [](auto& w) { w.WriteXsiType("", "t", kString); }},
+    {"WriteXsiNil", true, true, [](auto& w) { w.WriteXsiNil(); }},
+    {"WriteText", true, true, [](auto& w) { w.WriteText("text", kString, false); }},
+    {"WriteText of CDATA", true, true,
+     [](auto& w) { w.WriteText("<![CDATA[text]]>", kString, false); }},
+    {"WriteEndElement", true, true, [](auto& w) { w.WriteEndElement(); }},
+    {"WriteRawLine", false, false, [](auto& w) { w.WriteRawLine("<a/>"); }},
+    {"CloseOpenStartTag", true, false, [](auto& w) { w.CloseOpenStartTag(); }},
+    {"empty WriteText", true, false, [](auto& w) { w.WriteText("", kString, false); }},
+};
+
+// What an operation asks of its stream when that holds so many bytes at its end.
+std::string CallsOf(const Operation& operation, std::size_t bytesAtEnd) {
+  CTextStream trial;
+  RecordingStream stream;
+  CXmlTextWriter trialWriter(&trial);
+  CXmlTextWriter writer(&stream);
+  if (operation.inElement) {
+    trialWriter.WriteStartElement("e", "");
+    writer.WriteStartElement("e", "");
+  }
+  operation.run(trialWriter);
+  stream.Put(std::string(bytesAtEnd - trial.GetLength(), '.'));
+  operation.run(writer);
+  EXPECT_EQ(bytesAtEnd, stream.GetLength());
+  return stream.calls;
+}
+
+}  // namespace
+
+TEST(XmlTextWriterStream, FlushesAtTheEndOfEachOperationThatFindsAPageOfBytes) {
+  for (const Operation& operation : kOperations) {
+    EXPECT_EQ("", CallsOf(operation, 4095)) << operation.name;
+    EXPECT_EQ(operation.flushes ? "Flush(4096) " : "", CallsOf(operation, 4096)) << operation.name;
+    EXPECT_EQ(operation.flushes ? "Flush(9000) " : "", CallsOf(operation, 9000)) << operation.name;
+  }
+}
+
+TEST(XmlTextWriterStream, FlushesOnlyBetweenOperationsHoweverLongTheyAre) {
+  EmptyingStream stream;
+  CXmlTextWriter writer(&stream);
+  writer.StartDocument();
+  writer.WriteStartElement("a", "");
+  writer.WriteText(std::string(10000, 't'), kString, false);
+  writer.WriteEndElement();
+  writer.EndDocument();
+  EXPECT_EQ((std::vector<std::size_t>{10003}), stream.sizes);
+  EXPECT_STREQ("</a>\n", stream.GetBuffer());
+}
+
+TEST(XmlTextWriterStream, TakesAnElementForNotBegunWhoseStartTagTheStreamRefused) {
+  FailingStream stream;
+  CXmlTextWriter writer(&stream);
+  stream.Put(std::string(4096, '.'));
+  EXPECT_QZ_THROW(CQzException, "the disk is full", writer.WriteStartElement("a", "urn:a"));
+  writer.EndDocument();
+
+  stream.fails = false;
+  writer.StartDocument();
+  writer.WriteStartElement("r", "");
+  stream.Put(std::string(4096, '.'));
+  stream.fails = true;
+  EXPECT_QZ_THROW(CQzException, "the disk is full", writer.WriteStartElement("a", "urn:a"));
+  stream.fails = false;
+  writer.StartDocument();
+  writer.WriteStartElement("b", "urn:b");
+  writer.WriteEndElement();
+  writer.WriteEndElement();
+  EXPECT_STREQ("\t<AA:b xmlns:AA=\"urn:b\"/>\n</r>\n", stream.GetBuffer());
+}
+
+TEST(XmlTextWriterStream, KeepsAnElementOpenWhoseEndTagTheStreamRefused) {
+  FailingStream stream;
+  CXmlTextWriter writer(&stream);
+  stream.fails = false;
+  writer.WriteStartElement("a", "");
+  stream.Put(std::string(4096, '.'));
+  stream.fails = true;
+  EXPECT_QZ_THROW(CQzException, "the disk is full", writer.WriteEndElement());
+  EXPECT_QZ_THROW(CQzException, "An Element has not been closed.", writer.EndDocument());
+}
+
+TEST(XmlTextWriterStream, WritesADocumentThroughAStreamThatIsEmptiedAtEachFlush) {
+  EmptyingStream stream;
+  CXmlTextWriter writer(&stream);
+  writer.StartDocument();
+  writer.WriteStartElement("list", "");
+  std::string expected = "<list>\n";
+  for (int i = 0; i < 1000; ++i) {
+    writer.WriteTextElement("item", "", "value " + std::to_string(i), kString, false);
+    expected += "\t<item>value " + std::to_string(i) + "</item>\n";
+  }
+  writer.WriteEndElement();
+  ASSERT_FALSE(stream.sizes.empty());
+  std::size_t before = 0;
+  for (const std::size_t size : stream.sizes) {
+    EXPECT_GE(size - before, 4096u);
+    EXPECT_LT(size - before, 4096u + std::string("\t<item>value 999</item>\n").size());
+    before = size;
+  }
+  EXPECT_EQ(expected + "</list>\n", stream.flushed + stream.GetBuffer());
+}
+
+// ---- Elements with nothing but a text ----
+
+TEST(XmlTextWriterStream, WritesATextElementAsItsThreeCallsDo) {
+  const std::string texts[] = {"",
+                               "1",
+                               "plain text",
+                               "a < b",
+                               "l1\nl2",
+                               "<![CDATA[<]]>",
+                               std::string("a\0b", 3),
+                               std::string(5000, 'x')};
+  const char* const uris[] = {"", "urn:d", "urn:r", "urn:p", "urn:unknown"};
+  for (const bool formatted : {true, false}) {
+    for (const bool isDefault : {true, false}) {
+      for (const bool writeDefaults : {true, false}) {
+        CTextStream shortStream;
+        CTextStream longStream;
+        CXmlTextWriter shortWay(&shortStream);
+        LongWayWriter longWay(&longStream);
+        for (CXmlTextWriter* writer : {&shortWay, static_cast<CXmlTextWriter*>(&longWay)}) {
+          writer->StartDocument();
+          writer->SetFormatted(formatted);
+          writer->SetWriteDefaultValues(writeDefaults);
+          writer->SetDefaultNamespace("urn:d");
+          writer->AddNamespaceMapping("p", "urn:p");
+          writer->WriteTextElement("first", "urn:p", "a root", kString, false);
+          writer->WriteStartElement("root", "urn:r");
+          for (const char* uri : uris) {
+            for (const std::string& text : texts) {
+              writer->WriteTextElement("name", uri, text, kString, isDefault);
+            }
+          }
+          writer->WriteStartElement("inner", "urn:unknown");
+          writer->WriteTextElement("name", "urn:unknown", "t", kString, isDefault);
+          writer->SetDefaultNamespace("urn:unknown");
+          writer->WriteTextElement("name", "urn:unknown", "t", kString, isDefault);
+          writer->WriteTextElement("name", "urn:d", "t", kString, isDefault);
+          writer->WriteEndElement();
+          writer->WriteTextElement("name", "urn:r", "t", kString, isDefault);
+          writer->WriteEndElement();
+        }
+        EXPECT_EQ(std::string(longStream.GetBuffer()), shortStream.GetBuffer());
+      }
+    }
+  }
+}
+
+TEST(XmlTextWriterStream, FlushesATextElementWhereItsThreeCallsWould) {
+  for (std::size_t filled = 4060; filled <= 4100; ++filled) {
+    RecordingStream shortStream;
+    RecordingStream longStream;
+    CXmlTextWriter shortWay(&shortStream);
+    LongWayWriter longWay(&longStream);
+    const std::pair<CXmlTextWriter*, RecordingStream*> both[] = {{&shortWay, &shortStream},
+                                                                 {&longWay, &longStream}};
+    for (const auto& [writer, stream] : both) {
+      writer->StartDocument();
+      writer->WriteStartElement("r", "");
+      stream->Put(std::string(filled - 2, '.'));
+      writer->WriteTextElement("element", "", "text", kString, false);
+    }
+    EXPECT_EQ(longStream.calls, shortStream.calls) << filled;
+    EXPECT_EQ(std::string(longStream.GetBuffer()), shortStream.GetBuffer()) << filled;
+  }
+}
+
+TEST(XmlTextWriterStream, WritesATextElementInTheNamespaceOfItsParent) {
+  Output out;
+  out.writer.StartDocument();
+  out.Start("r", "urn:r");
+  out.writer.WriteTextElement("a", "urn:r", "1", kString, false);
+  out.writer.WriteTextElement("b", "urn:r", "", kString, false);
+  out.writer.WriteTextElement("c", "urn:r", "a & b", kString, false);
+  out.writer.WriteTextElement("d", "urn:d", "2", kString, false);
+  out.End();
+  EXPECT_EQ(
+      "<AA:r xmlns:AA=\"urn:r\">\n\t<AA:a>1</AA:a>\n\t<AA:b/>\n\t<AA:c>a &amp; b</AA:c>\n"
+      "\t<AB:d xmlns:AB=\"urn:d\">2</AB:d>\n</AA:r>\n",
+      out.text());
+}
+
+TEST(XmlTextWriterStream, CallsTheOperationsOfADerivedClassForATextElement) {
+  class Shouting : public CXmlTextWriter {
+   public:
+    using CXmlTextWriter::CXmlTextWriter;
+    void WriteText(const std::string& text, ItemType type, bool isDefault) override {
+      CXmlTextWriter::WriteText(text + "!", type, isDefault);
+    }
+  };
+  CTextStream stream;
+  Shouting writer(&stream);
+  writer.StartDocument();
+  writer.WriteStartElement("r", "");
+  writer.WriteTextElement("a", "", "1", kString, false);
+  writer.WriteEndElement();
+  EXPECT_STREQ("<r>\n\t<a>1!</a>\n</r>\n", stream.GetBuffer());
+}
