@@ -35,6 +35,33 @@ class NeutralNumbers {
   locale_t m_before = nullptr;
 };
 
+// While one lives, this thread works in the C locale wholly. That locale is made once, so this
+// costs less than NeutralNumbers, but a wide text would not pass.
+class PlainLocale {
+ public:
+  PlainLocale() : m_before(uselocale(GetPlain())) {}
+  PlainLocale(const PlainLocale&) = delete;
+  PlainLocale& operator=(const PlainLocale&) = delete;
+  ~PlainLocale() { uselocale(m_before); }
+
+ private:
+  static locale_t GetPlain() {
+    static const locale_t s_plain = newlocale(LC_ALL_MASK, "C", nullptr);
+    return s_plain;
+  }
+
+  const locale_t m_before;
+};
+
+// The value as a variable argument: the compiler can not look into the format.
+int PrintReal(char* text, std::size_t size, const char* format, ...) {
+  std::va_list arguments;
+  va_start(arguments, format);
+  const int length = std::vsnprintf(text, size, format, arguments);
+  va_end(arguments);
+  return length;
+}
+
 }  // namespace
 
 int FormatNeutral(char* text, std::size_t size, const char* format, std::va_list arguments) {
@@ -43,6 +70,11 @@ int FormatNeutral(char* text, std::size_t size, const char* format, std::va_list
   }
   const NeutralNumbers neutral;
   return std::vsnprintf(text, size, format, arguments);
+}
+
+int FormatReal(char* text, std::size_t size, const char* format, double value) {
+  const PlainLocale plain;
+  return PrintReal(text, size, format, value);
 }
 
 }  // namespace QzXmlLib16::detail

@@ -1,14 +1,12 @@
-#include "qzxml/values/Conversions.h"
-
 #include <algorithm>
 #include <cmath>
-#include <cstdarg>
 #include <cstddef>
 #include <limits>
 #include <system_error>
 
 #include "qzxml/platform/Assert.h"
 #include "qzxml/platform/Format.h"
+#include "qzxml/values/Conversions.h"
 #include "qzxml/values/ConversionsDetail.h"
 
 // Reals. Writing without a format is std::to_chars, which is "%.7g" and "%.16g" by definition, with
@@ -66,9 +64,12 @@ struct RealFormat {
 
 // Where the next conversion begins, or the end.
 std::size_t FindConversion(std::string_view format, std::size_t from) {
-  std::size_t at = format.find('%', from);
-  while (at + 1 < format.size() && format[at + 1] == '%') at = format.find('%', at + 2);
-  return at < format.size() ? at : format.size();
+  for (std::size_t at = from; at < format.size(); ++at) {
+    if (format[at] != '%') continue;
+    if (at + 1 == format.size() || format[at + 1] != '%') return at;
+    ++at;
+  }
+  return format.size();
 }
 
 bool IsRealConversion(char c) {
@@ -137,23 +138,14 @@ void AppendLiteral(std::string_view literal, std::string& out) {
   }
 }
 
-// Takes the value as a variable argument: the compiler can not look into the format.
-int Print(char* buffer, std::size_t size, const char* format, ...) {
-  std::va_list arguments;
-  va_start(arguments, format);
-  const int length = detail::FormatNeutral(buffer, size, format, arguments);
-  va_end(arguments);
-  return length;
-}
-
 // The number without its width.
 std::string FormatCore(const std::string& core, double value) {
   char buffer[64];
-  const int length = Print(buffer, sizeof buffer, core.c_str(), value);
+  const int length = detail::FormatReal(buffer, sizeof buffer, core.c_str(), value);
   if (length < 0) return std::string();
   if (static_cast<std::size_t>(length) < sizeof buffer) return buffer;
   std::string text(static_cast<std::size_t>(length) + 1, '\0');
-  Print(text.data(), text.size(), core.c_str(), value);
+  detail::FormatReal(text.data(), text.size(), core.c_str(), value);
   text.pop_back();
   return text;
 }
