@@ -1,0 +1,128 @@
+// Reads a GPX file, prints what it holds, changes it, writes it back indented, and shows what a
+// wrong value, a missing attribute and a missing element are answered with.
+//
+// usage: gpx_demo [FILE]
+#include <cstdio>
+#include <exception>
+#include <string>
+
+#include "examples/Gpx.h"
+#include "examples/Survey.h"
+
+using namespace QzXmlLib16;
+
+namespace {
+
+void PrintPoints(const char* what, const gpx::CWptCol& points) {
+  int number = 0;
+  for (const CSmartPtr<gpx::CWpt>& point : points) {
+    if (++number > 3) break;
+    std::printf("    %s %d: %.5f, %.5f", what, number, point->GetLat(), point->GetLon());
+    if (point->GetEle()) std::printf(", %.1f m", *point->GetEle());
+    if (point->GetTime()) std::printf(", %s", point->GetTime()->c_str());
+    if (point->GetName()) std::printf(", %s", point->GetName()->c_str());
+    std::printf("\n");
+  }
+  if (points.GetCount() > number) std::printf("    ... %d in all\n", points.GetCount());
+}
+
+void Print(const gpx::CGpx& document) {
+  std::printf("GPX %s, made by %s\n", document.GetVersion().c_str(), document.GetCreator().c_str());
+  std::printf("  %d waypoints\n", document.GetWpts().GetCount());
+  PrintPoints("waypoint", document.GetWpts());
+  for (const CSmartPtr<gpx::CTrk>& track : document.GetTrks()) {
+    std::printf("  track %s, %d segments\n", track->GetName() ? track->GetName()->c_str() : "?",
+                track->GetTrksegs().GetCount());
+    for (const CSmartPtr<gpx::CTrkseg>& segment : track->GetTrksegs()) {
+      PrintPoints("point", segment->GetTrkpts());
+    }
+  }
+}
+
+// Keeps the first points of the first track, and adds a waypoint with an extension of our own.
+void Change(gpx::CGpx& document) {
+  while (document.GetTrks().GetCount() > 1) document.GetTrks().Remove(1);
+  for (const CSmartPtr<gpx::CTrk>& track : document.GetTrks()) {
+    track->SetName(std::string("Shortened & renamed"));
+    while (track->GetTrksegs().GetCount() > 1) track->GetTrksegs().Remove(1);
+    for (const CSmartPtr<gpx::CTrkseg>& segment : track->GetTrksegs()) {
+      while (segment->GetTrkpts().GetCount() > 2) segment->GetTrkpts().Remove(2);
+    }
+  }
+  while (document.GetWpts().GetCount() > 0) document.GetWpts().Remove(0);
+
+  const CSmartPtr<gpx::CWpt> waypoint = document.GetWpts().Add();
+  waypoint->SetLat(45.2761);
+  waypoint->SetLon(13.7226);
+  waypoint->SetName(std::string("Višnjan"));
+  waypoint->SetFix(gpx::Fix_3d);
+
+  survey::CSurvey survey;
+  survey.SetBy(std::string("the demo"));
+  survey.SetAccuracy(2.5);
+  const CSmartPtr<gpx::CExtensions> extensions(new gpx::CExtensions);
+  extensions->GetElements().Add(new CElement(&survey, nullptr));
+  waypoint->SetExtensions(extensions);
+}
+
+// The text of the failure that a document is answered with.
+template <typename Read>
+void Refuse(const char* what, Read read) {
+  std::printf("\n%s\n", what);
+  try {
+    read();
+    std::printf("  was accepted\n");
+  } catch (const CQzException& e) {
+    std::string text = "  " + e.GetFullMessage();
+    ReplaceAll(text, "\n", "\r");
+    ReplaceAll(text, "\r", "\n  ");
+    std::printf("%s\n", text.c_str());
+  }
+}
+
+int Run(const char* file) {
+  gpx::CGpx document;
+  document.FromXmlFile(file);
+  Print(document);
+
+  Change(document);
+  CSerializationContext context;
+  context.SetIndentChars("  ");
+  context.SetDefaultNamespaceURI(document.GetNamespace().c_str());
+  context.GetNamespaceAliases().Add("s", "urn:example:survey");
+  std::printf("\nChanged and written back:\n%s",
+              document.ToXml(true, true, EOLType_LF, context).c_str());
+
+  Refuse("A latitude of 91 degrees, set by a program:",
+         [&] { document.GetWpts().Item(0)->SetLat(91); });
+  Refuse("A latitude of 91 degrees, read from a document:", [] {
+    gpx::CGpx refused;
+    refused.FromXml(
+        "<gpx xmlns='http://www.topografix.com/GPX/1/1' version='1.1' creator='demo'>"
+        "<wpt lat='91' lon='0'/></gpx>");
+  });
+  Refuse("A point without its longitude:", [] {
+    gpx::CGpx refused;
+    refused.FromXml(
+        "<gpx xmlns='http://www.topografix.com/GPX/1/1' version='1.1' creator='demo'>"
+        "<wpt lat='45'/></gpx>");
+  });
+  Refuse("A survey without the element that has to be there:", [] {
+    survey::CSurvey refused;
+    refused.FromXml("<survey xmlns='urn:example:survey'><accuracy>1</accuracy></survey>");
+  });
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Run(argc > 1 ? argv[1] : QZXML_EXAMPLE_DATA "/around-visnjan-with-car.gpx");
+  } catch (const CQzException& e) {
+    std::fprintf(stderr, "%s\n", e.GetFullMessage().c_str());
+  } catch (const std::exception& e) {
+    std::fprintf(stderr, "%s\n", e.what());
+  }
+  return 1;
+}
