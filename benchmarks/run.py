@@ -1,0 +1,87 @@
+#!/usr/bin/env python3
+"""Builds the benchmarks, runs them once and writes their table into benchmarks/README.md.
+
+usage: benchmarks/run.py [BUILD_FOLDER]     (build/benchmarks when not given)
+
+Every ratio is made of two figures of the same run.
+"""
+import json
+import os
+import platform
+import subprocess
+import sys
+
+ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+README = os.path.join(ROOT, "benchmarks", "README.md")
+BEGIN, END = "<!-- table: begin -->", "<!-- table: end -->"
+SIZES = (10000, 1000000, 10000000, 100000000)
+LABELS = {10000: "10 KB", 1000000: "1 MB", 10000000: "10 MB", 100000000: "100 MB"}
+
+
+def build(folder):
+    subprocess.run(["cmake", "-S", ROOT, "-B", folder, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
+                    "-DQZXML_BUILD_BENCHMARKS=ON"], check=True, stdout=subprocess.DEVNULL)
+    subprocess.run(["cmake", "--build", folder], check=True, stdout=subprocess.DEVNULL)
+
+
+def measure(folder):
+    """Milliseconds by benchmark and size, the median of five repetitions taken in turn."""
+    output = subprocess.run(
+        [os.path.join(folder, "benchmarks", "order_benchmark"), "--benchmark_format=json",
+         "--benchmark_min_time=0.2", "--benchmark_repetitions=5",
+         "--benchmark_report_aggregates_only=true", "--benchmark_enable_random_interleaving=true"],
+        check=True, stdout=subprocess.PIPE).stdout
+    times = {}
+    for row in json.loads(output)["benchmarks"]:
+        if row.get("aggregate_name") == "median":
+            name, size = row["run_name"].split("/")[:2]
+            times[name, int(size)] = row["cpu_time"]
+    return times
+
+
+def memory(folder, way, size):
+    document = os.path.join(folder, "benchmarks", "orders-%d.xml" % size)
+    output = subprocess.run([os.path.join(folder, "benchmarks", "order_memory"), way, document],
+                            check=True, stdout=subprocess.PIPE, text=True).stdout
+    return float(output.split()[-1])
+
+
+def table(times, folder):
+    yield "| | " + " | ".join(LABELS[s] for s in SIZES) + " |"
+    yield "|---|" + "---:|" * len(SIZES)
+
+    def row(label, value):
+        return "| %s | %s |" % (label, " | ".join(value(s) for s in SIZES))
+
+    for key, label in (("ExpatAlone", "(a) Expat, empty handlers, ms"),
+                       ("DocumentLoad", "(b) `CXmlDocument` load, ms"),
+                       ("ReadIntoObjects", "(c) load and bind to objects, ms"),
+                       ("WriteObjects", "(d) `ToXml`, ms"),
+                       ("PugixmlSave", "(e) pugixml saves the same document, ms"),
+                       ("CopyOfOutput", "(f) a copy of the output, ms")):
+        yield row(label, lambda s, key=key: "%.3f" % times[key, s])
+    yield row("**(b) / (a)**", lambda s: "%.2f" % (times["DocumentLoad", s] / times["ExpatAlone", s]))
+    yield row("**(c) / (a)**", lambda s: "%.2f" % (times["ReadIntoObjects", s] / times["ExpatAlone", s]))
+    yield row("**(e) / (d)**", lambda s: "%.2f" % (times["PugixmlSave", s] / times["WriteObjects", s]))
+    yield row("(d) / (f)", lambda s: "%.1f" % (times["WriteObjects", s] / times["CopyOfOutput", s]))
+    for way, label in (("document", "peak memory of (b), octets per octet"),
+                       ("objects", "**peak memory of (c), octets per octet**")):
+        yield row(label, lambda s, way=way: "%.2f" % memory(folder, way, s) if s >= 10**6 else "")
+
+
+def main(arguments):
+    folder = os.path.abspath(arguments[1]) if len(arguments) > 1 else os.path.join(ROOT, "build", "benchmarks")
+    build(folder)
+    lines = list(table(measure(folder), folder))
+    lines += ["", "Measured on %s, %d processors." % (platform.machine(), os.cpu_count())]
+    with open(README, encoding="utf-8") as file:
+        head, rest = file.read().split(BEGIN)
+    tail = rest.split(END)[1]
+    with open(README, "w", encoding="utf-8") as file:
+        file.write(head + BEGIN + "\n" + "\n".join(lines) + "\n" + END + tail)
+    print("\n".join(lines))
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv))
