@@ -1,0 +1,231 @@
+// The bound format of examples/ on documents that nobody here wrote.
+#include <charconv>
+#include <filesystem>
+#include <map>
+#include <set>
+
+#include "examples/Gpx.h"
+#include "examples/Survey.h"
+#include "tests/support/QzTest.h"
+#include "tests/support/TreeText.h"
+
+using namespace QzXmlLib16;
+
+namespace {
+
+constexpr char kXsi[] = "http://www.w3.org/2001/XMLSchema-instance";
+
+bool IsGpx(const CXmlElement& element) {
+  return element.GetNamespaceURI() == "http://www.topografix.com/GPX/1/1";
+}
+
+// Elements that the schema gives elements only: a class keeps no text of them, be it indentation or
+// the mixed content that some samples have in <extensions>.
+bool HoldsElementsOnly(const CXmlElement& element) {
+  static const std::set<std::string> names = {"gpx",  "metadata", "author", "copyright", "email",
+                                              "link", "bounds",   "wpt",    "rte",       "rtept",
+                                              "trk",  "trkseg",   "trkpt",  "extensions"};
+  return IsGpx(element) && names.count(element.GetLocalName()) != 0;
+}
+
+std::string Written(const CXmlElement& element, const std::string& attribute,
+                    const std::string& value) {
+  return attribute.empty() && HoldsElementsOnly(element) ? "" : value;
+}
+
+// What the classes make of a value of the document: numbers are held as double and written with 16
+// digits.
+std::string Expected(const CXmlElement& element, const std::string& attribute,
+                     const std::string& value) {
+  static const std::set<std::string> numbers = {
+      "lat",         "lon", "minlat", "minlon", "maxlat", "maxlon",        "ele",    "magvar",
+      "geoidheight", "sat", "hdop",   "vdop",   "pdop",   "ageofdgpsdata", "dgpsid", "number"};
+  if (!IsGpx(element) ||
+      numbers.count(attribute.empty() ? element.GetLocalName() : attribute) == 0) {
+    return Written(element, attribute, value);
+  }
+  double number = 0;
+  const char* end = value.data() + value.size();
+  if (std::from_chars(value.data(), end, number).ptr != end) return value;
+  char text[64];
+  std::snprintf(text, sizeof text, "%.16g", number);
+  return text;
+}
+
+// A document and what its classes make of it.
+struct Trip {
+  std::string before;
+  std::string after;
+};
+
+// Reads a document into objects and writes it back. The attributes of XML Schema instances on the
+// root (schemaLocation) are no part of the classes: they go along as additional root attributes.
+Trip MakeTrip(const std::string& file) {
+  CXmlDocument document;
+  document.Load(file.c_str());
+  gpx::CGpx object;
+  CSerializationContext context;
+  object.FromXmlElement(document.GetDocumentElement(), context);
+  for (const CXmlAttribute* attribute : document.GetDocumentElement()->GetAttributes()) {
+    if (attribute->GetNamespaceURI() == kXsi) {
+      context.GetAdditionalRootAttributes()->Add(attribute->GetLocalName().c_str(),
+                                                 attribute->GetValue().c_str(), kXsi);
+    }
+  }
+  CXmlDocument written;
+  written.LoadXml(object.ToXml(true, true, EOLType_LF, context).c_str());
+  return {qztest::TreeText(document.GetDocumentElement(), &Expected),
+          qztest::TreeText(written.GetDocumentElement(), &Written)};
+}
+
+TEST(Gpx, ReadsTheSamplesAndWritesTheSameElementsAttributesAndValues) {
+  int seen = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(QZXML_EXAMPLE_DATA)) {
+    if (entry.path().extension() != ".gpx") continue;
+    SCOPED_TRACE(entry.path().filename());
+    const Trip trip = MakeTrip(entry.path().string());
+    EXPECT_EQ(trip.before, trip.after);
+    ++seen;
+  }
+  EXPECT_EQ(4, seen);
+}
+
+// The samples that are no GPX 1.1, with the element that is in the way and where it stands: those
+// of the older GPX 1.0, whose first element is of another namespace; a speed, which 1.1 does not
+// have; a link in front of its place.
+struct Refused {
+  const char* element;
+  const char* path;
+};
+const std::map<std::string, Refused> kRefused = {
+    {"Mojstrovka.gpx", {"time", "/gpx"}},
+    {"cerknicko-jezero-with-elevations-zero.gpx", {"time", "/gpx"}},
+    {"cerknicko-without-times.gpx", {"time", "/gpx"}},
+    {"first_and_last_elevation.gpx", {"time", "/gpx"}},
+    {"gpx1.0_with_all_fields.gpx", {"name", "/gpx"}},
+    {"jpx-GPX_10-1.gpx", {"name", "/gpx"}},
+    {"jpx-GPX_10-2.gpx", {"desc", "/gpx"}},
+    {"jpx-GPX_10-4.gpx", {"email", "/gpx"}},
+    {"jpx-GPX_10-5.gpx", {"url", "/gpx"}},
+    {"jpx-ISSUE-49.gpx", {"bounds", "/gpx"}},
+    {"track_with_dilution_errors.gpx", {"wpt", "/gpx"}},
+    {"unicode.gpx", {"time", "/gpx"}},
+    {"jpx-GPX-full.gpx", {"speed", "/gpx/wpt"}},
+    {"jpx-GPX_empty_extensions.gpx", {"speed", "/gpx/trk/trkseg/trkpt[1]"}},
+    {"jpx-extensions-metadata.gpx", {"link", "/gpx/metadata"}},
+};
+
+// What a sample is answered with; "accepted" where it is read.
+std::string Answer(const std::string& name) {
+  if (name == "cerknicko-jezero-no-creator.gpx") {
+    return "Failed to process the element.\nPath: /gpx\n"
+           "Failed to find the required Attribute [creator].";
+  }
+  const auto refused = kRefused.find(name);
+  if (refused == kRefused.end()) return "accepted";
+  std::string parent = refused->second.path;
+  parent = parent.substr(parent.rfind('/') + 1);
+  parent = parent.substr(0, parent.find('['));
+  return "Failed read all the elements held within the element [" + parent +
+         "]. The unexpected element [" + refused->second.element +
+         "] remains un processed\nPath: " + refused->second.path;
+}
+
+TEST(Gpx, ReadsTheWholeCorpusAndRefusesWhatIsNoGpx11) {
+  const char* corpora = std::getenv("QZXML_CORPORA");
+  if (corpora == nullptr) GTEST_SKIP() << "QZXML_CORPORA names no folder";
+  int seen = 0;
+  for (const auto& entry :
+       std::filesystem::directory_iterator(std::string(corpora) + "/standards/gpx")) {
+    const std::string extension = entry.path().extension().string();
+    if (extension != ".gpx" && extension != ".GPX") continue;
+    const std::string name = entry.path().filename().string();
+    SCOPED_TRACE(name);
+    ++seen;
+    try {
+      const Trip trip = MakeTrip(entry.path().string());
+      EXPECT_EQ(trip.before, trip.after);
+      EXPECT_EQ(Answer(name), "accepted");
+    } catch (const CQzException& e) {
+      EXPECT_EQ(Answer(name), e.GetFullMessage());
+    }
+  }
+  EXPECT_EQ(28, seen);
+}
+
+TEST(Gpx, HoldsWhatTheDocumentSays) {
+  gpx::CGpx document;
+  document.FromXmlFile(QZXML_EXAMPLE_DATA "/gpx1.1_with_all_fields.gpx");
+  EXPECT_EQ("1.1", document.GetVersion());
+  ASSERT_TRUE(document.GetMetadata() != nullptr);
+  EXPECT_EQ("author name", document.GetMetadata()->GetAuthor()->GetName());
+  EXPECT_EQ("bbb.com", document.GetMetadata()->GetAuthor()->GetEmail()->GetDomain());
+  EXPECT_EQ("2013", document.GetMetadata()->GetCopyright()->GetYear());
+  EXPECT_EQ(7.8, document.GetMetadata()->GetBounds()->GetMaxlon());
+  ASSERT_EQ(2, document.GetWpts().GetCount());
+  const CSmartPtr<gpx::CWpt> waypoint = document.GetWpts().Item(0);
+  EXPECT_EQ(12.3, waypoint->GetLat());
+  EXPECT_EQ(45.6, waypoint->GetLon());
+  EXPECT_EQ(75.1, waypoint->GetEle());
+  EXPECT_EQ(gpx::Fix_2d, waypoint->GetFix());
+  EXPECT_EQ(5u, waypoint->GetSat());
+  EXPECT_EQ(45, waypoint->GetDgpsid());
+  EXPECT_EQ(2, waypoint->GetExtensions()->GetElements().GetCount());
+  EXPECT_EQ("bbb", waypoint->GetExtensions()->GetElements().Item(0)->GetText());
+  EXPECT_FALSE(document.GetWpts().Item(1)->GetEle().has_value());
+}
+
+TEST(Gpx, ASetterRefusesWhatAFacetForbidsAndKeepsTheValue) {
+  gpx::CWpt point;
+  point.SetLat(45);
+  EXPECT_QZ_THROW(CQzException, "Invalid Value for lat [90.500000]", point.SetLat(90.5));
+  EXPECT_QZ_THROW(CQzException, "Invalid Value for lon [180.000000]", point.SetLon(180));
+  EXPECT_QZ_THROW(CQzException, "Invalid Value for magvar [360.000000]", point.SetMagvar(360));
+  EXPECT_QZ_THROW(CQzException, "Invalid Value for dgpsid [1024]", point.SetDgpsid(1024));
+  EXPECT_EQ(45, point.GetLat());
+  EXPECT_FALSE(point.IsSetLon());
+}
+
+TEST(Gpx, AWrongValueIsAnsweredWithWhatAndWhere) {
+  gpx::CGpx document;
+  EXPECT_QZ_THROW_FULL(
+      CQzException,
+      "Failed to set the property value [91].\nPath: /gpx/wpt/@lat\n"
+      "Invalid Value for lat [91.000000]",
+      "/gpx/wpt/@lat",
+      document.FromXml("<gpx xmlns='http://www.topografix.com/GPX/1/1' version='1.1' creator='c'>"
+                       "<wpt lat='91' lon='0'/></gpx>"));
+}
+
+TEST(Gpx, AMissingAttributeIsAnsweredWithItsNameAndElement) {
+  gpx::CGpx document;
+  EXPECT_QZ_THROW_FULL(
+      CQzException,
+      "Failed to process the element.\nPath: /gpx/wpt\n"
+      "Failed to find the required Attribute [lon].",
+      "/gpx/wpt",
+      document.FromXml("<gpx xmlns='http://www.topografix.com/GPX/1/1' version='1.1' creator='c'>"
+                       "<wpt lat='45'/></gpx>"));
+}
+
+TEST(Gpx, AMissingElementIsAnsweredWithItsNameAndParent) {
+  survey::CSurvey survey;
+  EXPECT_QZ_THROW_FULL(CQzException,
+                       "Failed to find the required child element [by].\nPath: /survey", "/survey",
+                       survey.FromXml("<survey xmlns='urn:example:survey'/>"));
+}
+
+TEST(Gpx, AnObjectBecomesAnExtensionAndComesBack) {
+  survey::CSurvey survey;
+  survey.SetBy(std::string("a & b"));
+  survey.SetAccuracy(0.5);
+  const CSmartPtr<gpx::CExtensions> extensions(new gpx::CExtensions);
+  extensions->GetElements().Add(new CElement(&survey, nullptr));
+  survey::CSurvey back;
+  const CElement* kept = extensions->GetElements().Item(0);
+  back.FromXmlElement(kept);
+  EXPECT_EQ("a & b", back.GetBy());
+  EXPECT_EQ(0.5, back.GetAccuracy());
+}
+
+}  // namespace
