@@ -24,8 +24,6 @@ class CXmlObjectCol : public CXmlCollection {
         m_factory(factory),
         m_classId(classId) {}
 
-  CXmlObjectBase* GetBase() override { return this; }
-
   // Appends a new item, or the given one, which takes the element name of the collection.
   CSmartPtr<Object> Add() {
     const CSmartPtr<CXmlObjectBase> item = m_factory(m_classId, ElementName().c_str());
@@ -33,19 +31,20 @@ class CXmlObjectCol : public CXmlCollection {
     return Cast(item);
   }
   CSmartPtr<Object> Add(Object* item) {
-    SetElementName(item, ElementName().c_str());
+    const CHeldItem held(item);
+    TakeName(item);
     AppendItem(item);
     return CSmartPtr<Object>(item);
   }
 
   // Throws CQzInvalidParamException "Index out of range".
   void AddAt(int index, Object* item) {
-    SetElementName(item, ElementName().c_str());
+    TakeName(item);
     AddItemAt(index, item);
   }
 
   // Throws CQzInvalidParamException "Index %d is out of range, use 0 - %d".
-  CSmartPtr<Object> Item(int index) { return Cast(GetNodeAtIndex(index)->item); }
+  CSmartPtr<Object> Item(int index) const { return Cast(GetNodeAtIndex(index)->item); }
 
   CQzIterator<Object> begin() const { return CQzIterator<Object>(GetFirstNode()); }
   CQzIterator<Object> end() const { return CQzIterator<Object>(nullptr); }
@@ -74,6 +73,9 @@ class CXmlObjectCol : public CXmlCollection {
   }
 
  private:
+  void TakeName(Object* item) {
+    if (item != nullptr) SetElementName(item, ElementName().c_str());
+  }
   static CSmartPtr<Object> Cast(const CSmartPtr<CXmlObjectBase>& item) {
     CXmlObjectBase* base = item;
     return CSmartPtr<Object>(static_cast<Object*>(base));
