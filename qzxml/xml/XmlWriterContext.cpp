@@ -82,6 +82,7 @@ void CXmlWriter::CXmlWriterContext::OpenRoot(const std::string& name, const std:
 void CXmlWriter::CXmlWriterContext::SetOwnNamespace(const std::string& uri) {
   m_strNamespace = uri;
   m_pNamespace = &m_strNamespace;
+  m_pPrefix = nullptr;
   m_prefixState = 0;
 }
 
