@@ -239,9 +239,9 @@ const std::string* CXmlTextWriter::GetAttributeAlias(const std::string& uri, con
 
 CXmlTextWriter::CXmlTextWriter(CTextStream* stream)
     : CXmlWriter("CXmlTextWriter"),
-      m_eolType(EOLType_LF),
       m_bWriteDefaultValues(false),
       m_strEol("\n"),
+      m_eolType(EOLType_LF),
       m_bFormatted(true),
       m_bStreamFlushes(typeid(*stream) != typeid(CTextStream)),
       m_pStream(stream) {

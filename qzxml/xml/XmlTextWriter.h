@@ -111,9 +111,6 @@ class QZXML_API CXmlTextWriter : public CXmlWriter {
   // The text as it stands and, when formatted, a line end.
   void WriteRawLine(const std::string& text);
 
- protected:
-  EOLType m_eolType;  // checked once more where a text is written
-
  private:
   class NewElement;
 
@@ -141,6 +138,11 @@ class QZXML_API CXmlTextWriter : public CXmlWriter {
   bool m_bWriteDefaultValues;
   std::string m_strIndentChars;
   std::string m_strEol;
+
+ protected:
+  EOLType m_eolType;  // checked once more where a text is written
+
+ private:
   bool m_bFormatted;
   bool m_bStreamFlushes;     // false for a plain CTextStream
   CTextStream* m_pStream;    // not owned

@@ -99,18 +99,18 @@ class QZXML_API CXmlWriter::CXmlWriterContext : public CInstanceMonitor {
 
   std::uint32_t m_dwChildCount;
   bool m_bStartTagOpen;
-  bool m_bHasAttributes;  // for Fast Infoset
   std::uint32_t m_dwDepth;
-  std::uint32_t m_dwCollectionState;  // for JSON
+  std::string m_strNamespace;       // unless it is the parent's
+  const std::string* m_pNamespace;  // m_strNamespace, or that of an outer element
+  const std::string* m_pPrefix;     // what FindPrefix found
+  std::uint64_t m_prefixState;      // with these namespaces in force; 0 for never
   detail::ShortText m_name;
   CXmlWriterContext* m_pParent;            // owned
+  bool m_bHasAttributes;                   // for Fast Infoset
+  std::uint32_t m_dwCollectionState;       // for JSON
+  std::string m_strDefaultNamespace;       // of a context with a scope of its own
   CXmlWriterContext* m_pScope;             // the nearest context with a scope of its own
   detail::XmlWriterScopes* m_pNamespaces;  // of the whole chain, owned by its root
-  const std::string* m_pNamespace;         // m_strNamespace, or that of an outer element
-  const std::string* m_pPrefix;            // what FindPrefix found
-  std::uint64_t m_prefixState;             // with these namespaces in force; 0 for never
-  std::string m_strNamespace;              // unless it is the parent's
-  std::string m_strDefaultNamespace;       // of a context with a scope of its own
   detail::XmlWriterScopes::Mark m_outer;   // what was in force outside the own scope
   std::unique_ptr<detail::XmlWriterScopes> m_rootNamespaces;
 };
