@@ -148,7 +148,10 @@ std::string Utf8ToLocal(const char* bytes, std::uint32_t length, char16_t* wideS
                         std::uint32_t wideCapacity, char* byteScratch, std::uint32_t byteCapacity) {
   if (g_asciiOnly.load(std::memory_order_relaxed)) return std::string(bytes, length);
   if (length == 0) return std::string();
-  if (detail::IsLocalUtf8()) return std::string(bytes, strnlen(bytes, length));
+  if (detail::IsLocalUtf8()) {
+    const auto* const zero = static_cast<const char*>(std::memchr(bytes, 0, length));
+    return std::string(bytes, zero == nullptr ? bytes + length : zero);
+  }
 
   const std::uint32_t codePage = CodePage();
   const Scratch<char16_t> wide(wideScratch, wideCapacity, std::size_t{length} + 1);

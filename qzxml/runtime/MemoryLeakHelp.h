@@ -27,27 +27,29 @@ class InstanceRecord {
   bool IsListed() const { return m_listed.load(std::memory_order_relaxed); }
   void TakeOffList() { m_listed.store(false, std::memory_order_relaxed); }
 
-  void CountIn() { AddToCounter(m_counts, kOneMade + 1, std::memory_order_relaxed); }
+  void CountIn() { AddToCounter(m_counts, kOneMade + kOneAlive, std::memory_order_relaxed); }
   // Made and gone again.
   void CountMade() { AddToCounter(m_counts, kOneMade, std::memory_order_relaxed); }
   // Alive again, without being made anew.
-  void CountBack() { AddToCounter(m_counts, std::int64_t{1}, std::memory_order_relaxed); }
+  void CountBack() { AddToCounter(m_counts, kOneAlive, std::memory_order_relaxed); }
   // The objects still alive, below zero when copies of monitors have gone too.
   std::int32_t CountOut() {
-    return AliveIn(AddToCounter(m_counts, std::int64_t{-1}, std::memory_order_relaxed) - 1);
+    return AliveIn(AddToCounter(m_counts, 0 - kOneAlive, std::memory_order_relaxed) - kOneAlive);
   }
 
  private:
-  // Both counts in one number, total * 2^32 + alive with a signed alive, so that one addition
-  // changes both.
-  static constexpr std::int64_t kOneMade = std::int64_t{1} << 32;
-  static std::int32_t AliveIn(std::int64_t counts) { return static_cast<std::int32_t>(counts); }
-  static std::int32_t TotalIn(std::int64_t counts) {
-    return static_cast<std::int32_t>((counts - AliveIn(counts)) / kOneMade);
+  // Both counts in one number, total * 2^32 + alive, so that one addition changes both. An alive
+  // below zero borrows from the total, which TotalIn gives back; both wrap around at 32 bits.
+  static constexpr std::uint64_t kOneAlive = 1;
+  static constexpr std::uint64_t kOneMade = std::uint64_t{1} << 32;
+  static std::int32_t AliveIn(std::uint64_t counts) { return static_cast<std::int32_t>(counts); }
+  static std::int32_t TotalIn(std::uint64_t counts) {
+    const auto alive = static_cast<std::uint64_t>(std::int64_t{AliveIn(counts)});
+    return static_cast<std::int32_t>((counts - alive) >> 32);
   }
 
   std::string m_name;
-  std::atomic<std::int64_t> m_counts{0};
+  std::atomic<std::uint64_t> m_counts{0};
   std::atomic<bool> m_listed{true};
 };
 

@@ -11,6 +11,7 @@
 #include "qzxml/platform/DebugChannel.h"
 #include "qzxml/runtime/MemoryLeakHelp.h"
 #include "qzxml/runtime/TextStream.h"
+#include "qzxml/xml/XmlDocument.h"
 #include "tests/support/LiveCounts.h"
 #include "tests/support/QzTest.h"
 
@@ -44,6 +45,15 @@ TEST_F(MemoryLeakHelp, FirstObjectMakesTheRecordAndTheArrowGoesWithTheLast) {
   EXPECT_EQ(kHeading + "--> CXmlDocument = 1/1", CInstanceMonitor::DumpState());
   document.reset();
   EXPECT_EQ(kHeading + "    CXmlDocument = 0/1", CInstanceMonitor::DumpState());
+}
+
+TEST_F(MemoryLeakHelp, DocumentsOfTheLibraryAreCounted) {
+  const std::string name = "CXmlDocument = ";
+  {
+    const QzXmlLib16::CXmlDocument document;
+    EXPECT_NE(std::string::npos, CInstanceMonitor::DumpState().find("--> " + name + "1/1"));
+  }
+  EXPECT_NE(std::string::npos, CInstanceMonitor::DumpState().find("    " + name + "0/1"));
 }
 
 TEST_F(MemoryLeakHelp, RecordsStandInTheOrderOfFirstAppearance) {
