@@ -25,18 +25,6 @@ void ThrowTooLarge(std::string_view text, const char* kind) {
       FormatString(Messages::kTooLarge, std::string(text).c_str(), kind));
 }
 
-void AppendYear(unsigned short value, std::string& out) { AppendInteger(value, out); }
-
-void AppendMonth(unsigned char value, std::string& out) {
-  out.append(value < 10 ? "--0" : "--");
-  AppendInteger(value, out);
-}
-
-void AppendDay(unsigned char value, std::string& out) {
-  out.append(value < 10 ? "---0" : "---");
-  AppendInteger(value, out);
-}
-
 }  // namespace detail
 
 namespace {
@@ -65,9 +53,20 @@ Integer ParseInteger(std::string_view text, const char* kind) {
 }
 
 template <typename Integer>
-Integer IntegerFromString(const std::string& value, Rule rule, const char* kind) {
+Integer IntegerFromRuledText(const std::string& value, Rule rule, const char* kind) {
   std::string scratch;
   return ParseInteger<Integer>(detail::ApplyRule(rule, value, scratch), kind);
+}
+
+// A text that is nothing but a number has no white space, so no rule changes it.
+template <typename Integer>
+Integer IntegerFromString(const std::string& value, Rule rule, const char* kind) {
+  const char* const end = value.data() + value.size();
+  Integer number = 0;
+  const std::from_chars_result result = std::from_chars(value.data(), end, number);
+  const bool isWhole = result.ec == std::errc() && result.ptr == end;
+  if (isWhole && detail::IsKnownRule(rule)) return number;
+  return IntegerFromRuledText<Integer>(value, rule, kind);
 }
 
 // The test of the kinds that are read as a wider one.
@@ -81,9 +80,8 @@ Narrow NarrowTo(Wide wide, const std::string& value, const char* kind) {
 
 template <typename Integer>
 std::string IntegerToString(Integer value) {
-  std::string text;
-  detail::AppendInteger(value, text);
-  return text;
+  char buffer[detail::kNumberSize];
+  return std::string(buffer, detail::WriteInteger(buffer, value));
 }
 
 char ToLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
@@ -94,6 +92,13 @@ bool EqualsIgnoringCase(std::string_view text, std::string_view lower) {
     if (ToLower(text[i]) != lower[i]) return false;
   }
   return true;
+}
+
+bool ParseBoolean(std::string_view text, bool& value) {
+  value = text == "1" || text == "true";
+  if (value || text == "0" || text == "false") return true;
+  value = EqualsIgnoringCase(text, "true");
+  return value || EqualsIgnoringCase(text, "false");
 }
 
 // The value behind the rule, zero-terminated: value itself where the rule has nothing to change.
@@ -192,21 +197,18 @@ std::uint64_t CConversions::ui8FromString(const std::string& value, WhitespaceRu
 // --- Dates that are plain numbers. ---
 
 std::string CConversions::yearToString(unsigned short value) {
-  std::string text;
-  detail::AppendYear(value, text);
-  return text;
+  char buffer[detail::kNumberSize];
+  return std::string(buffer, detail::WriteYear(buffer, value));
 }
 
 std::string CConversions::monthToString(unsigned char value) {
-  std::string text;
-  detail::AppendMonth(value, text);
-  return text;
+  char buffer[detail::kNumberSize];
+  return std::string(buffer, detail::WriteMonth(buffer, value));
 }
 
 std::string CConversions::dayToString(unsigned char value) {
-  std::string text;
-  detail::AppendDay(value, text);
-  return text;
+  char buffer[detail::kNumberSize];
+  return std::string(buffer, detail::WriteDay(buffer, value));
 }
 
 // --- Text. ---
@@ -233,10 +235,11 @@ std::string CConversions::stringFromString(const std::string& value, WhitespaceR
 std::string CConversions::booleanToString(bool value) { return value ? "true" : "false"; }
 
 bool CConversions::booleanFromString(const std::string& value, WhitespaceRule rule) {
+  // None of the words has white space, so that a rule changes nothing in them.
+  bool result = false;
+  if (detail::IsKnownRule(rule) && ParseBoolean(value, result)) return result;
   std::string scratch;
-  const std::string_view text = detail::ApplyRule(rule, value, scratch);
-  if (text == "1" || EqualsIgnoringCase(text, "true")) return true;
-  if (text == "0" || EqualsIgnoringCase(text, "false")) return false;
+  if (ParseBoolean(detail::ApplyRule(rule, value, scratch), result)) return result;
   throw CQzInvalidValueException(
       FormatString("A Boolean Value read from an XML document was invalid [%s]. Valid values are "
                    "'true', 'false', '1', or '0'",

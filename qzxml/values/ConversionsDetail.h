@@ -5,30 +5,56 @@
 #include <string>
 #include <string_view>
 
+#include "qzxml/values/WhitespaceUtils.h"
+
 // What CConversions is made of, for those inside the library who write into a text that they keep.
 namespace QzXmlLib16 {
 namespace detail {
 
-// Appends the decimal digits, with a minus where there is one.
-template <typename Integer>
-void AppendInteger(Integer value, std::string& out) {
-  char buffer[24];
-  const std::to_chars_result result = std::to_chars(buffer, buffer + sizeof buffer, value);
-  out.append(buffer, static_cast<std::size_t>(result.ptr - buffer));
+// Room for any number without a format: a double takes 24 chars, an integer 20. What writes into it
+// returns the end of what it has written.
+inline constexpr std::size_t kNumberSize = 40;
+
+inline char* WriteText(char* buffer, std::string_view text) {
+  return buffer + text.copy(buffer, text.size());
 }
 
-// Append what r4ToString and r8ToString return for the value and the format.
+// The decimal digits, with a minus where there is one.
+template <typename Integer>
+char* WriteInteger(char* buffer, Integer value) {
+  return std::to_chars(buffer, buffer + kNumberSize, value).ptr;
+}
+
+// What yearToString, monthToString and dayToString return.
+inline char* WriteYear(char* buffer, unsigned short value) { return WriteInteger(buffer, value); }
+inline char* WriteMonth(char* buffer, unsigned char value) {
+  *buffer++ = '-';
+  *buffer++ = '-';
+  if (value < 10) *buffer++ = '0';
+  return WriteInteger(buffer, static_cast<unsigned>(value));
+}
+inline char* WriteDay(char* buffer, unsigned char value) {
+  *buffer++ = '-';
+  return WriteMonth(buffer, value);
+}
+
+// What r4ToString and r8ToString return without a format.
+char* WriteR4(char* buffer, float value);
+char* WriteR8(char* buffer, double value);
+
+// Append what r4ToString and r8ToString return for the format.
 void AppendR4(float value, std::string_view format, std::string& out);
 void AppendR8(double value, std::string_view format, std::string& out);
-
-// Append what yearToString, monthToString and dayToString return.
-void AppendYear(unsigned short value, std::string& out);
-void AppendMonth(unsigned char value, std::string& out);
-void AppendDay(unsigned char value, std::string& out);
 
 // Raise the two failures of a number, with the text and the kind.
 [[noreturn]] void ThrowNotConvertible(std::string_view text, const char* kind);
 [[noreturn]] void ThrowTooLarge(std::string_view text, const char* kind);
+
+// Whether ApplyRule takes the rule.
+inline bool IsKnownRule(CWhitespaceUtils::WhitespaceRule rule) {
+  return rule >= CWhitespaceUtils::WhitespaceRule_None &&
+         rule <= CWhitespaceUtils::WhitespaceRule_Collapse;
+}
 
 // Behind the white space that strtol and strtod skip in the "C" locale.
 inline const char* SkipLeadingSpace(const char* at, const char* end) {

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <system_error>
 
@@ -28,28 +29,27 @@ bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 // --- Writing. ---
 
-// Where the two-digit exponent begins that ends the text, or npos.
-std::size_t FindShortExponent(std::string_view text) {
-  if (text.size() < 5) return std::string_view::npos;
-  const char mark = text[text.size() - 4];
-  return mark == 'e' || mark == 'E' ? text.size() - 2 : std::string_view::npos;
+// Gives a two-digit exponent at the end of a text a third digit; the text has room for it.
+char* WidenExponent(char* begin, char* end) {
+  if (end - begin < 5 || (end[-4] != 'e' && end[-4] != 'E')) return end;
+  end[0] = end[-1];
+  end[-1] = end[-2];
+  end[-2] = '0';
+  return end + 1;
 }
 
-void AppendWithWideExponent(std::string_view text, std::string& out) {
-  const std::size_t exponent = FindShortExponent(text);
-  if (exponent == std::string_view::npos) {
-    out.append(text);
-  } else {
-    out.append(text.substr(0, exponent)).append(1, '0').append(text.substr(exponent));
+char* WriteReal(char* buffer, double value, int digits) {
+  if (!std::isfinite(value)) {
+    return detail::WriteText(buffer, std::isnan(value) ? "NaN" : value < 0 ? "-INF" : "INF");
   }
-}
-
-void AppendGeneral(double value, int digits, std::string& out) {
-  char buffer[32];  // sign, 16 digits, point and exponent are 23
-  const std::to_chars_result result =
-      std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, digits);
-  const std::size_t length = static_cast<std::size_t>(result.ptr - buffer);
-  AppendWithWideExponent(std::string_view(buffer, length), out);
+  // A whole number of no more digits is written as such: the general form has no point there.
+  const double most = digits == kR8Digits ? 1e16 : 1e7;
+  if (std::abs(value) < most && value == std::trunc(value) && value != 0) {
+    return detail::WriteInteger(buffer, static_cast<std::int64_t>(value));
+  }
+  char* const end = buffer + detail::kNumberSize - 1;
+  return WidenExponent(buffer,
+                       std::to_chars(buffer, end, value, std::chars_format::general, digits).ptr);
 }
 
 // A printf format that takes one double, in its pieces.
@@ -140,13 +140,18 @@ void AppendLiteral(std::string_view literal, std::string& out) {
 
 // The number without its width.
 std::string FormatCore(const std::string& core, double value) {
-  char buffer[64];
-  const int length = detail::FormatReal(buffer, sizeof buffer, core.c_str(), value);
+  std::string text(64, '\0');
+  const int length = detail::FormatReal(text.data(), text.size(), core.c_str(), value);
   if (length < 0) return std::string();
-  if (static_cast<std::size_t>(length) < sizeof buffer) return buffer;
-  std::string text(static_cast<std::size_t>(length) + 1, '\0');
-  detail::FormatReal(text.data(), text.size(), core.c_str(), value);
-  text.pop_back();
+  const std::size_t size = static_cast<std::size_t>(length);
+  if (size + 1 >= text.size()) {
+    text.resize(size + 2);  // the zero byte, and a third digit of the exponent
+    detail::FormatReal(text.data(), text.size(), core.c_str(), value);
+  }
+  const bool isHexadecimal = core.back() == 'a' || core.back() == 'A';
+  char* const end = text.data() + size;
+  text.resize(static_cast<std::size_t>((isHexadecimal ? end : WidenExponent(text.data(), end)) -
+                                       text.data()));
   return text;
 }
 
@@ -171,40 +176,19 @@ void AppendFilled(std::string_view number, const RealFormat& format, std::string
 
 void AppendFormatted(double value, const RealFormat& format, std::string& out) {
   AppendLiteral(format.before, out);
-  if (!format.core.empty()) {
-    const std::string narrow = FormatCore(format.core, value);
-    std::string number;
-    const bool hexadecimal = format.core.back() == 'a' || format.core.back() == 'A';
-    if (hexadecimal) {
-      number = narrow;
-    } else {
-      AppendWithWideExponent(narrow, number);
-    }
-    AppendFilled(number, format, out);
-  }
+  if (!format.core.empty()) AppendFilled(FormatCore(format.core, value), format, out);
   AppendLiteral(format.behind, out);
 }
 
-void AppendFinite(double value, std::string_view format, int digits, std::string& out) {
-  RealFormat pieces;
-  if (format.empty()) {
-    AppendGeneral(value, digits, out);
-  } else if (TakeApart(format, pieces)) {
-    AppendFormatted(value, pieces, out);
-  } else {
-    QZ_ASSERT_TEXT(false, "format takes one double");
-    AppendGeneral(value, digits, out);
-  }
-}
-
 void AppendReal(double value, std::string_view format, int digits, std::string& out) {
-  if (std::isnan(value)) {
-    out.append("NaN");
-  } else if (std::isinf(value)) {
-    out.append(value < 0 ? "-INF" : "INF");
-  } else {
-    AppendFinite(value, format, digits, out);
+  if (!format.empty() && std::isfinite(value)) {
+    RealFormat pieces;
+    if (TakeApart(format, pieces)) return AppendFormatted(value, pieces, out);
+    QZ_ASSERT_TEXT(false, "format takes one double");
   }
+  char buffer[detail::kNumberSize];
+  const char* const end = WriteReal(buffer, value, digits);
+  out.append(buffer, static_cast<std::size_t>(end - buffer));
 }
 
 // --- Reading. ---
@@ -275,14 +259,33 @@ double ParseNumber(std::string_view text, const char* kind) {
   return negative ? -value : value;
 }
 
-double RealFromString(const std::string& value, Rule rule, const char* kind) {
+double RealFromRuledText(const std::string& value, Rule rule, const char* kind) {
   std::string scratch;
   return ParseNumber(detail::ApplyRule(rule, value, scratch), kind);
+}
+
+// A text that is nothing but a number has no white space, so no rule changes it.
+double RealFromString(const std::string& value, Rule rule, const char* kind) {
+  const char* const begin = value.data();
+  const char* const end = begin + value.size();
+  const char first = *begin == '-' ? begin[1] : *begin;  // the zero byte at the end, if need be
+  if ((IsDigit(first) || first == '.') && detail::IsKnownRule(rule)) {
+    double number = 0;
+    const std::from_chars_result result = std::from_chars(begin, end, number);
+    if (result.ec == std::errc() && result.ptr == end) return number;
+  }
+  return RealFromRuledText(value, rule, kind);
 }
 
 }  // namespace
 
 namespace detail {
+
+char* WriteR4(char* buffer, float value) {
+  return WriteReal(buffer, static_cast<double>(value), kR4Digits);
+}
+
+char* WriteR8(char* buffer, double value) { return WriteReal(buffer, value, kR8Digits); }
 
 void AppendR4(float value, std::string_view format, std::string& out) {
   AppendReal(static_cast<double>(value), format, kR4Digits, out);
@@ -294,7 +297,10 @@ void AppendR8(double value, std::string_view format, std::string& out) {
 
 }  // namespace detail
 
-std::string CConversions::r4ToString(float value) { return r4ToString(value, std::string()); }
+std::string CConversions::r4ToString(float value) {
+  char buffer[detail::kNumberSize];
+  return std::string(buffer, detail::WriteR4(buffer, value));
+}
 
 std::string CConversions::r4ToString(float value, const std::string& format) {
   std::string text;
@@ -308,7 +314,10 @@ float CConversions::r4FromString(const std::string& value, WhitespaceRule rule) 
   return static_cast<float>(RealFromString(value, rule, "r4"));
 }
 
-std::string CConversions::r8ToString(double value) { return r8ToString(value, std::string()); }
+std::string CConversions::r8ToString(double value) {
+  char buffer[detail::kNumberSize];
+  return std::string(buffer, detail::WriteR8(buffer, value));
+}
 
 std::string CConversions::r8ToString(double value, const std::string& format) {
   std::string text;

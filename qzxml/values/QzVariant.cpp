@@ -65,6 +65,12 @@ const char* FindTypeName(ItemType type) {
   }
 }
 
+// Whether the kind's payload is a pointer that has to be given up.
+constexpr bool HasPayload(ItemType type) {
+  return type == ItemType_hexBinary || type == ItemType_base64Binary || type == ItemType_string ||
+         type == ItemType_XmlObjectBase || type == ItemType_XmlCollection;
+}
+
 const std::string& EmptyText() {
   static const std::string s_empty;
   return s_empty;
@@ -136,7 +142,7 @@ void QzVariant::CopyPayload(const QzVariant& other) {
 void QzVariant::Clear() {
   if (m_type == ItemType_None) return;
   m_isNil = false;
-  ReleasePayload();
+  if (HasPayload(m_type)) ReleasePayload();
   m_type = ItemType_None;
 }
 
@@ -161,6 +167,14 @@ void QzVariant::ReleasePayload() {
   }
 }
 
+template <typename T>
+void QzVariant::SetScalar(ItemType type, T Value::*member, T value) {
+  if (HasPayload(m_type)) ReleasePayload();
+  if (m_type != ItemType_None) m_isNil = false;
+  m_type = type;
+  m_value.*member = value;
+}
+
 void QzVariant::SetInvalid() {
   Clear();
   m_type = ItemType_None;
@@ -181,61 +195,83 @@ std::string QzVariant::GetType() const {
 
 // --- Text. ---
 
+// Null unless the value is a scalar, and not a real with a format.
+char* QzVariant::WriteScalar(char* buffer, std::string_view format) const {
+  switch (m_type) {
+    case ItemType_i1:
+      return detail::WriteInteger(buffer, m_value.m_i1);
+    case ItemType_i2:
+      return detail::WriteInteger(buffer, m_value.m_i2);
+    case ItemType_i4:
+      return detail::WriteInteger(buffer, m_value.m_i4);
+    case ItemType_i8:
+      return detail::WriteInteger(buffer, m_value.m_i8);
+    case ItemType_ui1:
+      return detail::WriteInteger(buffer, m_value.m_ui1);
+    case ItemType_ui2:
+      return detail::WriteInteger(buffer, m_value.m_ui2);
+    case ItemType_ui4:
+      return detail::WriteInteger(buffer, m_value.m_ui4);
+    case ItemType_ui8:
+      return detail::WriteInteger(buffer, m_value.m_ui8);
+    case ItemType_r4:
+      return format.empty() ? detail::WriteR4(buffer, m_value.m_r4) : nullptr;
+    case ItemType_r8:
+      return format.empty() ? detail::WriteR8(buffer, m_value.m_r8) : nullptr;
+    case ItemType_year:
+      return detail::WriteYear(buffer, m_value.m_ui2);
+    case ItemType_month:
+      return detail::WriteMonth(buffer, m_value.m_ui1);
+    case ItemType_day:
+      return detail::WriteDay(buffer, m_value.m_ui1);
+    case ItemType_char:
+      *buffer = m_value.m_char;
+      return buffer + 1;
+    case ItemType_boolean:
+      return detail::WriteText(buffer, m_value.m_boolean != 0 ? "true" : "false");
+    default:
+      return nullptr;
+  }
+}
+
+// The kinds that WriteScalar leaves.
+void QzVariant::AppendOther(std::string_view format, std::string& out) const {
+  switch (m_type) {
+    case ItemType_hexBinary:
+      if (const CBinaryData* data = FindBinaryData()) out += data->GetAsHexString();
+      return;
+    case ItemType_base64Binary:
+      if (const CBinaryData* data = FindBinaryData()) out += data->GetAsBase64();
+      return;
+    case ItemType_r4:
+      return detail::AppendR4(m_value.m_r4, format, out);
+    case ItemType_r8:
+      return detail::AppendR8(m_value.m_r8, format, out);
+    case ItemType_string:
+      out += GetStringReference();
+      return;
+    default:
+      throw CQzException(FormatString(Messages::kInvalidTypeToConvert, m_type));
+  }
+}
+
 namespace detail {
 
 void AppendText(const QzVariant& value, std::string_view format, std::string& out) {
-  switch (value.m_type) {
-    case ItemType_hexBinary:
-      if (const CBinaryData* data = value.FindBinaryData()) out += data->GetAsHexString();
-      return;
-    case ItemType_base64Binary:
-      if (const CBinaryData* data = value.FindBinaryData()) out += data->GetAsBase64();
-      return;
-    case ItemType_i1:
-      return AppendInteger(value.m_value.m_i1, out);
-    case ItemType_i2:
-      return AppendInteger(value.m_value.m_i2, out);
-    case ItemType_i4:
-      return AppendInteger(value.m_value.m_i4, out);
-    case ItemType_i8:
-      return AppendInteger(value.m_value.m_i8, out);
-    case ItemType_ui1:
-      return AppendInteger(value.m_value.m_ui1, out);
-    case ItemType_ui2:
-      return AppendInteger(value.m_value.m_ui2, out);
-    case ItemType_ui4:
-      return AppendInteger(value.m_value.m_ui4, out);
-    case ItemType_ui8:
-      return AppendInteger(value.m_value.m_ui8, out);
-    case ItemType_r4:
-      return AppendR4(value.m_value.m_r4, format, out);
-    case ItemType_r8:
-      return AppendR8(value.m_value.m_r8, format, out);
-    case ItemType_year:
-      return AppendYear(value.m_value.m_ui2, out);
-    case ItemType_month:
-      return AppendMonth(value.m_value.m_ui1, out);
-    case ItemType_day:
-      return AppendDay(value.m_value.m_ui1, out);
-    case ItemType_char:
-      out += value.m_value.m_char;
-      return;
-    case ItemType_string:
-      out += value.GetStringReference();
-      return;
-    case ItemType_boolean:
-      out += value.GetBoolean() ? "true" : "false";
-      return;
-    default:
-      throw CQzException(FormatString(Messages::kInvalidTypeToConvert, value.m_type));
-  }
+  char buffer[kNumberSize];
+  const char* const end = value.WriteScalar(buffer, format);
+  if (end == nullptr) return value.AppendOther(format, out);
+  out.append(buffer, static_cast<std::size_t>(end - buffer));
 }
 
 }  // namespace detail
 
 std::string QzVariant::ToString(const char* format) const {
+  const std::string_view view = format == nullptr ? std::string_view() : format;
+  char buffer[detail::kNumberSize];
+  if (char* const end = WriteScalar(buffer, view)) return std::string(buffer, end);
   std::string text;
-  detail::AppendText(*this, format == nullptr ? std::string_view() : format, text);
+  AppendOther(view, text);
   return text;
 }
 
@@ -243,31 +279,31 @@ void QzVariant::FromString(const std::string& value, ItemType type,
                            CWhitespaceUtils::WhitespaceRule rule) {
   switch (type) {
     case ItemType_hexBinary:
-      return SetHexBinary(CConversions::hexBinaryFromString(value, rule));
+      return SetBinaryData(type, CConversions::hexBinaryFromString(value, rule));
     case ItemType_base64Binary:
-      return SetBase64Binary(CConversions::base64BinaryFromString(value, rule));
+      return SetBinaryData(type, CConversions::base64BinaryFromString(value, rule));
     case ItemType_i1:
       return SetI1(CConversions::i1FromString(value, rule));
     case ItemType_i2:
-      return SetI2(CConversions::i2FromString(value, rule));
+      return SetScalar(type, &Value::m_i2, CConversions::i2FromString(value, rule));
     case ItemType_i4:
-      return SetI4(CConversions::i4FromString(value, rule));
+      return SetScalar(type, &Value::m_i4, CConversions::i4FromString(value, rule));
     case ItemType_i8:
-      return SetI8(CConversions::i8FromString(value, rule));
+      return SetScalar(type, &Value::m_i8, CConversions::i8FromString(value, rule));
     case ItemType_ui1:
-      return SetUI1(CConversions::ui1FromString(value, rule));
+      return SetScalar(type, &Value::m_ui1, CConversions::ui1FromString(value, rule));
     case ItemType_ui2:
-      return SetUI2(CConversions::ui2FromString(value, rule));
+      return SetScalar(type, &Value::m_ui2, CConversions::ui2FromString(value, rule));
     case ItemType_ui4:
-      return SetUI4(CConversions::ui4FromString(value, rule));
+      return SetScalar(type, &Value::m_ui4, CConversions::ui4FromString(value, rule));
     case ItemType_ui8:
-      return SetUI8(CConversions::ui8FromString(value, rule));
+      return SetScalar(type, &Value::m_ui8, CConversions::ui8FromString(value, rule));
     case ItemType_r4:
-      return SetR4(CConversions::r4FromString(value, rule));
+      return SetScalar(type, &Value::m_r4, CConversions::r4FromString(value, rule));
     case ItemType_r8:
-      return SetR8(CConversions::r8FromString(value, rule));
+      return SetScalar(type, &Value::m_r8, CConversions::r8FromString(value, rule));
     case ItemType_char:
-      return SetChar(CConversions::charFromString(value, rule));
+      return SetScalar(type, &Value::m_char, CConversions::charFromString(value, rule));
     case ItemType_string:
       return SetString(CConversions::stringFromString(value, rule));
     case ItemType_boolean:
@@ -309,11 +345,11 @@ CSmartPtr<CXmlCollectionBase> QzVariant::GetXmlCollection() const {
 
 // --- Binary data and text. ---
 
-void QzVariant::SetBinaryData(ItemType type, const CBinaryData& value) {
-  std::unique_ptr<CBinaryData> copy = std::make_unique<CBinaryData>(value);
+void QzVariant::SetBinaryData(ItemType type, CBinaryData value) {
+  std::unique_ptr<CBinaryData> data = std::make_unique<CBinaryData>(std::move(value));
   Clear();
   m_type = type;
-  m_value.m_pBinaryData = copy.release();
+  m_value.m_pBinaryData = data.release();
 }
 
 // Null when there is none: of another kind, or nil.
@@ -361,13 +397,6 @@ const std::string& QzVariant::GetStringReference() const {
 }
 
 // --- Numbers. ---
-
-template <typename T>
-void QzVariant::SetScalar(ItemType type, T Value::*member, T value) {
-  Clear();
-  m_type = type;
-  m_value.*member = value;
-}
 
 void QzVariant::SetI1(char value) {
   SetScalar(ItemType_i1, &Value::m_i1, static_cast<std::int8_t>(value));

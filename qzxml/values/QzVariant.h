@@ -149,8 +149,10 @@ struct QZXML_API QzVariant {
   void TakeOver(QzVariant& other) noexcept;
   template <typename T>
   void SetScalar(ItemType type, T Value::*member, T value);
-  void SetBinaryData(ItemType type, const CBinaryData& value);
+  void SetBinaryData(ItemType type, CBinaryData value);
   const CBinaryData* FindBinaryData() const;
+  char* WriteScalar(char* buffer, std::string_view format) const;
+  void AppendOther(std::string_view format, std::string& out) const;
 
   bool m_isNil;
   ItemType m_type;

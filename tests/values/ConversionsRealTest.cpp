@@ -224,6 +224,19 @@ TEST(ConversionsReal, WritesAnyDoubleAsPrintfDoes) {
   }
 }
 
+TEST(ConversionsReal, WritesWholeNumbersAsPrintfDoes) {
+  for (const double power : {1e5, 1e6, 1e7, 1e8, 1e14, 1e15, 1e16, 1e17, 9007199254740992.0}) {
+    for (int step = -3; step <= 3; ++step) {
+      for (const double sign : {1.0, -1.0}) {
+        const double value = sign * (power + step);
+        ASSERT_EQ(Printed("%.16g", value), CConversions::r8ToString(value));
+        const float narrow = static_cast<float>(value);
+        ASSERT_EQ(Printed("%.7g", static_cast<double>(narrow)), CConversions::r4ToString(narrow));
+      }
+    }
+  }
+}
+
 TEST(ConversionsReal, WritesExponentsWithThreeDigits) {
   EXPECT_EQ("1e+020", CConversions::r8ToString(1e20));
   EXPECT_EQ("1e-005", CConversions::r8ToString(1e-5));

@@ -142,6 +142,16 @@ TEST(WhitespaceUtils, RulesHoldForEveryShortText) {
   EXPECT_EQ(1u + 6 + 36 + 216 + 1296 + 7776, texts.size());
 }
 
+TEST(WhitespaceUtils, CollapseFindsWhatChangesWhereverItStands) {
+  for (const std::string& piece : {"  "_s, "\t"_s, "\r"_s, "\n"_s, "\0"_s, " "_s, "  \n"_s}) {
+    for (std::size_t at = 0; at <= 600; ++at) {
+      std::string value(600, 'x');
+      value.insert(at, piece);
+      ASSERT_EQ(Expected::Collapsed(value), CWhitespaceUtils::Collapse(value)) << at;
+    }
+  }
+}
+
 TEST(WhitespaceUtils, CollapsesALongValueInOnePass) {
   std::string value;
   std::string expected;
