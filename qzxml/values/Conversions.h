@@ -56,8 +56,9 @@ class QZXML_API CConversions {
   //
   // A format that is not empty is a printf format that takes one double; literal text around the
   // conversion stands as it is. Its decimal point is "." in every locale, and exponents have three
-  // digits here too (they count for the width). Asserts "format takes one double" on any other
-  // conversion, on "*" and on a second conversion, and then writes as without a format.
+  // digits here too (they count for the width). A text of any length comes back whole. Asserts
+  // "format takes one double" on any other conversion, on "*" and on a second conversion, and then
+  // writes as without a format.
   //
   // FromString reads decimal digits, one point and an exponent, and "NaN", "1.#QNAN", "-NAN",
   // "INF", "-INF" exactly as written here. There is no range: too large is infinity. ---

@@ -44,7 +44,7 @@ struct QZXML_API QzVariant {
   virtual ~QzVariant();
 
   // Throws CQzException "Unknown Type" when the other's kind has no meaning; this one is then empty
-  // but has the other's kind.
+  // but has the other's kind. Assigned to itself it stays as it is.
   const QzVariant& operator=(const QzVariant& other);
   const QzVariant& operator=(QzVariant&& other) noexcept;  // leaves the other invalid
 
