@@ -128,6 +128,9 @@ class QZXML_API CInstanceMonitor {
   void BeginLife() { m_pct->CountIn(); }
   void EndWait() { m_pct->CountBack(); }
 
+  // Counts one more object of the class that was made and is gone.
+  void CountPassing() { m_pct->CountMade(); }
+
  private:
   QzXmlLib16::detail::InstanceRecord* m_pct;  // not owned
 };

@@ -37,6 +37,9 @@ namespace {
 constexpr std::uint32_t kFlushThreshold = 4096;  // bytes pending
 constexpr std::size_t kLargestPiece = 4095;      // that is put together inside a block
 constexpr std::size_t kPreparedIndents = 128;    // bytes
+constexpr std::size_t kShortIndent = 16;         // bytes that are copied, wanted or not
+constexpr std::size_t kTagEolRoom = 2;           // likewise
+constexpr std::size_t kEntityRoom = 32;          // bytes that the entities of a short text may add
 constexpr char kCDataBegin[] = "<![CDATA[";
 
 char* PutText(char* out, std::string_view text) {
@@ -59,6 +62,20 @@ char* PutPrefix(char* out, const std::string* prefix) {
   out = PutText(out, *prefix);
   *out++ = ':';
   return out;
+}
+
+// What stands for a byte in a text, where that does not depend on options; empty for all others.
+std::string_view EntityOf(char c) {
+  switch (c) {
+    case '&':
+      return "&amp;";
+    case '<':
+      return "&lt;";
+    case '>':
+      return "&gt;";
+    default:
+      return std::string_view();
+  }
 }
 
 bool IsMarkedAsCData(const std::string& text) {
@@ -143,7 +160,9 @@ void CXmlTextWriter::PutEscape(char c, bool inAttribute) {
       if (inAttribute) {
         PutLiteral("&#xA;");
       } else {
-        PutTextEol();
+        const std::string_view eol = GetTextEol();
+        if (eol.empty()) throw CQzException(Messages::kInvalidEolType);
+        m_pStream->Put(eol.data(), eol.size());
       }
       break;
     case '\r':
@@ -152,32 +171,23 @@ void CXmlTextWriter::PutEscape(char c, bool inAttribute) {
     case '"':
       PutLiteral("&quot;");
       break;
-    case '&':
-      PutLiteral("&amp;");
+    default: {
+      const std::string_view entity = EntityOf(c);
+      m_pStream->Put(entity.data(), entity.size());
       break;
-    case '<':
-      PutLiteral("&lt;");
-      break;
-    case '>':
-      PutLiteral("&gt;");
-      break;
-    default:
-      m_pStream->Put(c);
-      break;
+    }
   }
 }
 
-// A line feed of element text.
-void CXmlTextWriter::PutTextEol() {
+// What a line feed of element text becomes; empty when the EOL type is damaged.
+inline std::string_view CXmlTextWriter::GetTextEol() const {
   switch (m_eolType) {
     case EOLType_CRLF:
-      PutLiteral("\r\n");
-      break;
+      return "\r\n";
     case EOLType_LF:
-      PutLiteral("\n");
-      break;
+      return "\n";
     default:
-      throw CQzException(Messages::kInvalidEolType);
+      return std::string_view();
   }
 }
 
@@ -187,22 +197,32 @@ inline void CXmlTextWriter::FlushWhenDue() {
 }
 
 inline std::size_t CXmlTextWriter::GetIndentSize(std::uint32_t depth) const {
-  return m_bFormatted ? m_strIndentChars.size() * depth : 0;
+  return m_indentUnit * depth;
 }
 
-// size is a multiple of the indent characters, as m_strIndents is.
+// size is a multiple of the indent characters, as m_indentsSize is. Takes the room of kShortIndent
+// at least.
 inline char* CXmlTextWriter::PutIndent(char* out, std::size_t size) const {
-  for (; size > m_strIndents.size(); size -= m_strIndents.size()) out = PutText(out, m_strIndents);
+  std::memcpy(out, m_strIndents.data(), kShortIndent);
+  if (size <= kShortIndent) return out + size;
+  for (; size > m_indentsSize; size -= m_indentsSize) {
+    std::memcpy(out, m_strIndents.data(), m_indentsSize);
+    out += m_indentsSize;
+  }
   return detail::CopyShort(out, m_strIndents.data(), size);
 }
 
-inline std::size_t CXmlTextWriter::GetTagEolSize() const {
-  return m_bFormatted ? m_strEol.size() : 0;
+// The line end behind a tag. Takes the room of kTagEolRoom.
+inline char* CXmlTextWriter::PutTagEol(char* out) const {
+  std::memcpy(out, m_tagEol, kTagEolRoom);
+  return out + m_tagEolSize;
 }
 
-// Behind a tag.
-inline char* CXmlTextWriter::PutTagEol(char* out) const {
-  return m_bFormatted ? PutText(out, m_strEol) : out;
+// Makes what is written between elements, by the options.
+void CXmlTextWriter::PrepareFormat() {
+  m_tagEolSize = m_bFormatted ? m_strEol.size() : 0;
+  m_strEol.copy(m_tagEol, m_strEol.size());
+  m_indentUnit = m_bFormatted ? m_strIndentChars.size() : 0;
 }
 
 // Meant: the URI goes out as it stands.
@@ -243,6 +263,7 @@ CXmlTextWriter::CXmlTextWriter(CTextStream* stream)
       m_strEol("\n"),
       m_eolType(EOLType_LF),
       m_bFormatted(true),
+      m_tagEol(),
       m_bStreamFlushes(typeid(*stream) != typeid(CTextStream)),
       m_pStream(stream) {
   SetIndentChars("\t");
@@ -253,6 +274,7 @@ CXmlTextWriter::~CXmlTextWriter() = default;
 void CXmlTextWriter::SetFormatted(bool formatted) {
   QZ_ASSERT_TEXT(m_pContext == nullptr, "m_pContext == 0");
   m_bFormatted = formatted;
+  PrepareFormat();
 }
 
 void CXmlTextWriter::SetEOLType(EOLType type) {
@@ -267,6 +289,7 @@ void CXmlTextWriter::SetEOLType(EOLType type) {
       throw CQzException(Messages::kInvalidEolType);
   }
   m_eolType = type;
+  PrepareFormat();
 }
 
 void CXmlTextWriter::SetIndentChars(const char* chars) {
@@ -276,8 +299,12 @@ void CXmlTextWriter::SetIndentChars(const char* chars) {
 void CXmlTextWriter::SetIndentChars(const std::string& chars) {
   m_strIndentChars = chars;
   m_strIndents = chars;
-  if (chars.empty()) return;
-  while (m_strIndents.size() + chars.size() <= kPreparedIndents) m_strIndents += m_strIndentChars;
+  while (!m_strIndents.empty() && 2 * m_strIndents.size() <= kPreparedIndents) {
+    m_strIndents += m_strIndents;
+  }
+  m_indentsSize = m_strIndents.size();
+  if (m_indentsSize < kShortIndent) m_strIndents.resize(kShortIndent);
+  PrepareFormat();
 }
 
 void CXmlTextWriter::StartDocument() {
@@ -353,9 +380,9 @@ void CXmlTextWriter::WriteStartElement(const std::string& name, const std::strin
     element->AddNamespaceMapValue(uri, element->GenerateAlias());
     element->FindPrefix(prefix);
   }
-  const std::size_t closeSize = closeParent ? 1 + GetTagEolSize() : 0;
   const std::size_t indent = GetIndentSize(element->GetDepth());
-  char* const begin = BeginPiece(closeSize + indent + 1 + GetPrefixSize(prefix) + name.size());
+  char* const begin =
+      BeginPiece(1 + kTagEolRoom + indent + kShortIndent + 1 + GetPrefixSize(prefix) + name.size());
   char* out = begin;
   if (closeParent) {
     *out++ = '>';
@@ -391,7 +418,7 @@ void CXmlTextWriter::WriteEndElement() {
   QZ_ASSERT_TEXT(m_pContext != nullptr, "m_pContext != 0");
   if (m_pContext == nullptr) return;
   if (m_pContext->IsStartTagOpen()) {
-    char* const begin = BeginPiece(2 + GetTagEolSize());
+    char* const begin = BeginPiece(2 + kTagEolRoom);
     EndPiece(begin, PutTagEol(PutText(begin, "/>")));
   } else {
     PutEndTag();
@@ -410,7 +437,7 @@ inline void CXmlTextWriter::PutEndTag() {
   const bool hasChildren = m_pContext->GetChildCount() != 0;
   const std::size_t indent = hasChildren ? GetIndentSize(m_pContext->GetDepth()) : 0;
   char* const begin =
-      BeginPiece(indent + 2 + GetPrefixSize(prefix) + name.size() + 1 + GetTagEolSize());
+      BeginPiece(indent + kShortIndent + 2 + GetPrefixSize(prefix) + name.size() + 1 + kTagEolRoom);
   char* out = PutText(PutIndent(begin, indent), "</");
   out = PutText(PutPrefix(out, prefix), name);
   *out++ = '>';
@@ -452,8 +479,25 @@ inline bool CXmlTextWriter::FindElementPrefix(const std::string& uri, const std:
   return prefix != nullptr;
 }
 
+// Escapes a text with few entities and nothing more difficult: null for any other. Takes
+// kEntityRoom more than size.
+inline char* CXmlTextWriter::PutShortText(char* out, const char* text, std::size_t size) const {
+  std::size_t room = kEntityRoom;
+  for (;;) {
+    const std::size_t clean = detail::CopyClean<false>(text, size, out);
+    out += clean;
+    if (clean == size) return out;
+    const std::string_view entity = text[clean] == '\n' ? GetTextEol() : EntityOf(text[clean]);
+    if (entity.empty() || entity.size() > room) return nullptr;
+    out = PutText(out, entity);
+    room -= entity.size();
+    text += clean + 1;
+    size -= clean + 1;
+  }
+}
+
 // The three calls of an element with nothing but a text, for the ordinary case: a known namespace,
-// no byte to escape, room in the stream's block, no flush due before its end. Any other case is
+// few bytes to escape, room in the stream's block, no flush due before its end. Any other case is
 // theirs.
 bool CXmlTextWriter::PutTextElement(CXmlWriter* writer, const std::string& name,
                                     const std::string& uri, const std::string& text,
@@ -464,12 +508,12 @@ bool CXmlTextWriter::PutTextElement(CXmlWriter* writer, const std::string& name,
   if (parent == nullptr || !self.FindElementPrefix(uri, prefix)) return false;
 
   const bool closeParent = parent->IsStartTagOpen();
-  const std::size_t closeSize = closeParent ? 1 + self.GetTagEolSize() : 0;
   const std::size_t indent = self.GetIndentSize(parent->GetDepth() + 1);
   const std::size_t nameSize = GetPrefixSize(prefix) + name.size();
   const std::size_t textSize = isDefault && !self.m_bWriteDefaultValues ? 0 : text.size();
-  const std::size_t size =
-      closeSize + indent + 2 * nameSize + textSize + (sizeof("<></>") - 1) + self.GetTagEolSize();
+  if (textSize != 0 && text[0] == '<') return false;  // may be a CDATA section
+  const std::size_t size = 1 + kTagEolRoom + indent + kShortIndent + 2 * nameSize + textSize +
+                           kEntityRoom + (sizeof("<></>") - 1) + kTagEolRoom;
   CTextStream& stream = *self.m_pStream;
   if (size > kLargestPiece) return false;
   if (self.m_bStreamFlushes && stream.GetLength() + size >= kFlushThreshold) return false;
@@ -488,15 +532,16 @@ bool CXmlTextWriter::PutTextElement(CXmlWriter* writer, const std::string& name,
     out = PutText(out, "/>");
   } else {
     *out++ = '>';
-    if (detail::CopyClean<false>(text.data(), textSize, out) != textSize) return false;
-    out = PutText(PutPrefix(PutText(out + textSize, "</"), prefix), name);
+    out = self.PutShortText(out, text.data(), textSize);
+    if (out == nullptr) return false;
+    out = PutText(PutPrefix(PutText(out, "</"), prefix), name);
     *out++ = '>';
   }
   out = self.PutTagEol(out);
   stream.Commit(static_cast<std::uint32_t>(out - begin));
   parent->AddChild();
   parent->SetStartTagOpen(false);
-  CXmlWriterContext::CountInstance();
+  parent->CountElement();
   return true;
 }
 

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "qzxml/platform/Export.h"
 #include "qzxml/runtime/XmlTypes.h"
@@ -121,15 +122,16 @@ class QZXML_API CXmlTextWriter : public CXmlWriter {
   template <bool inAttribute>
   void PutEscaped(const std::string& value);
   void PutEscape(char c, bool inAttribute);
-  void PutTextEol();
+  std::string_view GetTextEol() const;
   void FlushWhenDue();
   std::size_t GetIndentSize(std::uint32_t depth) const;
   char* PutIndent(char* out, std::size_t size) const;
-  std::size_t GetTagEolSize() const;
   char* PutTagEol(char* out) const;
+  void PrepareFormat();
   void PutEndTag();
   void PutDeclaration(const std::string* alias, const std::string& uri);
   void PutRootDeclarations();
+  char* PutShortText(char* out, const char* text, std::size_t size) const;
   bool FindElementPrefix(const std::string& uri, const std::string*& prefix);
   static bool PutTextElement(CXmlWriter* writer, const std::string& name, const std::string& uri,
                              const std::string& text, bool isDefault);
@@ -144,11 +146,15 @@ class QZXML_API CXmlTextWriter : public CXmlWriter {
 
  private:
   bool m_bFormatted;
-  bool m_bStreamFlushes;     // false for a plain CTextStream
-  CTextStream* m_pStream;    // not owned
-  std::string m_strIndents;  // the indent characters many times over
-  std::string m_strPiece;    // where a tag is put together that does not fit the stream's block
-  std::string m_strQName;    // the value of a type attribute
+  char m_tagEol[2];           // m_strEol
+  bool m_bStreamFlushes;      // false for a plain CTextStream
+  CTextStream* m_pStream;     // not owned
+  std::size_t m_tagEolSize;   // 0 when not formatted
+  std::size_t m_indentUnit;   // size of the indent characters; 0 when not formatted
+  std::size_t m_indentsSize;  // of m_strIndents without its padding
+  std::string m_strIndents;   // the indent characters many times over
+  std::string m_strPiece;     // where a tag is put together that does not fit the stream's block
+  std::string m_strQName;     // the value of a type attribute
 };
 
 }  // namespace QzXmlLib16

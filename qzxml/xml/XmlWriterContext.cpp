@@ -36,8 +36,6 @@ CXmlWriter::CXmlWriterContext::~CXmlWriterContext() {
   }
 }
 
-void CXmlWriter::CXmlWriterContext::CountInstance() { s_contextClass.GetRecord()->CountMade(); }
-
 void CXmlWriter::CXmlWriterContext::SetDefaultNamespace(const std::string& uri) {
   BeginScope();
   m_strDefaultNamespace = uri;

@@ -56,8 +56,8 @@ class QZXML_API CXmlWriter::CXmlWriterContext : public CInstanceMonitor {
   std::uint32_t GetCollectionState() const { return m_dwCollectionState; }
   void SetCollectionState(std::uint32_t state) { m_dwCollectionState = state; }
 
-  // Counts a context that was not needed: an element that was written in one go.
-  static void CountInstance();
+  // Counts the context of an element that was written in one go and needed none.
+  void CountElement() { CountPassing(); }
 
   // ---- The namespaces in force ----
 

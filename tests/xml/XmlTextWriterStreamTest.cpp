@@ -138,47 +138,61 @@ TEST(XmlTextWriterStream, WritesADocumentThroughAStreamThatIsEmptiedAtEachFlush)
 
 // ---- Elements with nothing but a text ----
 
+// Writes text elements in every relation to the namespaces around them.
+static void WriteTextElements(CXmlTextWriter& writer, const std::string& text, bool isDefault) {
+  writer.StartDocument();
+  writer.SetDefaultNamespace("urn:d");
+  writer.AddNamespaceMapping("p", "urn:p");
+  writer.WriteTextElement("first", "urn:p", text, kString, isDefault);  // a root
+  writer.WriteStartElement("root", "urn:r");
+  for (const char* uri : {"", "urn:d", "urn:r", "urn:p", "urn:unknown"}) {
+    writer.WriteTextElement("name", uri, text, kString, isDefault);
+  }
+  writer.WriteStartElement("inner", "urn:unknown");
+  writer.WriteTextElement("name", "urn:unknown", text, kString, isDefault);
+  writer.SetDefaultNamespace("urn:unknown");
+  writer.WriteTextElement("name", "urn:unknown", text, kString, isDefault);
+  writer.WriteTextElement("name", "urn:d", text, kString, isDefault);
+  writer.WriteEndElement();
+  writer.WriteTextElement("name", "urn:r", text, kString, isDefault);
+  writer.WriteEndElement();
+}
+
 TEST(XmlTextWriterStream, WritesATextElementAsItsThreeCallsDo) {
-  const std::string texts[] = {"",
-                               "1",
-                               "plain text",
-                               "a < b",
-                               "l1\nl2",
-                               "<![CDATA[<]]>",
-                               std::string("a\0b", 3),
-                               std::string(5000, 'x')};
-  const char* const uris[] = {"", "urn:d", "urn:r", "urn:p", "urn:unknown"};
-  for (const bool formatted : {true, false}) {
-    for (const bool isDefault : {true, false}) {
-      for (const bool writeDefaults : {true, false}) {
-        CTextStream shortStream;
-        CTextStream longStream;
-        CXmlTextWriter shortWay(&shortStream);
-        LongWayWriter longWay(&longStream);
-        for (CXmlTextWriter* writer : {&shortWay, static_cast<CXmlTextWriter*>(&longWay)}) {
-          writer->StartDocument();
-          writer->SetFormatted(formatted);
-          writer->SetWriteDefaultValues(writeDefaults);
-          writer->SetDefaultNamespace("urn:d");
-          writer->AddNamespaceMapping("p", "urn:p");
-          writer->WriteTextElement("first", "urn:p", "a root", kString, false);
-          writer->WriteStartElement("root", "urn:r");
-          for (const char* uri : uris) {
-            for (const std::string& text : texts) {
-              writer->WriteTextElement("name", uri, text, kString, isDefault);
-            }
-          }
-          writer->WriteStartElement("inner", "urn:unknown");
-          writer->WriteTextElement("name", "urn:unknown", "t", kString, isDefault);
-          writer->SetDefaultNamespace("urn:unknown");
-          writer->WriteTextElement("name", "urn:unknown", "t", kString, isDefault);
-          writer->WriteTextElement("name", "urn:d", "t", kString, isDefault);
-          writer->WriteEndElement();
-          writer->WriteTextElement("name", "urn:r", "t", kString, isDefault);
-          writer->WriteEndElement();
-        }
-        EXPECT_EQ(std::string(longStream.GetBuffer()), shortStream.GetBuffer());
+  const std::string texts[] = {
+      "",
+      "1",
+      "plain text",
+      "a < b",
+      "l1\nl2\n",
+      "\r1\r\n2\r",
+      "<![CDATA[<]]>",
+      "<b>",
+      "\"'\t\x01\x7F\xC3\xBC",
+      std::string("a\0b", 3),
+      std::string("\0", 1),
+      std::string("a&b\0c", 5),
+      Repeated("&", 6),
+      Repeated("&", 7),
+      Repeated("ab > c\n", 8),
+      std::string(5000, 'x'),
+      std::string(5000, '&'),
+  };
+  const qztest::AssertionRecorder silence;  // on the carriage returns
+  for (const std::string& text : texts) {
+    for (int options = 0; options < 16; ++options) {
+      CTextStream shortStream;
+      CTextStream longStream;
+      CXmlTextWriter shortWay(&shortStream);
+      LongWayWriter longWay(&longStream);
+      for (CXmlTextWriter* writer : {&shortWay, static_cast<CXmlTextWriter*>(&longWay)}) {
+        writer->SetFormatted((options & 1) != 0);
+        writer->SetWriteDefaultValues((options & 2) != 0);
+        writer->SetEOLType((options & 4) != 0 ? EOLType_CRLF : EOLType_LF);
+        WriteTextElements(*writer, text, (options & 8) != 0);
       }
+      EXPECT_EQ(std::string(longStream.GetBuffer()), shortStream.GetBuffer())
+          << text.substr(0, 20) << " " << options;
     }
   }
 }
