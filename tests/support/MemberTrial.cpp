@@ -116,7 +116,9 @@ std::string CTrial::Held() const {
     return m_object->TextOf(0);
   }
   if (kind == ItemType_XmlObjectBase && value.GetXmlObject() == nullptr) return "(null)";
-  const std::string given = GiveOrThrow(Flagged(kCollectionCounts));
+  CSerializationContext lenient = Flagged(kCollectionCounts);
+  lenient.SetIgnoreMissingChoice(true);
+  const std::string given = GiveOrThrow(lenient);
   return given.substr(given.find('<'));
 }
 
