@@ -44,9 +44,16 @@ QZXML_VARIANT_KIND(ItemType_ui8, std::uint64_t, UI8)
 QZXML_VARIANT_KIND(ItemType_r4, float, R4)
 QZXML_VARIANT_KIND(ItemType_r8, double, R8)
 QZXML_VARIANT_KIND(ItemType_char, char, Char)
-QZXML_VARIANT_KIND(ItemType_string, std::string, String)
 QZXML_VARIANT_KIND(ItemType_boolean, bool, Boolean)
 #undef QZXML_VARIANT_KIND
+
+// A text passes without a copy: out of the object it is lent, into the object it is moved.
+template <>
+struct VariantKind<ItemType_string> {
+  using Value = std::string;
+  static void Set(QzVariant& variant, const std::string& value) { variant.LendString(value); }
+  static std::string Take(QzVariant& variant) { return variant.TakeString(); }
+};
 
 // A value that may be absent.
 template <ItemType kind>

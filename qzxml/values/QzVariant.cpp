@@ -105,6 +105,7 @@ const QzVariant& QzVariant::operator=(QzVariant&& other) noexcept {
 
 void QzVariant::TakeOver(QzVariant& other) noexcept {
   m_isNil = std::exchange(other.m_isNil, false);
+  m_isLent = std::exchange(other.m_isLent, false);
   m_type = std::exchange(other.m_type, ItemType_None);
   m_value = std::exchange(other.m_value, Value());
 }
@@ -154,7 +155,9 @@ void QzVariant::ReleasePayload() {
       delete std::exchange(m_value.m_pBinaryData, nullptr);
       return;
     case ItemType_string:
-      delete std::exchange(m_value.m_pString, nullptr);
+      if (!m_isLent) delete m_value.m_pString;
+      m_value.m_pString = nullptr;
+      m_isLent = false;
       return;
     case ItemType_XmlObjectBase:
       if (CXmlObjectBase* object = std::exchange(m_value.m_pXmlObject, nullptr)) object->Release();
@@ -377,7 +380,7 @@ CBinaryData QzVariant::GetBase64Binary() const {
 }
 
 void QzVariant::SetString(std::string value) {
-  if (m_type == ItemType_string && m_value.m_pString != nullptr) {
+  if (m_type == ItemType_string && m_value.m_pString != nullptr && !m_isLent) {
     *m_value.m_pString = std::move(value);
     m_isNil = false;
     return;
@@ -394,6 +397,21 @@ const std::string& QzVariant::GetStringReference() const {
   const bool hasText = m_type == ItemType_string && m_value.m_pString != nullptr;
   QZ_ASSERT_TEXT(hasText, "m_type == ItemType_string && m_pString != 0");
   return hasText ? *m_value.m_pString : EmptyText();
+}
+
+void QzVariant::LendString(const std::string& value) {
+  if (m_type == ItemType_string && m_value.m_pString == &value) return;
+  Clear();
+  m_type = ItemType_string;
+  m_isLent = true;
+  m_value.m_pString = const_cast<std::string*>(&value);  // never written through
+}
+
+std::string QzVariant::TakeString() {
+  if (m_type != ItemType_string || m_value.m_pString == nullptr || m_isLent) return GetString();
+  std::string text = std::move(*m_value.m_pString);
+  Clear();
+  return text;
 }
 
 // --- Numbers. ---

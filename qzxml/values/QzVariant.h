@@ -38,7 +38,7 @@ void AppendText(const QzVariant& value, std::string_view format, std::string& ou
 // A plain value: copy it freely; one thread at a time.
 struct QZXML_API QzVariant {
  public:
-  QzVariant() noexcept : m_isNil(false), m_type(ItemType_None), m_value() {}
+  QzVariant() noexcept : m_isNil(false), m_isLent(false), m_type(ItemType_None), m_value() {}
   QzVariant(const QzVariant& other);
   QzVariant(QzVariant&& other) noexcept;  // leaves the other invalid
   virtual ~QzVariant();
@@ -120,6 +120,13 @@ struct QZXML_API QzVariant {
   // As GetString, without the copy: valid until this variant changes.
   const std::string& GetStringReference() const;
 
+  // As SetString, without the copy: the text stays the caller's and has to live, unchanged, for as
+  // long as this variant holds it. A copy of the variant has a text of its own. For properties,
+  // which outlive the variants that carry them.
+  void LendString(const std::string& value);
+  // As GetString, and gives the text up where it is this variant's own: this one is invalid then.
+  std::string TakeString();
+
  private:
   friend struct QzVariantTestAccess;
   friend void detail::AppendText(const QzVariant& value, std::string_view format, std::string& out);
@@ -155,6 +162,7 @@ struct QZXML_API QzVariant {
   void AppendOther(std::string_view format, std::string& out) const;
 
   bool m_isNil;
+  bool m_isLent;  // m_pString is somebody else's
   ItemType m_type;
   Value m_value;
 };
