@@ -109,60 +109,6 @@ CSmartPtr<CElementCol> MakeCollection() {
   return CSmartPtr<CElementCol>(new CElementCol("urn:notes", "##any", "urn:notes", 0, -1));
 }
 
-TEST(QzVariant, LendsATextWithoutCopyingIt) {
-  const std::string text = "a text that is too long to be kept in place";
-  QzVariant value;
-  value.LendString(text);
-  EXPECT_EQ(&text, &value.GetStringReference());
-  EXPECT_EQ(ItemType_string, value.GetTypeAsEnum());
-  EXPECT_EQ(text, value.ToString(nullptr));
-}
-
-TEST(QzVariant, ACopyOfALentTextIsItsOwn) {
-  QzVariant copy;
-  QzVariant assigned;
-  {
-    const std::string text = "a text that is too long to be kept in place";
-    QzVariant value;
-    value.LendString(text);
-    copy = QzVariant(value);
-    assigned = value;
-    EXPECT_NE(&text, &copy.GetStringReference());
-  }
-  EXPECT_EQ("a text that is too long to be kept in place", copy.GetString());
-  EXPECT_EQ("a text that is too long to be kept in place", assigned.GetString());
-}
-
-TEST(QzVariant, ALentTextStaysAsItIsWhateverBecomesOfTheVariant) {
-  std::string text = "lent";
-  QzVariant value;
-  value.LendString(text);
-  value.SetString("own");
-  EXPECT_EQ("own", value.GetString());
-  value.LendString(text);
-  EXPECT_EQ("lent", value.TakeString());
-  value.LendString(text);
-  value.SetI4(5);
-  value.LendString(text);
-  value.SetNil();
-  EXPECT_TRUE(value.IsNil());
-  value = QzVariant();
-  value.LendString(text);
-  QzVariant moved(std::move(value));
-  EXPECT_EQ(&text, &moved.GetStringReference());
-  moved.Clear();
-  EXPECT_EQ("lent", text);
-}
-
-TEST(QzVariant, TakingATextMovesItOut) {
-  QzVariant value;
-  value.SetString("a text that is too long to be kept in place");
-  const char* const place = value.GetStringReference().data();
-  const std::string taken = value.TakeString();
-  EXPECT_EQ(place, taken.data());
-  EXPECT_FALSE(value.IsValid());
-}
-
 }  // namespace
 
 // --- Holding values ---
@@ -690,4 +636,58 @@ TEST(QzVariant, AnUnknownTypeIsToldByTheKindHeld) {
 TEST(QzVariant, IsTheSizeOfItsFieldsAndADestructor) {
   EXPECT_EQ(3 * sizeof(void*), sizeof(QzVariant));
   EXPECT_TRUE(std::has_virtual_destructor_v<QzVariant>);
+}
+
+TEST(QzVariant, LendsATextWithoutCopyingIt) {
+  const std::string text = "a text that is too long to be kept in place";
+  QzVariant value;
+  value.LendString(text);
+  EXPECT_EQ(&text, &value.GetStringReference());
+  EXPECT_EQ(QzXmlLib16::ItemType_string, value.GetTypeAsEnum());
+  EXPECT_EQ(text, value.ToString(nullptr));
+}
+
+TEST(QzVariant, ACopyOfALentTextIsItsOwn) {
+  QzVariant copy;
+  QzVariant assigned;
+  {
+    const std::string text = "a text that is too long to be kept in place";
+    QzVariant value;
+    value.LendString(text);
+    copy = QzVariant(value);
+    assigned = value;
+    EXPECT_NE(&text, &copy.GetStringReference());
+  }
+  EXPECT_EQ("a text that is too long to be kept in place", copy.GetString());
+  EXPECT_EQ("a text that is too long to be kept in place", assigned.GetString());
+}
+
+TEST(QzVariant, ALentTextStaysAsItIsWhateverBecomesOfTheVariant) {
+  std::string text = "lent";
+  QzVariant value;
+  value.LendString(text);
+  value.SetString("own");
+  EXPECT_EQ("own", value.GetString());
+  value.LendString(text);
+  EXPECT_EQ("lent", value.TakeString());
+  value.LendString(text);
+  value.SetI4(5);
+  value.LendString(text);
+  value.SetNil();
+  EXPECT_TRUE(value.IsNil());
+  value = QzVariant();
+  value.LendString(text);
+  QzVariant moved(std::move(value));
+  EXPECT_EQ(&text, &moved.GetStringReference());
+  moved.Clear();
+  EXPECT_EQ("lent", text);
+}
+
+TEST(QzVariant, TakingATextMovesItOut) {
+  QzVariant value;
+  value.SetString("a text that is too long to be kept in place");
+  const char* const place = value.GetStringReference().data();
+  const std::string taken = value.TakeString();
+  EXPECT_EQ(place, taken.data());
+  EXPECT_FALSE(value.IsValid());
 }
