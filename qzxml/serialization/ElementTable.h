@@ -1,0 +1,16 @@
+#pragma once
+
+#include "qzxml/serialization/ElementInfo.h"
+
+// What can be known of the members of a table without asking each of them for each object. Only the
+// library's own classes are known; a class derived from one of them may do anything.
+namespace QzXmlLib16Data {
+
+// Whether a member is known to make nothing of the namespace of its object.
+bool ReadsNoNamespace(const CElementInfo& member);
+
+// Whether a member is known to write no attributes for its object: it has a tag of its own, or is
+// no class.
+bool WritesNoAttributes(const CElementInfo& member);
+
+}  // namespace QzXmlLib16Data
