@@ -108,8 +108,7 @@ CAttributeInfoPrimitive::CAttributeInfoPrimitive(
       m_restrictions(restrictions),
       m_itemType(itemType),
       m_strFormatOverride(TextOrEmpty(formatOverride)),
-      m_whitespaceRule(whitespaceRule),
-      m_bPassesItsKind(PassesEveryValue(itemType, restrictions)) {}
+      m_whitespaceRule(whitespaceRule) {}
 
 void CAttributeInfoPrimitive::AttributeToXml(const CSerializationContext& context,
                                              const CXmlGeneratedClass* object,
@@ -140,7 +139,6 @@ void CAttributeInfoPrimitive::Validate(const CSerializationContext&, bool found)
 void CAttributeInfoPrimitive::CheckRestriction(QzVariant value) const { CheckFacets(value); }
 
 void CAttributeInfoPrimitive::CheckFacets(const QzVariant& value) const {
-  if (m_bPassesItsKind && value.GetTypeAsEnum() == m_itemType) return;
   CheckPrimitiveRestriction(m_strAttributeName.c_str(), value, m_itemType, m_restrictions);
 }
 

@@ -29,8 +29,7 @@ CElementInfo::CElementInfo(const char* elementName, const char* elementNamespace
       m_bNillable(false),
       m_enumToString(nullptr),
       m_stringToEnum(nullptr),
-      m_bHasPrimitiveRestrictions(false),
-      m_bPassesItsKind(false) {}
+      m_bHasPrimitiveRestrictions(false) {}
 
 CElementInfo::CElementInfo(const char* elementName, const char* elementNamespace,
                            std::int32_t propertyIndex, bool nillable, EnumToString enumToString,
@@ -55,7 +54,6 @@ CElementInfo::CElementInfo(const char* elementName, const char* elementNamespace
   m_restrictions = restrictions;
   m_strDefaultValue = TextOrEmpty(defaultValue);
   m_bHasPrimitiveRestrictions = true;
-  m_bPassesItsKind = PassesEveryValue(itemType, restrictions);
 }
 
 CElementInfo::~CElementInfo() = default;
@@ -174,9 +172,7 @@ bool CElementInfo::ElementToXmlPrim(const CSerializationContext&, const CXmlGene
   if (!value.IsValid()) return false;
   const std::string& text = TextOf(value, m_strFormatOverride, writer->GetScratch().text);
   const bool isDefault = CElementInfoValues::IsDefault(*this, text);
-  // Meant: a default is written even if it breaks a facet.
-  const bool passes = isDefault || (m_bPassesItsKind && value.GetTypeAsEnum() == m_itemType);
-  if (!passes) CheckRestriction(value);
+  if (!isDefault) CheckRestriction(value);  // meant: a default is written even if it breaks a facet
   CElementInfoValues::TextToXml(*this, text, value.GetTypeAsEnum(), isDefault, writer);
   return true;
 }
@@ -198,7 +194,7 @@ bool CElementInfo::ElementToXmlEnum(const CSerializationContext&, const CXmlGene
 void CElementInfo::ElementFromXmlPrim(const CSerializationContext& context,
                                       CXmlGeneratedClass* object, CXmlElement** cursor) {
   CXmlElement& element = **cursor;
-  if (element.GetAttributes().empty() || !CElementInfoValues::IsNil(*this, context, element)) {
+  if (!CElementInfoValues::IsNil(*this, context, element)) {
     const std::string& text = element.GetText();
     QzVariant value;
     value.FromString(text.empty() ? m_strDefaultValue : text, m_itemType, m_whitespaceRule);
@@ -210,7 +206,7 @@ void CElementInfo::ElementFromXmlPrim(const CSerializationContext& context,
 void CElementInfo::ElementFromXmlEnum(const CSerializationContext& context,
                                       CXmlGeneratedClass* object, CXmlElement** cursor) {
   CXmlElement& element = **cursor;
-  if (element.GetAttributes().empty() || !CElementInfoValues::IsNil(*this, context, element)) {
+  if (!CElementInfoValues::IsNil(*this, context, element)) {
     const std::string& text = element.GetText();
     QzVariant value;
     value.SetI4(m_stringToEnum((text.empty() ? m_strDefaultValue : text).c_str()));

@@ -34,8 +34,6 @@ class QZXML_API CElementInfoAllClsMnd : public CElementInfo {
                                  CXmlWriter*) const override;
 
  private:
-  friend class CElementTableAccess;
-
   XmlElementType m_elementType;
   bool m_bRequiresContent;
   ClassFactory m_classFactory;  // the object is there already: not called
@@ -59,8 +57,6 @@ class QZXML_API CElementInfoAllClsOpt : public CElementInfo {
                                  CXmlWriter*) const override;
 
  private:
-  friend class CElementTableAccess;
-
   XmlElementType m_elementType;
   ClassFactory m_classFactory;
   std::int32_t m_lClassId;
@@ -82,8 +78,6 @@ class QZXML_API CElementInfoAllAbsClsMnd : public CElementInfo {
                                  CXmlWriter*) const override;
 
  private:
-  friend class CElementTableAccess;
-
   XmlElementType m_elementType;
   AbstractClassFactory m_classFactory;
 };
@@ -104,8 +98,6 @@ class QZXML_API CElementInfoAllAbsClsOpt : public CElementInfo {
                                  CXmlWriter*) const override;
 
  private:
-  friend class CElementTableAccess;
-
   XmlElementType m_elementType;
   AbstractClassFactory m_classFactory;
 };
@@ -220,8 +212,6 @@ class QZXML_API CElementInfoAllClsCol : public CElementInfoAllCol {
                                  CXmlWriter*) const override;
 
  private:
-  friend class CElementTableAccess;
-
   XmlElementType m_elementType;
 };
 
@@ -235,8 +225,6 @@ class QZXML_API CElementInfoAllAbsClsCol : public CElementInfoAllCol {
                                  CXmlWriter*) const override;
 
  private:
-  friend class CElementTableAccess;
-
   XmlElementType m_elementType;
 };
 

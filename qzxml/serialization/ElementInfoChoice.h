@@ -30,8 +30,6 @@ class QZXML_API CElementInfoChoiceClsOpt : public CElementInfo {
                                  CXmlWriter*) const override;
 
  private:
-  friend class CElementTableAccess;
-
   XmlElementType m_elementType;
   ClassFactory m_classFactory;
   std::int32_t m_lClassId;
@@ -53,8 +51,6 @@ class QZXML_API CElementInfoChoiceAbsClsOpt : public CElementInfo {
                                  CXmlWriter*) const override;
 
  private:
-  friend class CElementTableAccess;
-
   XmlElementType m_elementType;
   AbstractClassFactory m_classFactory;
 };
@@ -125,8 +121,6 @@ class QZXML_API CElementInfoChoiceClsCol : public CElementInfoChoiceCol {
                                  CXmlWriter*) const override;
 
  private:
-  friend class CElementTableAccess;
-
   XmlElementType m_elementType;
 };
 
@@ -140,8 +134,6 @@ class QZXML_API CElementInfoChoiceAbsClsCol : public CElementInfoChoiceCol {
                                  CXmlWriter*) const override;
 
  private:
-  friend class CElementTableAccess;
-
   XmlElementType m_elementType;
 };
 

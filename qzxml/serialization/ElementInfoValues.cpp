@@ -46,18 +46,6 @@ const std::string& TextOf(const char* text, std::string& scratch) {
   return scratch;
 }
 
-bool PassesEveryValue(ItemType type, const CPrimitiveRestrictions& restrictions) {
-  const bool isNumber = type >= ItemType_i1 && type <= ItemType_r8;
-  const bool isOctets = type == ItemType_hexBinary || type == ItemType_base64Binary;
-  if (type == ItemType_boolean) return true;
-  if (!isNumber && !isOctets && type != ItemType_string) return false;
-  return restrictions.GetPattern().empty() && restrictions.GetMinLength() < 0 &&
-         restrictions.GetMaxLength() < 0 && restrictions.GetLength() < 0 &&
-         restrictions.GetMinInclusive().empty() && restrictions.GetMaxInclusive().empty() &&
-         restrictions.GetMinExclusive().empty() && restrictions.GetMaxExclusive().empty() &&
-         restrictions.GetTotalDigits() < 0;
-}
-
 // --- Writing
 
 bool CElementInfoValues::RequireWritten(const CElementInfo& info, bool written) {

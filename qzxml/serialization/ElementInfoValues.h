@@ -34,9 +34,6 @@ const std::string& TextOf(const QzVariant& value, const std::string& format, std
 // The text of an enumerator, put into scratch; null gives the empty text.
 const std::string& TextOf(const char* text, std::string& scratch);
 
-// Whether the facet test lets every value of a kind pass, so that it need not be made.
-bool PassesEveryValue(ItemType type, const CPrimitiveRestrictions& restrictions);
-
 // Static steps on a member that is given first.
 class CElementInfoValues {
  public:

@@ -24,9 +24,10 @@
 #include "qzxml/collections/XmlCollectionBase.h"
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/QzException.h"
+#include "qzxml/serialization/ElementInfoAll.h"
 #include "qzxml/serialization/ElementInfoChoice.h"
+#include "qzxml/serialization/ElementInfoSeq.h"
 #include "qzxml/serialization/ElementInfoValues.h"
-#include "qzxml/serialization/ElementTable.h"
 #include "qzxml/xml/XmlAttribute.h"
 #include "qzxml/xml/XmlWriter.h"
 
@@ -36,44 +37,65 @@ using namespace QzXmlLib16Data;
 
 namespace {
 
+// Whether a member is of one of these very classes, not of one derived from it.
+template <typename... Members>
+bool IsExactlyOneOf(const CElementInfo& info) {
+  const std::type_info& its = typeid(info);
+  return ((its == typeid(Members)) || ...);
+}
+
+// Whether a member is known to make nothing of the namespace of its object.
+bool ReadsNoNamespace(const CElementInfo& info) {
+  return IsExactlyOneOf<CElementInfoSeqClsMnd, CElementInfoSeqClsOpt, CElementInfoSeqClsCol,
+                        CElementInfoSeqAbsClsMnd, CElementInfoSeqAbsClsOpt,
+                        CElementInfoSeqAbsClsCol, CElementInfoSeqPrimMnd, CElementInfoSeqPrimOpt,
+                        CElementInfoSeqPrimCol, CElementInfoSeqEnumMnd, CElementInfoSeqEnumOpt,
+                        CElementInfoSeqEnumCol>(info) ||
+         IsExactlyOneOf<CElementInfoAllClsMnd, CElementInfoAllClsOpt, CElementInfoAllAbsClsMnd,
+                        CElementInfoAllAbsClsOpt, CElementInfoAllPrimMnd, CElementInfoAllPrimOpt,
+                        CElementInfoAllEnumMnd, CElementInfoAllEnumOpt>(info) ||
+         IsExactlyOneOf<CElementInfoChoiceClsOpt, CElementInfoChoiceClsCol,
+                        CElementInfoChoiceAbsClsOpt, CElementInfoChoiceAbsClsCol,
+                        CElementInfoChoicePrimOpt, CElementInfoChoicePrimCol,
+                        CElementInfoChoiceEnumOpt, CElementInfoChoiceEnumCol>(info);
+}
+
 // Whether a member is one of these classes or derived from it.
 template <typename... Members>
 bool IsOneOf(const CElementInfo* info) {
   return ((dynamic_cast<const Members*>(info) != nullptr) || ...);
 }
 
-// Whether all members of a table are known to be so; what is found for a table is kept.
-bool AreAll(CElementInfo** table, bool (*isSo)(const CElementInfo&),
-            CFoundFor<CElementInfo*>& foundFor) {
-  if (foundFor.Is(table)) return true;
-  for (CElementInfo** entry = table; *entry != nullptr; ++entry) {
-    if (!isSo(**entry)) return false;
-  }
-  foundFor.Keep(table);
-  return true;
+// The entries of a table in front of its null entry.
+template <typename Entry>
+int Count(Entry* const* table) {
+  int count = 0;
+  while (table[count] != nullptr) ++count;
+  return count;
 }
 
 // Which entries of a table were found. The first 64 need no memory of their own.
 class FoundFlags {
  public:
+  explicit FoundFlags(int count)
+      : m_more(static_cast<std::size_t>(count > kInline ? count - kInline : 0)) {}
+
   bool Test(int index) const {
-    if (index < kInline) return (m_first >> index & 1U) != 0;
-    const std::size_t behind = static_cast<std::size_t>(index - kInline);
-    return behind < m_more.size() && m_more[behind];
+    return index < kInline ? (m_first >> index & 1U) != 0 : m_more[Behind(index)];
   }
   void Set(int index, bool found) {
-    if (index < kInline) {
-      const std::uint64_t bit = std::uint64_t{1} << index;
-      m_first = found ? m_first | bit : m_first & ~bit;
+    if (index >= kInline) {
+      m_more[Behind(index)] = found;
       return;
     }
-    const std::size_t behind = static_cast<std::size_t>(index - kInline);
-    if (behind >= m_more.size()) m_more.resize(behind + 1);
-    m_more[behind] = found;
+    const std::uint64_t bit = std::uint64_t{1} << index;
+    m_first = found ? m_first | bit : m_first & ~bit;
   }
 
  private:
   static constexpr int kInline = 64;
+  static std::size_t Behind(int index) { return static_cast<std::size_t>(index - kInline); }
+
   std::uint64_t m_first = 0;
   std::vector<bool> m_more;
 };
@@ -92,16 +114,14 @@ void DeleteTable(Entry**& table) {
 // --- What goes around a failure, and the failures of the walks. Out of line: the walks recurse,
 // and their frames hold nothing of this.
 
-[[noreturn, gnu::noinline]] void ThrowWritingFailed(const std::string& elementName,
-                                                    const CQzException& inner) {
+[[noreturn]] void ThrowWritingFailed(const std::string& elementName, const CQzException& inner) {
   throw CQzValidationException(
       FormatString("Failed to convert the element [%s] to XML", elementName.c_str()), "", inner);
 }
 
 // Meant: from the second level on only the message, the path and the inner exceptions go up, as a
 // plain CQzException; callers look at the innermost one for the kind of a failure.
-[[noreturn, gnu::noinline]] void ThrowReadingFailed(const CXmlElement& parent,
-                                                    const CQzException& inner) {
+[[noreturn]] void ThrowReadingFailed(const CXmlElement& parent, const CQzException& inner) {
   if (inner.GetPath().empty()) {
     throw CQzValidationException("Failed to process the element.", parent.GetXPath(), inner);
   }
@@ -109,8 +129,7 @@ void DeleteTable(Entry**& table) {
   throw CQzException(inner);
 }
 
-[[noreturn, gnu::noinline]] void ThrowLeftOver(const CXmlElement& parent,
-                                               const CXmlElement& cursor) {
+[[noreturn]] void ThrowLeftOver(const CXmlElement& parent, const CXmlElement& cursor) {
   throw CQzValidationException(
       FormatString("Failed read all the elements held within the element [%s]. The unexpected "
                    "element [%s] remains un processed",
@@ -118,7 +137,7 @@ void DeleteTable(Entry**& table) {
       parent.GetXPath());
 }
 
-[[noreturn, gnu::noinline]] void ThrowNothingChosen(const CXmlElement& parent) {
+[[noreturn]] void ThrowNothingChosen(const CXmlElement& parent) {
   throw CQzValidationException(
       FormatString("No child elements within the element [%s] were populated. The element "
                    "represents a choice, so one and only one element should be populated. The "
@@ -142,9 +161,7 @@ class CXmlGeneratedClass::CReadingWalk {
         skipsUnknown(itsContext.GetIgnoreUnknownElements()),
         m_object(object),
         m_elementType(elementType) {
-    if (!AreAll(table, &ReadsNoNamespace, object.GetClassInfo()->m_readsNoNamespace)) {
-      m_strNamespace = object.GetNamespace();
-    }
+    if (!object.MembersReadNoNamespace(table)) m_strNamespace = object.GetNamespace();
   }
 
   bool Offer(CElementInfo* member, CXmlElement** cursor) const {
@@ -192,6 +209,8 @@ void CXmlGeneratedClass::ReadProperty(int propertyIndex, QzVariant& value) const
   AccessProperty(propertyIndex, true, value);
 }
 
+int CXmlGeneratedClass::GetClassElementInfoCount() const { return Count(GetClassElementInfo()); }
+
 bool CXmlGeneratedClass::IsElementInList(const CSerializationContext& context,
                                          CXmlElement* element) const {
   for (CElementInfo** entry = GetClassElementInfo(); *entry != nullptr; ++entry) {
@@ -200,7 +219,7 @@ bool CXmlGeneratedClass::IsElementInList(const CSerializationContext& context,
   return false;
 }
 
-[[gnu::noinline]] bool CXmlGeneratedClass::DoesElementContainOptionalElements() const {
+bool CXmlGeneratedClass::DoesElementContainOptionalElements() const {
   for (CElementInfo** entry = GetClassElementInfo(); *entry != nullptr; ++entry) {
     const CElementInfo* const member = *entry;
     if (IsOneOf<CElementInfoChoicePrimCol, CElementInfoChoiceClsCol, CElementInfoChoiceAbsClsCol,
@@ -218,9 +237,20 @@ bool CXmlGeneratedClass::IsElementInList(const CSerializationContext& context,
   return false;
 }
 
+bool CXmlGeneratedClass::MembersReadNoNamespace(CElementInfo** table) const {
+  const CParentElementInfo& info = *GetClassInfo();
+  if (info.m_readsNoNamespace.Is(table)) return true;
+  for (CElementInfo** entry = table; *entry != nullptr; ++entry) {
+    if (!ReadsNoNamespace(**entry)) return false;
+  }
+  info.m_readsNoNamespace.Keep(table);
+  return true;
+}
+
 // --- Nil
 
-INillable* CXmlGeneratedClass::AsNillable(const CParentElementInfo& info) const {
+INillable* CXmlGeneratedClass::AsNillable() const {
+  const CParentElementInfo& info = *GetClassInfo();
   const std::type_info* const its = &typeid(*this);
   if (info.m_notNillable.Is(its)) return nullptr;
   INillable* const nillable = dynamic_cast<INillable*>(const_cast<CXmlGeneratedClass*>(this));
@@ -228,8 +258,8 @@ INillable* CXmlGeneratedClass::AsNillable(const CParentElementInfo& info) const 
   return nillable;
 }
 
-bool CXmlGeneratedClass::IsNil(const CParentElementInfo& info) const {
-  INillable* const nillable = AsNillable(info);
+bool CXmlGeneratedClass::IsNil() const {
+  INillable* const nillable = AsNillable();
   return nillable != nullptr && nillable->GetIsNil();
 }
 
@@ -239,14 +269,13 @@ void CXmlGeneratedClass::ToXml_Int(CXmlWriter* writer, bool root, const char* na
                                    const CSerializationContext& context,
                                    bool optionalChoice) const {
   try {
-    const CParentElementInfo& info = *GetClassInfo();
-    const bool hasTag = info.GetElementType() == XmlElementType_Element;
+    const bool hasTag = GetClassInfo()->GetElementType() == XmlElementType_Element;
     if (hasTag) StartTagToXml(writer, root, namespaceUri, context, optionalChoice);
-    if (IsNil(info)) {
+    if (IsNil()) {
       writer->WriteXsiNil();
     } else {
-      ContentToXml(info, writer, context, optionalChoice);
-      if (info.HasText()) TextToXml(info, writer);
+      ContentToXml(writer, context, optionalChoice);
+      TextToXml(writer);
     }
     if (hasTag) writer->WriteEndElement();
   } catch (const CQzException& e) {
@@ -269,8 +298,7 @@ void CXmlGeneratedClass::StartTagToXml(CXmlWriter* writer, bool root, const char
   }
 }
 
-[[gnu::noinline]] void CXmlGeneratedClass::PrologueToXml(CXmlWriter* writer,
-                                                         const CSerializationContext& context) {
+void CXmlGeneratedClass::PrologueToXml(CXmlWriter* writer, const CSerializationContext& context) {
   for (const std::string& instruction : context.GetProcessingInstructions()) {
     writer->WriteProcessingInstruction(instruction);
   }
@@ -303,17 +331,15 @@ void CXmlGeneratedClass::ProcessAttributesToXml(const CSerializationContext& con
                                                 CAttributeInfo** attributes,
                                                 CXmlWriter* writer) const {
   for (; *attributes != nullptr; ++attributes) (*attributes)->AttributeToXml(context, this, writer);
-  if (AreAll(elements, &WritesNoAttributes, GetClassInfo()->m_writesNoAttributes)) return;
   for (; *elements != nullptr; ++elements) {
     (*elements)->PseudoChildAttributeToXml(context, this, writer);
   }
 }
 
-void CXmlGeneratedClass::ContentToXml(const CParentElementInfo& info, CXmlWriter* writer,
-                                      const CSerializationContext& context,
+void CXmlGeneratedClass::ContentToXml(CXmlWriter* writer, const CSerializationContext& context,
                                       bool optionalChoice) const {
   CElementInfo** const table = GetClassElementInfo();
-  switch (info.GetElementGroupType()) {
+  switch (GetClassInfo()->GetElementGroupType()) {
     case XmlElementGroupType_Sequence:
       return ProcessElementSeqToXml(context, table, writer);
     case XmlElementGroupType_Choice:
@@ -349,7 +375,9 @@ void CXmlGeneratedClass::ProcessElementChoiceToXml(const CSerializationContext& 
       "");
 }
 
-void CXmlGeneratedClass::TextToXml(const CParentElementInfo& info, CXmlWriter* writer) const {
+void CXmlGeneratedClass::TextToXml(CXmlWriter* writer) const {
+  const CParentElementInfo& info = *GetClassInfo();
+  if (!info.HasText()) return;
   QzVariant value;
   ReadProperty(info.m_lPrimitiveValuePropertyIndex, value);
   if (value.IsNil()) {
@@ -369,27 +397,23 @@ CXmlElement* CXmlGeneratedClass::FromXml_Int(CXmlElement* parent, CXmlElement* c
   try {
     Init();
     const CParentElementInfo& info = *GetClassInfo();
-    if (info.GetElementType() == XmlElementType_Element) TakeElementName(*parent);
+    if (info.GetElementType() == XmlElementType_Element) {
+      SetElementName(parent->GetLocalName().c_str());
+    }
     ProcessAttributesFromXml(context, parent, info.GetFromXmlFailIfAttributeUnknown());
-    if (IsNil(info)) return cursor;
-    cursor = ContentFromXml(info, parent, cursor, context, optionalChoice);
-    if (info.HasText()) TextFromXml(info, *parent);
+    if (IsNil()) return cursor;
+    cursor = ContentFromXml(parent, cursor, context, optionalChoice);
+    TextFromXml(*parent);
     return cursor;
   } catch (const CQzException& e) {
     ThrowReadingFailed(*parent, e);
   }
 }
 
-// Most objects are made under the name that they are read from.
-void CXmlGeneratedClass::TakeElementName(const CXmlElement& parent) {
-  const std::string& name = parent.GetLocalName();
-  if (ElementName() != name) SetElementName(name.c_str());
-}
-
 void CXmlGeneratedClass::ProcessAttributesFromXml(const CSerializationContext& context,
                                                   CXmlElement* parent, bool failIfUnknown) {
   CAttributeInfo** const table = GetClassAttributeInfo();
-  FoundFlags found;
+  FoundFlags found(Count(table));
   for (CXmlAttribute* attribute : parent->GetAttributes()) {
     if (attribute->IsNamespaceAttribute()) continue;
     if (attribute->IsNilAttribute()) {
@@ -410,17 +434,17 @@ void CXmlGeneratedClass::ProcessAttributesFromXml(const CSerializationContext& c
 }
 
 void CXmlGeneratedClass::NilFromXml(const CXmlAttribute& attribute, const CXmlElement& parent) {
-  INillable* const nillable = AsNillable(*GetClassInfo());
+  INillable* const nillable = AsNillable();
   if (nillable == nullptr) ThrowNilNotAllowed(parent);
   const NilValue nil = ReadNil(attribute);
   if (nil == NilValue_Unknown) ThrowUnexpectedNil(attribute);
   nillable->SetIsNil(nil == NilValue_True);
 }
 
-CXmlElement* CXmlGeneratedClass::ContentFromXml(const CParentElementInfo& info, CXmlElement* parent,
-                                                CXmlElement* cursor,
+CXmlElement* CXmlGeneratedClass::ContentFromXml(CXmlElement* parent, CXmlElement* cursor,
                                                 const CSerializationContext& context,
                                                 bool optionalChoice) {
+  const CParentElementInfo& info = *GetClassInfo();
   const XmlElementType elementType = info.GetElementType();
   switch (info.GetElementGroupType()) {
     case XmlElementGroupType_Sequence:
@@ -462,7 +486,7 @@ CXmlElement* CXmlGeneratedClass::ProcessElementAllFromXml(const CSerializationCo
                                                           XmlElementType elementType) {
   CXmlElement* const saved = cursor;
   const CReadingWalk walk(*this, context, parent, elementType);
-  FoundFlags found;
+  FoundFlags found(GetClassElementInfoCount());
   for (const CXmlElement* before = nullptr; cursor != nullptr && cursor != before;) {
     before = cursor;
     for (int i = 0; walk.table[i] != nullptr; ++i) {
@@ -503,8 +527,9 @@ CXmlElement* CXmlGeneratedClass::ProcessElementChoiceFromXml(const CSerializatio
   return cursor;
 }
 
-[[gnu::noinline]] void CXmlGeneratedClass::TextFromXml(const CParentElementInfo& info,
-                                                       const CXmlElement& parent) {
+void CXmlGeneratedClass::TextFromXml(const CXmlElement& parent) {
+  const CParentElementInfo& info = *GetClassInfo();
+  if (!info.HasText()) return;
   QzVariant value;
   if (info.m_bPrimitiveAsText) {
     value.SetString(parent.GetText());
