@@ -1,63 +1,89 @@
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
-#include <memory>
+#include <cstdint>
+#include <cstring>
 #include <new>
-#include <vector>
+#include <string_view>
+#include <utility>
+
+#include "qzxml/xml/NodeText.h"
 
 namespace QzXmlLib16::detail {
 
-// Memory for objects of one type, in blocks that grow to 64 KiB. A slot that is given back is the
-// next one taken. Makes and destroys no objects: who takes a slot constructs in it, and destroys
-// what is there before the slot goes back or the blocks are freed.
+// Blocks of memory that are freed together. They grow from 2 to 64 KiB, so that a small document
+// stays small and a large one asks for few.
+class CBlocks {
+ public:
+  CBlocks() = default;
+  CBlocks(const CBlocks&) = delete;
+  CBlocks& operator=(const CBlocks&) = delete;
+  ~CBlocks() { Clear(); }
+
+  // Memory for an object or a short text, aligned for pointers.
+  void* Take(std::size_t size) {
+    size = (size + kAlignment - 1) / kAlignment * kAlignment;
+    if (m_left < size) AddBlock(size);
+    m_left -= size;
+    return std::exchange(m_next, m_next + size);
+  }
+
+  // A copy of a text, of less than 4 GiB.
+  const StoredText* AddText(std::string_view text) {
+    void* const place = Take(sizeof(StoredText) + text.size() + 1);
+    auto* const stored = new (place) StoredText{static_cast<std::uint32_t>(text.size())};
+    char* const bytes = reinterpret_cast<char*>(stored + 1);
+    std::memcpy(bytes, text.data(), text.size());
+    bytes[text.size()] = '\0';
+    return stored;
+  }
+
+  void Clear();
+
+ private:
+  struct Block {
+    Block* before;
+    std::size_t size;  // behind this header
+  };
+
+  static constexpr std::size_t kAlignment = alignof(void*);
+
+  void AddBlock(std::size_t atLeast);
+
+  Block* m_last = nullptr;
+  char* m_next = nullptr;
+  std::size_t m_left = 0;   // of the last block
+  std::size_t m_total = 0;  // of all blocks
+};
+
+// Memory for objects of one type out of blocks. A place that is given back is the next one taken.
+// Makes and destroys no objects: who takes a place constructs in it, and destroys what is there
+// before the place goes back or the blocks are freed.
 template <class T>
 class CArena {
  public:
-  CArena() = default;
+  explicit CArena(CBlocks& blocks) : m_blocks(blocks) {}
   CArena(const CArena&) = delete;
   CArena& operator=(const CArena&) = delete;
 
   void* Take() {
-    if (m_free != nullptr) {
-      Slot* slot = m_free;
-      m_free = slot->nextFree;
-      return slot->memory;
-    }
-    if (m_next == m_end) AddBlock();
-    return (m_next++)->memory;
+    if (m_free == nullptr) return m_blocks.Take(sizeof(T));
+    return std::exchange(m_free, m_free->next);
   }
 
-  void Give(void* memory) { m_free = new (memory) Slot{m_free}; }
+  void Give(void* place) { m_free = new (place) Free{m_free}; }
 
-  // Frees all blocks.
-  void Clear() {
-    m_blocks.clear();
-    m_free = m_next = m_end = nullptr;
-    m_blockSlots = kFirstBlockSlots;
-  }
+  // Forgets what was given back, before its blocks are freed.
+  void Clear() { m_free = nullptr; }
 
  private:
-  union Slot {
-    Slot* nextFree;
-    alignas(T) unsigned char memory[sizeof(T)];
+  struct Free {
+    Free* next;
   };
+  static_assert(sizeof(T) >= sizeof(Free) && alignof(T) <= alignof(void*));
 
-  static constexpr std::size_t kFirstBlockSlots = 8;
-  static constexpr std::size_t kMaxBlockSlots = (64 * 1024 - 64) / sizeof(Slot);
-
-  void AddBlock() {
-    m_blocks.emplace_back(new Slot[m_blockSlots]);
-    m_next = m_blocks.back().get();
-    m_end = m_next + m_blockSlots;
-    m_blockSlots = std::min(m_blockSlots * 2, kMaxBlockSlots);
-  }
-
-  std::vector<std::unique_ptr<Slot[]>> m_blocks;
-  Slot* m_free = nullptr;
-  Slot* m_next = nullptr;  // the first slot that was never taken
-  Slot* m_end = nullptr;   // of the last block
-  std::size_t m_blockSlots = kFirstBlockSlots;
+  CBlocks& m_blocks;
+  Free* m_free = nullptr;
 };
 
 }  // namespace QzXmlLib16::detail

@@ -17,17 +17,17 @@
 
 // How the input reaches Expat, and how text reaches the tree.
 //
-// Expat copies what it is given before it parses it, so it gets slices that stay in the cache. A
-// token that does not end within a slice is scanned again from its start with the next one;
-// therefore the next slice is at least as long as what is pending, and a token of any size is
-// scanned twice at most. Where the next piece of input is shorter than that, it is held back.
+// Expat counts the lines of all that it is given, unless it is the last piece. So it gets what
+// there is at once, in slices below 1 GiB. A token that does not end within a piece is scanned
+// again from its start with the next one. To have a token of any size scanned but twice, a piece
+// that is shorter than what is pending is held back until more of it is there.
 //
-// Expat delivers the text of an element in pieces, broken at line ends, references and slices. They
-// are gathered in one buffer for all open elements, used as a stack, and an element gets its text
-// at its end, in one allocation of the exact size. Long texts move to their element in between.
+// Expat delivers the text of an element in pieces, broken at line ends and references. They are
+// gathered in one buffer for all open elements, used as a stack, and an element gets its text at
+// its end, in one piece. Long texts move to their element in between.
 //
-// No exception may travel through Expat's frames: the handlers keep it, stop the parser, and Parse
-// throws it on.
+// No exception may travel through Expat's frames: the handlers keep it and stop the parser, and
+// Parse throws it on.
 
 namespace QzXmlLib16 {
 namespace {
@@ -35,8 +35,8 @@ namespace {
 static_assert(sizeof(XML_Char) == 1, "Expat is to deliver UTF-8");
 
 constexpr char kNamespaceSeparator = '|';
-constexpr std::size_t kSlice = 32 * 1024;
-constexpr std::size_t kMaxSlice = 512 * 1024 * 1024;
+constexpr std::size_t kSlice = 512 * 1024 * 1024;
+constexpr std::size_t kFirstText = 1024;
 constexpr std::size_t kLongText = 64 * 1024;
 
 CInstanceClass g_readerClass("CExpatReader");
@@ -48,10 +48,11 @@ struct CExpatReader::Handlers {
   template <class Call>
   static void Guard(void* userData, Call call) {
     auto* const pThis = static_cast<CExpatReader*>(userData);
-    if (pThis->m_failure != nullptr) return;
+    if (pThis->m_isStopped) return;
     try {
       call(pThis);
     } catch (...) {
+      pThis->m_isStopped = true;
       pThis->m_failure = std::current_exception();
       XML_StopParser(pThis->m_parser, XML_FALSE);
     }
@@ -64,6 +65,11 @@ struct CExpatReader::Handlers {
 
   static void XMLCALL EndElement(void* userData, const XML_Char*) {
     Guard(userData, [](CExpatReader* pThis) { pThis->EndElement(); });
+  }
+
+  static void XMLCALL StartDoctype(void* userData, const XML_Char*, const XML_Char*,
+                                   const XML_Char*, int) {
+    static_cast<CExpatReader*>(userData)->m_hasDoctype = true;
   }
 
   static void XMLCALL StartNamespace(void* userData, const XML_Char* prefix, const XML_Char* uri) {
@@ -89,14 +95,14 @@ struct CExpatReader::Handlers {
   static void XMLCALL StartCdata(void* userData) {
     Guard(userData, [](CExpatReader* pThis) {
       AssertElementIsOpen(pThis);
-      pThis->AppendText("<![CDATA[");
+      pThis->Gather("<![CDATA[");
     });
   }
 
   static void XMLCALL EndCdata(void* userData) {
     Guard(userData, [](CExpatReader* pThis) {
       AssertElementIsOpen(pThis);
-      pThis->AppendText("]]>");
+      pThis->Gather("]]>");
     });
   }
 
@@ -125,10 +131,12 @@ void CExpatReader::Init() {
                  ? XML_ParserCreate(nullptr)
                  : XML_ParserCreateNS(nullptr, kNamespaceSeparator);
   if (m_parser == nullptr) throw std::bad_alloc();
+  m_text.resize(kFirstText);
   XML_SetUserData(m_parser, this);
   XML_SetElementHandler(m_parser, &Handlers::StartElement, &Handlers::EndElement);
   XML_SetNamespaceDeclHandler(m_parser, &Handlers::StartNamespace, &Handlers::EndNamespace);
   XML_SetCharacterDataHandler(m_parser, &Handlers::CharacterData);
+  XML_SetStartDoctypeDeclHandler(m_parser, &Handlers::StartDoctype);
   if (!m_doc.m_pContext->GetStripCDATA()) {
     XML_SetCdataSectionHandler(m_parser, &Handlers::StartCdata, &Handlers::EndCdata);
   }
@@ -142,30 +150,26 @@ void CExpatReader::Parse(bool isLast) {
   std::string_view input(reinterpret_cast<const char*>(m_doc.m_pInput), m_doc.m_dwInputLength);
   m_inputOctets += input.size();
   m_nodes.SetInputOctets(m_inputOctets);
-  std::string held;
-  if (!isLast && m_heldBack.size() + input.size() < m_pending) {
-    m_heldBack += input;
-    return;
-  }
-  if (!m_heldBack.empty()) {
-    held = std::move(m_heldBack += input);
-    m_heldBack.clear();
-    input = held;
-  }
+  const bool waits = !isLast && m_heldBack.size() + input.size() < m_pending;
+  if (waits || !m_heldBack.empty()) input = m_heldBack += input;
+  if (waits) return;
   do {
-    const std::uint64_t wanted = std::clamp<std::uint64_t>(m_pending, kSlice, kMaxSlice);
-    const std::size_t length = std::min<std::uint64_t>(input.size(), wanted);
-    Feed(input.data(), length, isLast && length == input.size());
-    input.remove_prefix(length);
+    const std::string_view slice = input.substr(0, kSlice);
+    input.remove_prefix(slice.size());
+    Feed(slice, isLast && input.empty());
   } while (!input.empty());
+  m_heldBack.clear();
   if (isLast) FreeParser();
 }
 
-void CExpatReader::Feed(const char* bytes, std::size_t length, bool isLast) {
-  m_fedOctets += length;
-  if (XML_Parse(m_parser, bytes, static_cast<int>(length), isLast) != XML_STATUS_OK) Fail();
+void CExpatReader::Feed(std::string_view piece, bool isLast) {
+  m_fedOctets += piece.size();
+  const XML_Status status =
+      XML_Parse(m_parser, piece.data(), static_cast<int>(piece.size()), isLast ? 1 : 0);
+  if (status != XML_STATUS_OK) Fail();
+  // Behind an unfinished token this is where it begins; below zero when that is not known yet.
   const XML_Index done = XML_GetCurrentByteIndex(m_parser);
-  m_pending = done < 0 ? m_pending + length : m_fedOctets - static_cast<std::uint64_t>(done);
+  m_pending = done < 0 ? m_pending + piece.size() : m_fedOctets - static_cast<std::uint64_t>(done);
 }
 
 // Puts what was gathered into the tree and throws.
@@ -187,10 +191,10 @@ void CExpatReader::StartElement(const char* name, const char** attributes) {
   // Whoever looks at the tree from the callback is to find the text of the open elements there.
   if (m_doc.m_pElementCallback != nullptr) FlushText();
   CXmlElement* const element = m_doc.OpenElement(m_nodes.GetNames().FindJoined(name));
-  m_textBegin.push_back(m_text.size());
+  m_textBegin.push_back(m_textSize);
   // A document can write few octets and get many nodes only through its document type: by an
   // element of an entity, and by a default attribute. Then a node counts with its own size.
-  const bool isFromEntity = XML_GetCurrentByteCount(m_parser) == 0;
+  const bool isFromEntity = m_hasDoctype && XML_GetCurrentByteCount(m_parser) == 0;
   if (isFromEntity) m_nodes.CountOctets(sizeof(CXmlElement));
   if (*attributes != nullptr) AddAttributes(element, attributes, isFromEntity);
 }
@@ -198,72 +202,82 @@ void CExpatReader::StartElement(const char* name, const char** attributes) {
 void CExpatReader::AddAttributes(CXmlElement* element, const char** attributes, bool isFromEntity) {
   std::size_t count = 0;
   while (attributes[count * 2] != nullptr) ++count;
-  m_nodes.ReserveAttributes(element, count);
-  const std::size_t written =
-      isFromEntity ? 0 : static_cast<std::size_t>(XML_GetSpecifiedAttributeCount(m_parser)) / 2;
+  std::size_t written = count;
+  if (isFromEntity) {
+    written = 0;
+  } else if (m_hasDoctype) {
+    written = static_cast<std::size_t>(XML_GetSpecifiedAttributeCount(m_parser)) / 2;
+  }
   for (std::size_t i = 0; i < count; ++i) {
     const detail::XmlName* const name = m_nodes.GetNames().FindJoined(attributes[i * 2]);
-    const char* const value = attributes[i * 2 + 1];
-    const std::size_t length = std::strlen(value);
-    const std::size_t nodeOctets = i < written ? 0 : sizeof(CXmlAttribute);
-    m_nodes.CountOctets(name->localName.size() + length + nodeOctets);
+    const std::string_view value(attributes[i * 2 + 1]);
+    m_nodes.CountOctets(name->localName.size() + value.size() +
+                        (i < written ? 0 : sizeof(CXmlAttribute)));
     if (m_isLocalUtf8) {
-      m_nodes.AddAttribute(element, name, value, length);
+      m_nodes.AddAttribute(element, name, value);
     } else {
-      const std::string local = Utf8ToLocal(value, static_cast<std::uint32_t>(length));
-      m_nodes.AddAttribute(element, name, local.data(), local.size());
+      m_nodes.AddAttribute(element, name,
+                           Utf8ToLocal(value.data(), static_cast<std::uint32_t>(value.size())));
     }
   }
 }
 
 void CExpatReader::EndElement() {
-  FlushText();
+  if (m_textSize != m_textBegin.back()) FlushText();
   m_textBegin.pop_back();
-  m_doc.EndElement();
+  m_doc.CloseElement();
 }
 
 // --- Text
 
 void CExpatReader::CharacterData(const char* utf8, std::size_t length) {
-  if (length == 0) return;
-  if (m_isLocalUtf8) {
-    AppendText(std::string_view(utf8, length));
-  } else {
-    const std::string local = Utf8ToLocal(utf8, static_cast<std::uint32_t>(length), m_wideScratch,
-                                          sizeof m_wideScratch / sizeof *m_wideScratch,
-                                          m_byteScratch, sizeof m_byteScratch);
-    AppendText(local.c_str());
+  if (!m_isLocalUtf8) {
+    GatherConverted(utf8, length);
+  } else if (length != 1 || *utf8 != '\r') {
+    // A carriage return comes from a character reference only, and that is a piece of its own.
+    Gather(std::string_view(utf8, length));
   }
 }
 
-// Appends without carriage returns, which come from character references only.
-void CExpatReader::AppendText(std::string_view text) {
-  if (m_textBegin.empty()) return;
-  m_nodes.CountOctets(text.size());
-  for (;;) {
-    const std::size_t end = text.find('\r');
-    AppendRun(text.substr(0, end));
-    if (end == std::string_view::npos) return;
-    text.remove_prefix(end + 1);
+void CExpatReader::GatherConverted(const char* utf8, std::size_t length) {
+  const std::string local = Utf8ToLocal(utf8, static_cast<std::uint32_t>(length), m_wideScratch,
+                                        sizeof m_wideScratch / sizeof *m_wideScratch, m_byteScratch,
+                                        sizeof m_byteScratch);
+  std::string_view left(local.c_str());
+  while (!left.empty()) {
+    const std::string_view run = left.substr(0, left.find('\r'));
+    Gather(run);
+    left.remove_prefix(std::min(left.size(), run.size() + 1));
   }
 }
 
-void CExpatReader::AppendRun(std::string_view text) {
-  m_text.append(text);
-  if (m_text.size() - m_textBegin.back() >= kLongText) FlushText();
+inline void CExpatReader::Gather(std::string_view text) {
+  if (m_text.size() - m_textSize < text.size()) MakeRoom(text.size());
+  std::memcpy(m_text.data() + m_textSize, text.data(), text.size());
+  m_textSize += text.size();
+}
+
+// The buffer holds the text of all open elements, but only the beginning of long ones.
+void CExpatReader::MakeRoom(std::size_t length) {
+  if (!m_textBegin.empty() && m_textSize - m_textBegin.back() >= kLongText) FlushText();
+  if (m_text.size() - m_textSize < length) {
+    m_text.resize(std::max(m_textSize + length, m_text.size() * 2));
+  }
 }
 
 // Gives the innermost open element what was gathered of its text.
 void CExpatReader::FlushText() {
-  if (m_textBegin.empty() || m_text.size() == m_textBegin.back()) return;
+  if (m_textBegin.empty() || m_textSize == m_textBegin.back()) return;
+  const std::size_t begin = m_textBegin.back();
+  const std::string_view text(m_text.data() + begin, m_textSize - begin);
+  m_textSize = begin;
+  m_nodes.CountOctets(text.size());
   CXmlElement* const element = m_doc.m_pElementStack[m_textBegin.size() - 1];
-  const std::string_view text = std::string_view(m_text).substr(m_textBegin.back());
-  if (element->m_strText.empty()) {
-    element->m_strText = std::string(text);
+  if (element->m_text.IsNone()) {
+    m_nodes.SetText(element, text);
   } else {
     element->AppendCountedText(text);
   }
-  m_text.resize(m_textBegin.back());
 }
 
 }  // namespace QzXmlLib16

@@ -46,7 +46,7 @@ class QZXML_API CExpatReader : public CInstanceMonitor {
  private:
   struct Handlers;
 
-  void Feed(const char* bytes, std::size_t length, bool isLast);
+  void Feed(std::string_view piece, bool isLast);
   void Fail();
   void FreeParser();
 
@@ -54,23 +54,27 @@ class QZXML_API CExpatReader : public CInstanceMonitor {
   void EndElement();
   void CharacterData(const char* utf8, std::size_t length);
   void AddAttributes(CXmlElement* element, const char** attributes, bool isFromEntity);
-  void AppendText(std::string_view text);
-  void AppendRun(std::string_view text);
+  void GatherConverted(const char* utf8, std::size_t length);
+  void Gather(std::string_view text);
+  void MakeRoom(std::size_t length);
   void FlushText();
 
   CXmlDocument& m_doc;
   detail::CXmlNodes& m_nodes;  // of m_doc
   const bool m_isLocalUtf8;
   XML_ParserStruct* m_parser = nullptr;
+  bool m_isStopped = false;
   std::exception_ptr m_failure;  // of a handler, on its way around Expat
 
   // Text of the open elements that is not in the tree yet, innermost last, and where each one's
   // begins. An element's text stands in one piece here, since that of its children is taken off
   // before more of its own arrives.
-  std::string m_text;
+  std::string m_text;  // of that size; only its beginning is in use
+  std::size_t m_textSize = 0;
   std::vector<std::size_t> m_textBegin;
 
-  std::string m_heldBack;           // input that waits for more, see Parse
+  std::string m_heldBack;  // input that waits for more, see Parse
+  bool m_hasDoctype = false;
   std::uint64_t m_inputOctets = 0;  // that were given to Parse
   std::uint64_t m_fedOctets = 0;    // that were given to Expat
   std::uint64_t m_pending = 0;      // of these, what Expat keeps as an unfinished token

@@ -1,7 +1,7 @@
 #include "qzxml/xml/NameTable.h"
 
 #include <initializer_list>
-#include <random>
+#include <new>
 #include <utility>
 
 #include "qzxml/runtime/Encoder.h"
@@ -10,17 +10,7 @@
 namespace QzXmlLib16::detail {
 namespace {
 
-constexpr std::size_t kFirstSlots = 32;
-
-std::uint64_t MakeSalt() {
-  std::random_device device;
-  return (static_cast<std::uint64_t>(device()) << 32) ^ device();
-}
-
-std::uint64_t GetSalt() {
-  static const std::uint64_t salt = MakeSalt();
-  return salt;
-}
+constexpr std::size_t kFirstSlots = 64;
 
 bool IsOneOf(const std::string& text, std::initializer_list<const char*> list) {
   for (const char* candidate : list) {
@@ -31,69 +21,92 @@ bool IsOneOf(const std::string& text, std::initializer_list<const char*> list) {
 
 }  // namespace
 
-CNameTable::CNameTable(const CXmlDocument* document) : m_document(document), m_salt(GetSalt()) {
+CNameTable::CNameTable(const CXmlDocument* document, CBlocks& blocks)
+    : m_document(document), m_blocks(blocks) {
   Rehash(kFirstSlots);
 }
 
-CNameTable::~CNameTable() = default;
+CNameTable::~CNameTable() { DestroyEntries(); }
 
 const XmlName* CNameTable::Find(std::string_view uri, std::string_view localName) {
   const std::size_t uriLength = uri.size();
   m_pairKey.assign(uri).append(localName);
   m_pairKey.append(reinterpret_cast<const char*>(&uriLength), sizeof uriLength);
-  const std::uint64_t hash = Hash(m_pairKey);
+  const std::uint64_t hash = HashText(m_pairKey);
   const Entry* entry = Lookup(m_pairKey, hash);
-  return entry != nullptr ? entry
-                          : Insert(m_pairKey, hash, std::string(uri), std::string(localName));
+  return entry != nullptr ? entry : Insert(m_pairKey, hash, uri, localName);
 }
 
-const XmlName* CNameTable::InsertJoined(std::string_view key, std::uint64_t hash) {
-  std::string name = Utf8ToLocal(key.data(), static_cast<std::uint32_t>(key.size()));
+CNameTable::Entry* CNameTable::LookupJoined(std::string_view key) {
+  const std::uint64_t hash = HashText(key);
+  if (Entry* entry = Lookup(key, hash)) return entry;
+  std::string converted;
+  std::string_view name = key;
+  if (!IsLocalUtf8()) {
+    converted = Utf8ToLocal(key.data(), static_cast<std::uint32_t>(key.size()));
+    name = converted;
+  }
   const std::size_t bar = name.find('|');
-  if (bar == std::string::npos) return Insert(key, hash, std::string(), std::move(name));
+  if (bar == std::string_view::npos) return Insert(key, hash, std::string_view(), name);
   return Insert(key, hash, name.substr(0, bar), name.substr(bar + 1));
 }
 
-const XmlName* CNameTable::Insert(std::string_view key, std::uint64_t hash, std::string uri,
-                                  std::string localName) {
+CNameTable::Entry* CNameTable::Insert(std::string_view key, std::uint64_t hash,
+                                      std::string_view uri, std::string_view localName) {
   if ((m_entries.size() + 1) * 2 > m_slots.size()) Rehash(m_slots.size() * 2);
-  auto entry = std::make_unique<Entry>();
-  const bool isSchemaUri = uri == kXmlSchemaInstanceNamespace || uri == kXmlnsNamespace;
-  entry->document = m_document;
-  entry->isNamespaceAttribute =
-      isSchemaUri &&
-      IsOneOf(localName, {"xmlns", "type", "schemaLocation", "noNamespaceSchemaLocation"});
-  entry->isNilAttribute = isSchemaUri && localName == "nil";
-  entry->localName = std::move(localName);
-  entry->uri = std::move(uri);
-  entry->hash = hash;
-  entry->key = key;
-  m_entries.push_back(std::move(entry));
-  const Entry* added = m_entries.back().get();
-  m_uriOctets += added->uri.size();
+  m_entries.reserve(m_slots.size() / 2);
+  const std::string* const storedUri = StoreUri(uri);
+  const StoredText* const storedKey = m_blocks.AddText(key);
+  Entry* const entry = new (m_blocks.Take(sizeof(Entry)))
+      Entry{{m_document, storedUri, std::string(localName), false, false, nullptr},
+            hash,
+            nullptr,
+            storedKey};
+  if (*storedUri == kXmlSchemaInstanceNamespace || *storedUri == kXmlnsNamespace) {
+    entry->isNamespaceAttribute =
+        IsOneOf(entry->localName, {"xmlns", "type", "schemaLocation", "noNamespaceSchemaLocation"});
+    entry->isNilAttribute = entry->localName == "nil";
+  }
+  m_entries.push_back(entry);
   std::size_t i = hash & m_mask;
   while (m_slots[i] != nullptr) i = (i + 1) & m_mask;
-  m_slots[i] = added;
-  return added;
+  m_slots[i] = entry;
+  return entry;
+}
+
+// Names that come one after the other mostly share their namespace, or have none.
+const std::string* CNameTable::StoreUri(std::string_view uri) {
+  std::size_t left = 4;
+  for (const std::string& stored : m_uris) {
+    if (stored == uri) return &stored;
+    if (--left == 0) break;
+  }
+  return &m_uris.emplace_front(uri);
 }
 
 void CNameTable::Rehash(std::size_t slotCount) {
-  std::vector<const Entry*> slots(slotCount);
+  std::vector<Entry*> slots(slotCount);
   const std::size_t mask = slotCount - 1;
-  for (const std::unique_ptr<Entry>& entry : m_entries) {
+  for (Entry* entry : m_entries) {
     std::size_t i = entry->hash & mask;
     while (slots[i] != nullptr) i = (i + 1) & mask;
-    slots[i] = entry.get();
+    slots[i] = entry;
   }
   m_slots = std::move(slots);
   m_mask = mask;
 }
 
+void CNameTable::DestroyEntries() {
+  for (Entry* entry : m_entries) entry->~Entry();
+}
+
 void CNameTable::Clear() {
   if (m_entries.empty()) return;
-  m_entries.clear();
-  m_entries.shrink_to_fit();
-  m_uriOctets = 0;
+  DestroyEntries();
+  m_entries = std::vector<Entry*>();
+  m_first = nullptr;
+  m_pNext = &m_first;
+  m_uris.clear();
   Rehash(kFirstSlots);
 }
 

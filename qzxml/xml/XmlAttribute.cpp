@@ -7,7 +7,9 @@ namespace QzXmlLib16 {
 
 CInstanceClass detail::g_attributeClass("CXmlAttribute");
 
-CXmlAttribute::~CXmlAttribute() = default;
+const std::string& CXmlAttribute::FetchValue() const {
+  return m_pParent->GetNodes().FetchString(m_value);
+}
 
 std::string CXmlAttribute::GetXPath() const {
   std::string path = m_pParent->GetXPath();

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "qzxml/platform/Export.h"
 #include "qzxml/runtime/MemoryLeakHelp.h"
+#include "qzxml/xml/NodeText.h"
 #include "qzxml/xml/XmlName.h"
 
 namespace QzXmlLib16 {
@@ -25,8 +27,13 @@ class QZXML_API CXmlAttribute final : public CInstanceMonitor {
   // Without prefix.
   const std::string& GetLocalName() const { return m_pName->localName; }
   // Empty for an attribute without namespace.
-  const std::string& GetNamespaceURI() const { return m_pName->uri; }
-  const std::string& GetValue() const { return m_strValue; }
+  const std::string& GetNamespaceURI() const { return *m_pName->uri; }
+  const std::string& GetValue() const {
+    const std::string* const value = m_value.GetString();
+    return value != nullptr ? *value : FetchValue();
+  }
+  // The same without making a string of it.
+  std::string_view GetValueView() const { return m_value.View(); }
 
   // The path of the element, "/", and the attribute's step: "@" and the local name; with an alias
   // for the namespace, the alias and ":" before the "@".
@@ -40,15 +47,48 @@ class QZXML_API CXmlAttribute final : public CInstanceMonitor {
 
  private:
   friend class CXmlElement;
+  friend class CXmlAttributeRange;
   friend class detail::CXmlNodes;
 
-  CXmlAttribute(const CXmlElement* parent, const detail::XmlName* name, const char* value,
-                std::size_t length);
+  CXmlAttribute(const CXmlElement* parent, const detail::XmlName* name);
   ~CXmlAttribute() override;
+
+  const std::string& FetchValue() const;
 
   const CXmlElement* m_pParent;    // not owned
   const detail::XmlName* m_pName;  // not owned; the document's
-  std::string m_strValue;
+  mutable detail::CNodeText m_value;
+  CXmlAttribute* m_pNext = nullptr;  // of the last one: the first. The document's
+};
+
+// The attributes of an element in document order, for a range-for that costs nothing beside:
+//
+//   for (const CXmlAttribute* attribute : element->GetAttributeRange()) ...
+class CXmlAttributeRange {
+ public:
+  class Iterator {
+   public:
+    Iterator(CXmlAttribute* current, CXmlAttribute* last) : m_current(current), m_last(last) {}
+    CXmlAttribute* operator*() const { return m_current; }
+    Iterator& operator++() {
+      m_current = m_current != m_last ? m_current->m_pNext : nullptr;
+      return *this;
+    }
+    bool operator!=(const Iterator& other) const { return m_current != other.m_current; }
+
+   private:
+    CXmlAttribute* m_current;  // null behind the last
+    CXmlAttribute* m_last;
+  };
+
+  // Null for no attributes.
+  explicit CXmlAttributeRange(CXmlAttribute* last) : m_last(last) {}
+
+  Iterator begin() const { return {m_last != nullptr ? m_last->m_pNext : nullptr, m_last}; }
+  Iterator end() const { return {nullptr, m_last}; }
+
+ private:
+  CXmlAttribute* m_last;
 };
 
 }  // namespace QzXmlLib16

@@ -20,11 +20,6 @@ CInstanceClass g_documentClass("CXmlDocument");
 // From so many aliases on a namespace is looked up in a map made for it, instead of searched.
 constexpr std::size_t kManyAliases = 8;
 
-const std::string& EmptyText() {
-  static const auto* const empty = new std::string();  // outlives every static that may hold it
-  return *empty;
-}
-
 }  // namespace
 
 CXmlDocument::CXmlDocument() : CXmlDocument(nullptr, CSerializationContext::GetDefaultContext()) {}
@@ -39,6 +34,7 @@ CXmlDocument::CXmlDocument(ElementCallback callback, const CSerializationContext
       m_pNodes(std::make_unique<detail::CXmlNodes>(this)),
       m_pElementCallback(callback),
       m_pContext(&context) {
+  m_pNodes->SetStoresTexts(callback == nullptr);
   Init();
 }
 
@@ -60,7 +56,7 @@ void CXmlDocument::Cleanup() {
 
 const std::string& CXmlDocument::LookupNamespaceFromAlias(const char* alias) const {
   const auto found = m_namespaces.find(detail::ViewOf(alias));
-  return found != m_namespaces.end() ? found->second : EmptyText();
+  return found != m_namespaces.end() ? found->second : detail::NoText();
 }
 
 const std::string& CXmlDocument::LookupAliasFromNamespace(const char* uri) const {
@@ -69,7 +65,7 @@ const std::string& CXmlDocument::LookupAliasFromNamespace(const char* uri) const
     for (const auto& [alias, namespaceUri] : m_namespaces) {
       if (namespaceUri == wanted) return alias;
     }
-    return EmptyText();
+    return detail::NoText();
   }
   if (m_aliasOfUri.empty()) {
     for (const auto& [alias, namespaceUri] : m_namespaces) {
@@ -77,7 +73,7 @@ const std::string& CXmlDocument::LookupAliasFromNamespace(const char* uri) const
     }
   }
   const auto found = m_aliasOfUri.find(wanted);
-  return found != m_aliasOfUri.end() ? *found->second : EmptyText();
+  return found != m_aliasOfUri.end() ? *found->second : detail::NoText();
 }
 
 void CXmlDocument::SetNamespaceMapping(std::string alias, std::string uri) {
@@ -96,35 +92,17 @@ CXmlElement* CXmlDocument::AddChildElement(const char* uri, const char* localNam
   return OpenElement(m_pNodes->GetNames().Find(detail::ViewOf(uri), detail::ViewOf(localName)));
 }
 
-// The child of the innermost open element, or the root when none is open.
-CXmlElement* CXmlDocument::OpenElement(const detail::XmlName* name) {
-  m_pNodes->CheckDepth(m_pElementStack.size() + 1);
-  m_pNodes->CountOctets(name->localName.size());
-  CXmlElement* parent = m_pElementStack.empty() ? nullptr : m_pElementStack.back();
-  m_pElementStack.push_back(nullptr);
-  if (m_pElementCallback != nullptr) {
-    m_elderSiblings.resize(m_pElementStack.size());
-    m_elderSiblings.back() = parent != nullptr ? parent->m_pLastChild : nullptr;
-  }
-  CXmlElement* element = m_pNodes->MakeElement(parent, name);
-  m_pElementStack.back() = element;
-  if (parent != nullptr) {
-    detail::CXmlNodes::Append(parent, element);
-  } else {
-    m_pDocElement = element;
-  }
-  return element;
+void CXmlDocument::EndElement() {
+  if (!m_pElementStack.empty()) CloseElement();
 }
 
-void CXmlDocument::EndElement() {
-  if (m_pElementStack.empty()) return;
-  CXmlElement* const element = m_pElementStack.back();
-  m_pElementStack.pop_back();
-  if (m_pElementCallback == nullptr || !m_pElementCallback(element)) return;
+// Asks the callback about an element that ended, and takes it away if told so.
+void CXmlDocument::OfferElement(CXmlElement* element) {
+  if (!m_pElementCallback(element)) return;
   if (m_pElementStack.empty()) return;  // the document element stays, whatever the answer
   CXmlElement* const parent = m_pElementStack.back();
   CXmlElement* const elder = m_elderSiblings[m_pElementStack.size()];
-  if (elder != nullptr && elder->m_pNextSibling == element) {
+  if (elder != nullptr && elder->m_pNextSibling == parent->m_pLastChild) {
     parent->RemoveLastChildElement(elder);
   } else {
     parent->RemoveLastChildElement();

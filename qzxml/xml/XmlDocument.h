@@ -125,6 +125,8 @@ class QZXML_API CXmlDocument : public CInstanceMonitor {
   void LoadWholeFile(CLoadScope& scope, const char* path);
   void LoadFileInChunks(CLoadScope& scope, const char* path);
   CXmlElement* OpenElement(const detail::XmlName* name);
+  void CloseElement();
+  void OfferElement(CXmlElement* element);
   void SetNamespaceMapping(std::string alias, std::string uri);
 
   // The tree: its memory and names, its root, and its open elements, innermost last.

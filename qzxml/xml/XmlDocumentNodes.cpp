@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <random>
 
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/QzException.h"
@@ -15,66 +16,117 @@ constexpr std::uint64_t kOctetsWithoutBound = 8 * 1024 * 1024;
 
 }  // namespace
 
-CXmlElement::Attributes& CXmlNodes::GetAttributeList(CXmlElement* element) {
-  if (element->m_pAttributes == nullptr) {
-    element->m_pAttributes = new (m_attributeLists.Take()) CXmlElement::Attributes();
+std::uint64_t GetHashSalt() {
+  std::random_device device;
+  return (std::uint64_t{device()} << 32) ^ device();
+}
+
+const std::string& NoText() {
+  static const auto* const none = new std::string();
+  return *none;
+}
+
+void CXmlNodes::AddAttribute(CXmlElement* element, const XmlName* name, std::string_view value) {
+  auto* const attribute = new (m_attributes.Take()) CXmlAttribute(element, name);
+  attribute->m_pNext = attribute;
+  CNodeAttributes::List* const list = element->m_attributes.GetList();
+  if (list != nullptr) list->all.push_back(attribute);
+  if (CXmlAttribute* const last = element->m_attributes.GetLast()) {
+    attribute->m_pNext = std::exchange(last->m_pNext, attribute);
   }
-  return *element->m_pAttributes;
+  if (list != nullptr) {
+    list->last = attribute;
+  } else {
+    element->m_attributes = CNodeAttributes(attribute);
+  }
+  if (!value.empty()) attribute->m_value = MakeText(value);
 }
 
-void CXmlNodes::ReserveAttributes(CXmlElement* element, std::size_t count) {
-  GetAttributeList(element).reserve(count);
+const std::string& CXmlNodes::FetchString(CNodeText& text) {
+  return text.IsNone() ? NoText() : OwnString(text);
 }
 
-void CXmlNodes::AddAttribute(CXmlElement* element, const XmlName* name, const char* value,
-                             std::size_t length) {
-  CXmlElement::Attributes& attributes = GetAttributeList(element);
-  attributes.push_back(nullptr);
-  try {
-    attributes.back() = new (m_attributes.Take()) CXmlAttribute(element, name, value, length);
-  } catch (...) {
-    attributes.pop_back();
-    throw;
+std::string& CXmlNodes::OwnString(CNodeText& text) {
+  std::string* string = text.GetString();
+  if (string == nullptr) {
+    string = new (m_strings.Take()) std::string(text.View());
+    text = CNodeText(string);
+  }
+  return *string;
+}
+
+const std::vector<CXmlAttribute*>& CXmlNodes::FetchList(CNodeAttributes& attributes) {
+  static const auto* const none = new std::vector<CXmlAttribute*>();
+  CXmlAttribute* const last = attributes.GetLast();
+  if (last == nullptr) return *none;
+  std::size_t count = 0;
+  for ([[maybe_unused]] const CXmlAttribute* attribute : CXmlAttributeRange(last)) ++count;
+  std::vector<CXmlAttribute*> all;
+  all.reserve(count);
+  for (CXmlAttribute* attribute : CXmlAttributeRange(last)) all.push_back(attribute);
+  auto* const list = new (m_attributeLists.Take()) CNodeAttributes::List{last, std::move(all)};
+  attributes = CNodeAttributes(list);
+  return list->all;
+}
+
+void CXmlNodes::DestroyText(const CNodeText& text) {
+  if (std::string* const string = text.GetString()) {
+    std::destroy_at(string);
+    m_strings.Give(string);
   }
 }
 
-// Goes down along first children, taking each off its parent's list, and frees an element when it
-// has none left; then on from its parent.
-template <bool keepMemory>
+void CXmlNodes::DestroyAttributes(const CNodeAttributes& attributes) {
+  CXmlAttribute* const last = attributes.GetLast();
+  if (last == nullptr) return;
+  for (CXmlAttribute* attribute = last->m_pNext;;) {
+    CXmlAttribute* const next = attribute->m_pNext;
+    const bool isLast = attribute == last;
+    DestroyText(attribute->m_value);
+    attribute->~CXmlAttribute();
+    m_attributes.Give(attribute);
+    if (isLast) break;
+    attribute = next;
+  }
+  if (CNodeAttributes::List* const list = attributes.GetList()) {
+    std::destroy_at(list);
+    m_attributeLists.Give(list);
+  }
+}
+
+// Goes down along first children, taking each out of its ring, and frees an element when it has
+// none left; then on from its parent.
 void CXmlNodes::DestroyTree(CXmlElement* root) {
   CXmlElement* element = root;
   for (;;) {
-    if (CXmlElement* child = element->m_pFirstChild) {
-      element->m_pFirstChild = child->m_pNextSibling;
-      element = child;
+    if (CXmlElement* const last = element->m_pLastChild) {
+      CXmlElement* const first = last->m_pNextSibling;
+      last->m_pNextSibling = first->m_pNextSibling;
+      if (first == last) element->m_pLastChild = nullptr;
+      element = first;
       continue;
     }
-    if (CXmlElement::Attributes* attributes = element->m_pAttributes) {
-      for (auto i = attributes->rbegin(); i != attributes->rend(); ++i) {
-        CXmlAttribute* attribute = *i;
-        attribute->~CXmlAttribute();
-        if (keepMemory) m_attributes.Give(attribute);
-      }
-      std::destroy_at(attributes);
-      if (keepMemory) m_attributeLists.Give(attributes);
-    }
-    CXmlElement* parent = const_cast<CXmlElement*>(element->m_pParent);
+    CXmlElement* const parent = const_cast<CXmlElement*>(element->m_pParent);
     const bool isLast = element == root;
+    DestroyText(element->m_text);
+    DestroyAttributes(element->m_attributes);
     element->~CXmlElement();
-    if (keepMemory) m_elements.Give(element);
+    m_elements.Give(element);
     if (isLast) return;
     element = parent;
   }
 }
 
-void CXmlNodes::Destroy(CXmlElement* element) { DestroyTree<true>(element); }
+void CXmlNodes::Destroy(CXmlElement* element) { DestroyTree(element); }
 
 void CXmlNodes::Clear(CXmlElement* root) {
-  if (root != nullptr) DestroyTree<false>(root);
+  if (root != nullptr) DestroyTree(root);
   m_elements.Clear();
   m_attributes.Clear();
   m_attributeLists.Clear();
+  m_strings.Clear();
   m_names.Clear();
+  m_blocks.Clear();
 }
 
 void CXmlNodes::SetBounds(const CSerializationContext& context) {

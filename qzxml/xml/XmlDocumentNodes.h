@@ -3,13 +3,17 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <new>
+#include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "qzxml/xml/Arena.h"
 #include "qzxml/xml/NameTable.h"
 #include "qzxml/xml/XmlAttribute.h"
+#include "qzxml/xml/XmlDocument.h"
 #include "qzxml/xml/XmlElement.h"
 
 namespace QzXmlLib16 {
@@ -17,6 +21,9 @@ namespace QzXmlLib16 {
 class CSerializationContext;
 
 namespace detail {
+
+// An empty text that outlives every static which may hold it.
+const std::string& NoText();
 
 // Null is taken as the empty text.
 inline std::string_view ViewOf(const char* text) {
@@ -32,7 +39,7 @@ extern CInstanceClass g_attributeClass;
 // depth.
 class CXmlNodes {
  public:
-  explicit CXmlNodes(const CXmlDocument* document) : m_names(document) {}
+  explicit CXmlNodes(const CXmlDocument* document) : m_names(document, m_blocks) {}
   CXmlNodes(const CXmlNodes&) = delete;
   CXmlNodes& operator=(const CXmlNodes&) = delete;
 
@@ -45,18 +52,35 @@ class CXmlNodes {
 
   // Makes it the last child of its parent.
   static void Append(CXmlElement* parent, CXmlElement* child) {
-    if (parent->m_pLastChild != nullptr) {
-      parent->m_pLastChild->m_pNextSibling = child;
-    } else {
-      parent->m_pFirstChild = child;
-    }
-    parent->m_pLastChild = child;
+    CXmlElement* const last = std::exchange(parent->m_pLastChild, child);
+    child->m_pNextSibling = last != nullptr ? std::exchange(last->m_pNextSibling, child) : child;
   }
 
-  // Room for attributes that are about to be added, no more than that.
-  void ReserveAttributes(CXmlElement* element, std::size_t count);
-  void AddAttribute(CXmlElement* element, const XmlName* name, const char* value,
-                    std::size_t length);
+  // Adds an attribute behind the others.
+  void AddAttribute(CXmlElement* element, const XmlName* name, std::string_view value);
+
+  // Gives an element that has none its text. The white space between the children of an element is
+  // mostly that of the last one of its name, and shared with it.
+  void SetText(CXmlElement* element, std::string_view text) {
+    const StoredText*& last = element->m_pName->lastText;
+    if (element->m_pLastChild != nullptr && last != nullptr && last->View() == text) {
+      element->m_text = CNodeText(last);
+      return;
+    }
+    element->m_text = MakeText(text);
+    if (element->m_pLastChild != nullptr && m_storesTexts) last = element->m_text.GetStored();
+  }
+
+  // What is stored stays until Clear, also when its node goes before; a load that prunes makes
+  // strings instead, whose memory is used again.
+  void SetStoresTexts(bool storesTexts) { m_storesTexts = storesTexts; }
+
+  // The string of a text, which is made when it is not there yet.
+  const std::string& FetchString(CNodeText& text);
+  // The same, to be changed.
+  std::string& OwnString(CNodeText& text);
+  // The vector of attributes, which is made when it is not there yet.
+  const std::vector<CXmlAttribute*>& FetchList(CNodeAttributes& attributes);
 
   // Frees an element that no list holds, with all below it; its memory is used again.
   void Destroy(CXmlElement* element);
@@ -85,18 +109,27 @@ class CXmlNodes {
   }
 
  private:
+  static constexpr std::size_t kLongestStored = 8192;
   static constexpr std::uint64_t kNone = std::numeric_limits<std::uint64_t>::max();
 
   [[noreturn]] void ThrowDepth() const;
   [[noreturn]] void ThrowGrowth() const;
-  CXmlElement::Attributes& GetAttributeList(CXmlElement* element);
-  template <bool keepMemory>
+  CNodeText MakeText(std::string_view text) {
+    return m_storesTexts && text.size() <= kLongestStored
+               ? CNodeText(m_blocks.AddText(text))
+               : CNodeText(new (m_strings.Take()) std::string(text));
+  }
+  void DestroyText(const CNodeText& text);
+  void DestroyAttributes(const CNodeAttributes& attributes);
   void DestroyTree(CXmlElement* root);
 
-  CArena<CXmlElement> m_elements;
-  CArena<CXmlAttribute> m_attributes;
-  CArena<CXmlElement::Attributes> m_attributeLists;
+  CBlocks m_blocks;
+  CArena<CXmlElement> m_elements{m_blocks};
+  CArena<CXmlAttribute> m_attributes{m_blocks};
+  CArena<CNodeAttributes::List> m_attributeLists{m_blocks};
+  CArena<std::string> m_strings{m_blocks};
   CNameTable m_names;
+  bool m_storesTexts = true;
   std::uint64_t m_maxDepth = kNone;
   std::uint64_t m_octets = 0;
   std::uint64_t m_maxOctets = kNone;
@@ -105,14 +138,41 @@ class CXmlNodes {
 
 }  // namespace detail
 
-inline CXmlElement::CXmlElement(const CXmlElement* parent, const detail::XmlName* name)
-    : CInstanceMonitor(detail::g_elementClass), m_pParent(parent), m_pName(name) {}
+// --- What runs for each node of a load
 
-inline CXmlAttribute::CXmlAttribute(const CXmlElement* parent, const detail::XmlName* name,
-                                    const char* value, std::size_t length)
-    : CInstanceMonitor(detail::g_attributeClass),
-      m_pParent(parent),
-      m_pName(name),
-      m_strValue(value, length) {}
+// Opens the child of the innermost open element, or the root when none is open.
+inline CXmlElement* CXmlDocument::OpenElement(const detail::XmlName* name) {
+  m_pNodes->CheckDepth(m_pElementStack.size() + 1);
+  m_pNodes->CountOctets(name->localName.size());
+  CXmlElement* const parent = m_pElementStack.empty() ? nullptr : m_pElementStack.back();
+  if (m_pElementCallback != nullptr) {
+    m_elderSiblings.resize(m_pElementStack.size());
+    m_elderSiblings.push_back(parent != nullptr ? parent->m_pLastChild : nullptr);
+  }
+  CXmlElement* const element = m_pNodes->MakeElement(parent, name);
+  m_pElementStack.push_back(element);
+  if (parent != nullptr) {
+    detail::CXmlNodes::Append(parent, element);
+  } else {
+    m_pDocElement = element;
+  }
+  return element;
+}
+
+inline void CXmlDocument::CloseElement() {
+  CXmlElement* const element = m_pElementStack.back();
+  m_pElementStack.pop_back();
+  if (m_pElementCallback != nullptr) OfferElement(element);
+}
+
+inline CXmlElement::CXmlElement(const CXmlElement* parent, const detail::XmlName* name)
+    : CInstanceMonitor(detail::g_elementClass), m_pName(name), m_pParent(parent) {}
+
+inline CXmlAttribute::CXmlAttribute(const CXmlElement* parent, const detail::XmlName* name)
+    : CInstanceMonitor(detail::g_attributeClass), m_pParent(parent), m_pName(name) {}
+
+inline CXmlElement::~CXmlElement() = default;
+
+inline CXmlAttribute::~CXmlAttribute() = default;
 
 }  // namespace QzXmlLib16

@@ -22,28 +22,26 @@ bool OneEndsWithOther(std::string_view a, std::string_view b) {
 
 CInstanceClass detail::g_elementClass("CXmlElement");
 
-CXmlElement::~CXmlElement() = default;
-
 void CXmlElement::Deleter::operator()(CXmlElement* element) const {
   element->GetNodes().Destroy(element);
 }
 
 detail::CXmlNodes& CXmlElement::GetNodes() const { return *m_pName->document->m_pNodes; }
 
-const CXmlElement::Attributes& CXmlElement::NoAttributes() {
-  static const auto* const none = new Attributes();  // outlives every static that may ask for it
-  return *none;
+const std::string& CXmlElement::FetchText() const { return GetNodes().FetchString(m_text); }
+
+const std::vector<CXmlAttribute*>& CXmlElement::FetchAttributes() const {
+  return GetNodes().FetchList(m_attributes);
 }
 
 const std::string& CXmlElement::GetAttribute(const std::string& localName,
                                              const std::string& uri) const {
-  for (const CXmlAttribute* attribute : GetAttributes()) {
+  for (const CXmlAttribute* attribute : GetAttributeRange()) {
     if (attribute->GetLocalName() == localName && attribute->GetNamespaceURI() == uri) {
       return attribute->GetValue();
     }
   }
-  static const auto* const none = new std::string();
-  return *none;
+  return detail::NoText();
 }
 
 void CXmlElement::AppendText(const char* text) {
@@ -62,11 +60,12 @@ void CXmlElement::AppendText(std::string_view text) {
 }
 
 void CXmlElement::AppendCountedText(std::string_view text) {
-  const std::size_t needed = m_strText.size() + text.size();
-  if (!m_strText.empty() && needed > m_strText.capacity()) {
-    m_strText.reserve(std::max(m_strText.capacity() * 2, needed));
+  std::string& own = GetNodes().OwnString(m_text);
+  const std::size_t needed = own.size() + text.size();
+  if (!own.empty() && needed > own.capacity()) {
+    own.reserve(std::max(own.capacity() * 2, needed));
   }
-  m_strText.append(text);
+  own.append(text);
 }
 
 CXmlElement* CXmlElement::CreateNewChildElement() {
@@ -77,17 +76,20 @@ CXmlElement* CXmlElement::CreateNewChildElement() {
 }
 
 CXmlElement::Owner CXmlElement::RemoveLastChildElement() {
-  return RemoveLastChildElement(m_pFirstChild);
+  CXmlElement* before = m_pLastChild;
+  while (before != nullptr && before->m_pNextSibling != m_pLastChild) {
+    before = before->m_pNextSibling;
+  }
+  return RemoveLastChildElement(before);
 }
 
-// The last child's predecessor is searched from an earlier child on.
-CXmlElement::Owner CXmlElement::RemoveLastChildElement(CXmlElement* startOfSearch) {
+// The last child's predecessor in the ring is known; null when there is no child.
+CXmlElement::Owner CXmlElement::RemoveLastChildElement(CXmlElement* before) {
   CXmlElement* const last = m_pLastChild;
   if (last == nullptr) return nullptr;
-  CXmlElement* before = nullptr;
-  for (CXmlElement* e = startOfSearch; e != last; e = e->m_pNextSibling) before = e;
-  m_pLastChild = before;
-  (before != nullptr ? before->m_pNextSibling : m_pFirstChild) = nullptr;
+  before->m_pNextSibling = last->m_pNextSibling;
+  m_pLastChild = before != last ? before : nullptr;
+  last->m_pNextSibling = nullptr;
   last->m_pParent = nullptr;
   return Owner(last);
 }
@@ -96,11 +98,11 @@ void CXmlElement::AddAttribute(const std::string& localName, const std::string& 
                                const std::string& uri) {
   detail::CXmlNodes& nodes = GetNodes();
   nodes.CountOctets(localName.size() + value.size());
-  nodes.AddAttribute(this, nodes.GetNames().Find(uri, localName), value.data(), value.size());
+  nodes.AddAttribute(this, nodes.GetNames().Find(uri, localName), value);
 }
 
 void CXmlElement::SetElementName(const char* localName) {
-  m_pName = GetNodes().GetNames().Find(m_pName->uri, detail::ViewOf(localName));
+  m_pName = GetNodes().GetNames().Find(*m_pName->uri, detail::ViewOf(localName));
 }
 
 void CXmlElement::SetNamespace(const char* uri) {
@@ -126,7 +128,8 @@ std::string CXmlElement::GetNameWithPredicate() const {
   std::size_t number = 1;
   bool isFirst = true;
   bool isFound = false;
-  for (const CXmlElement* e = m_pParent->m_pFirstChild; e != nullptr; e = e->m_pNextSibling) {
+  for (const CXmlElement* e = m_pParent->GetFirstElement(); e != nullptr;
+       e = e->GetNextSiblingElement()) {
     if (!HasSameQName(*e)) continue;
     if (e != this) {
       if (isFound) return name + "[1]";

@@ -7,12 +7,14 @@
 
 #include "qzxml/platform/Export.h"
 #include "qzxml/runtime/MemoryLeakHelp.h"
+#include "qzxml/xml/NodeAttributes.h"
+#include "qzxml/xml/NodeText.h"
+#include "qzxml/xml/XmlAttribute.h"
 #include "qzxml/xml/XmlName.h"
 
 namespace QzXmlLib16 {
 
 class CExpatReader;
-class CXmlAttribute;
 class CXmlDocument;
 
 namespace detail {
@@ -47,18 +49,32 @@ class QZXML_API CXmlElement final : public CInstanceMonitor {
   // Null for the document element.
   const CXmlElement* GetParentElm() const { return m_pParent; }
   // The first child, or null.
-  CXmlElement* GetFirstElement() const { return m_pFirstChild; }
+  CXmlElement* GetFirstElement() const {
+    return m_pLastChild != nullptr ? m_pLastChild->m_pNextSibling : nullptr;
+  }
   // The next child of the same parent, or null.
-  CXmlElement* GetNextSiblingElement() const { return m_pNextSibling; }
+  CXmlElement* GetNextSiblingElement() const {
+    return m_pParent != nullptr && m_pParent->m_pLastChild != this ? m_pNextSibling : nullptr;
+  }
 
   // Without prefix.
   const std::string& GetLocalName() const { return m_pName->localName; }
   // Empty for no namespace.
-  const std::string& GetNamespaceURI() const { return m_pName->uri; }
-  const std::string& GetText() const { return m_strText; }
+  const std::string& GetNamespaceURI() const { return *m_pName->uri; }
+  const std::string& GetText() const {
+    const std::string* const text = m_text.GetString();
+    return text != nullptr ? *text : FetchText();
+  }
+  // The same without making a string of it.
+  std::string_view GetTextView() const { return m_text.View(); }
   // In document order.
   const std::vector<CXmlAttribute*>& GetAttributes() const {
-    return m_pAttributes != nullptr ? *m_pAttributes : NoAttributes();
+    const detail::CNodeAttributes::List* const list = m_attributes.GetList();
+    return list != nullptr ? list->all : FetchAttributes();
+  }
+  // The same without making a vector of them.
+  CXmlAttributeRange GetAttributeRange() const {
+    return CXmlAttributeRange(m_attributes.GetLast());
   }
   // The value of the first attribute with that name and namespace; an empty text when there is
   // none, so that absent and empty look the same. Walk GetAttributes to tell them apart.
@@ -88,27 +104,27 @@ class QZXML_API CXmlElement final : public CInstanceMonitor {
   friend class CXmlDocument;
   friend class detail::CXmlNodes;
 
-  using Attributes = std::vector<CXmlAttribute*>;
-
   CXmlElement(const CXmlElement* parent, const detail::XmlName* name);
   ~CXmlElement() override;
 
-  static const Attributes& NoAttributes();
-  Owner RemoveLastChildElement(CXmlElement* startOfSearch);
+  detail::CXmlNodes& GetNodes() const;
+  const std::string& FetchText() const;
+  const std::vector<CXmlAttribute*>& FetchAttributes() const;
+  Owner RemoveLastChildElement(CXmlElement* before);
   void AppendText(std::string_view text);
   void AppendCountedText(std::string_view text);  // counted against the growth already
-  detail::CXmlNodes& GetNodes() const;
   std::string GetQName() const;
   bool HasSameQName(const CXmlElement& other) const;
   std::string GetNameWithPredicate() const;
 
-  const CXmlElement* m_pParent;           // not owned
-  CXmlElement* m_pNextSibling = nullptr;  // the nodes of a tree belong to the document
-  CXmlElement* m_pFirstChild = nullptr;
+  // All that a node is made of belongs to the document. Children and attributes are rings: the
+  // last one's next is the first.
+  const detail::XmlName* m_pName;  // never null
+  const CXmlElement* m_pParent;
+  CXmlElement* m_pNextSibling = nullptr;
   CXmlElement* m_pLastChild = nullptr;
-  Attributes* m_pAttributes = nullptr;  // null for none; the document's
-  std::string m_strText;
-  const detail::XmlName* m_pName;  // never null; the document's
+  mutable detail::CNodeAttributes m_attributes;
+  mutable detail::CNodeText m_text;
 };
 
 }  // namespace QzXmlLib16

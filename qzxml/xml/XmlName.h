@@ -8,13 +8,17 @@ class CXmlDocument;
 
 namespace detail {
 
+struct StoredText;
+
 // A name of a document, stored once and shared by all its elements and attributes of that name.
 struct XmlName {
   const CXmlDocument* document;  // not owned; the name lives as long as the document's content
+  const std::string* uri;        // never null, empty for no namespace; shared by names
   std::string localName;         // without prefix
-  std::string uri;               // empty for no namespace
   bool isNamespaceAttribute;     // as CXmlAttribute::IsNamespaceAttribute answers
   bool isNilAttribute;           // as CXmlAttribute::IsNilAttribute answers
+  // The text stored last for a parent element of this name, or null.
+  mutable const StoredText* lastText;
 };
 
 }  // namespace detail
