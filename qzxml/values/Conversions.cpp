@@ -133,12 +133,16 @@ std::string CConversions::base64BinaryToString(const CBinaryData& value) {
 }
 
 CBinaryData CConversions::base64BinaryFromString(const std::string& value, WhitespaceRule rule) {
-  // The decoder passes over white space wherever it stands, so that a rule changes nothing; only an
-  // unknown one has to be refused.
+  // The decoder passes over white space wherever it stands, so that a rule matters in two cases
+  // only: an unknown one is refused, and one that leaves nothing at all makes the value empty.
   std::string scratch;
   detail::ApplyRule(rule, std::string_view(), scratch);
+  const char* text = value.c_str();
+  if (rule == CWhitespaceUtils::WhitespaceRule_Collapse) {
+    while (CWhitespaceUtils::IsWhiteSpace(*text)) ++text;
+  }
   CBinaryData data;
-  data.SetAsBase64(value.c_str());
+  data.SetAsBase64(text);
   return data;
 }
 

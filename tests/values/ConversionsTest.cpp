@@ -406,6 +406,16 @@ TEST(Conversions, BinaryDataIsReadBehindTheRule) {
   EXPECT_EQ(CBinaryData(), CConversions::base64BinaryFromString("", kCollapse));
 }
 
+TEST(Conversions, ABase64TextOfWhiteSpaceAloneIsEmptyBehindCollapse) {
+  for (const std::string text : {" ", "\r\n\t ", "    "}) {
+    const CBinaryData data = CConversions::base64BinaryFromString(text, kCollapse);
+    EXPECT_EQ(CBinaryData(), data) << text;
+    EXPECT_EQ("", CConversions::base64BinaryToString(data)) << text;
+  }
+  EXPECT_EQ(CBinaryData(),
+            CConversions::base64BinaryFromString(std::string(" \0TWFu", 6), kCollapse));
+}
+
 TEST(Conversions, BinaryDataPassesItsOwnFailuresOn) {
   EXPECT_QZ_THROW(CQzException, "Invalid length in hex string",
                   CConversions::hexBinaryFromString("ABC", kNone));
