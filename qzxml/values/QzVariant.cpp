@@ -72,7 +72,7 @@ constexpr bool HasPayload(ItemType type) {
 }
 
 const std::string& EmptyText() {
-  static const std::string s_empty;
+  static const std::string& s_empty = *new std::string;  // never destroyed
   return s_empty;
 }
 
@@ -88,8 +88,7 @@ QzVariant::~QzVariant() { Clear(); }
 
 const QzVariant& QzVariant::operator=(const QzVariant& other) {
   if (this == &other) return *this;
-  Clear();
-  m_value = Value();
+  const QzVariant former(std::move(*this));  // goes last: it may be what keeps the other alive
   m_type = other.m_type;
   m_isNil = other.m_isNil;
   if (!m_isNil) CopyPayload(other);
@@ -98,7 +97,7 @@ const QzVariant& QzVariant::operator=(const QzVariant& other) {
 
 const QzVariant& QzVariant::operator=(QzVariant&& other) noexcept {
   if (this == &other) return *this;
-  Clear();
+  const QzVariant former(std::move(*this));  // as above
   TakeOver(other);
   return *this;
 }

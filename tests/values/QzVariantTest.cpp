@@ -505,6 +505,30 @@ TEST(QzVariant, AnObjectIsOnlyThereForItsKind) {
   EXPECT_QZ_ASSERT("m_type == ItemType_XmlCollection && m_pXmlCol != 0", value.GetXmlCollection());
 }
 
+// Carries a variant of its own.
+class CCarrier : public qztest::CNote {
+ public:
+  explicit CCarrier(bool* deleted) : CNote(deleted) {}
+  QzVariant carried;
+};
+
+TEST(QzVariant, TakesWhatItsOwnObjectCarries) {
+  for (const bool isMoved : {false, true}) {
+    bool deleted = false;
+    QzVariant value;
+    auto* const carrier = new CCarrier(&deleted);
+    carrier->carried.SetString("a text that is not short at all");
+    value.SetXmlObject(carrier);
+    if (isMoved) {
+      value = std::move(carrier->carried);
+    } else {
+      value = carrier->carried;
+    }
+    EXPECT_TRUE(deleted);
+    EXPECT_EQ("a text that is not short at all", value.GetString());
+  }
+}
+
 // --- Names of kinds ---
 
 TEST(QzVariant, AKindWithoutANameThrows) {
