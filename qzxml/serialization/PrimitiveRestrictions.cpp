@@ -66,8 +66,7 @@ CPrimitiveRestrictions::CPrimitiveRestrictions(const CPrimitiveRestrictions& oth
 
 CPrimitiveRestrictions& CPrimitiveRestrictions::operator=(const CPrimitiveRestrictions& other) {
   if (this == &other) return *this;
-  const detail::PatternHandle* const compiled = CopyHandle(other.m_compiled);
-  delete m_compiled.exchange(compiled, std::memory_order_acq_rel);
+  delete m_compiled.exchange(nullptr, std::memory_order_acq_rel);
   m_pattern = other.m_pattern;
   m_minLength = other.m_minLength;
   m_maxLength = other.m_maxLength;
@@ -78,6 +77,7 @@ CPrimitiveRestrictions& CPrimitiveRestrictions::operator=(const CPrimitiveRestri
   m_length = other.m_length;
   m_totalDigits = other.m_totalDigits;
   m_fractionDigits = other.m_fractionDigits;
+  m_compiled.store(CopyHandle(other.m_compiled), std::memory_order_release);
   return *this;
 }
 

@@ -527,6 +527,9 @@ TEST(PrimitiveRestrictions, MatchesWholeValues) {
       {"", "", true},
       {"", "\n", false},
       {"a|ab", "ab", true},
+      {"a|a\\n", "a\n", false},  // the first branch ends ahead of the last line feed
+      {"a\\n|a", "a\n", true},
+      {"^a$", "a", true},  // anchors, where XSD has plain characters
       {"a|b", "b", true},
       {"a|b", "ab", false},
       {"(a)(b)(c)", "abc", true},
@@ -549,17 +552,35 @@ TEST(PrimitiveRestrictions, MatchesWholeValues) {
 
 TEST(PrimitiveRestrictions, TranslatesTheEscapesOfNames) {
   const PatternCase cases[] = {
-      {"\\i\\c*", "a1:b", true}, {"\\i\\c*", "1a", false},
-      {"\\i\\c*", ":a", true},   {"\\i\\c*", "_a.b-c:d", true},
-      {"\\i\\c*", "", false},    {"\\i\\c*", "a b", false},
-      {"\\i", "_", true},        {"\\i", "-", false},
-      {"\\I", "1", true},        {"\\I", "-", true},
-      {"\\I", "a", false},       {"\\I", ":", true},  // the translation does not take it out
-      {"\\c", ".", true},        {"\\c", "-", true},
-      {"\\c", ":", true},        {"\\c", "1", true},
-      {"\\c", "/", false},       {"\\C", "/", true},
-      {"\\C", "a", false},       {"\\C", ".", false},
-      {"\\C", "-", false},       {"\\C", ":", false},
+      {"\\i\\c*", "a1:b", true},
+      {"\\i\\c*", "1a", false},
+      {"\\i\\c*", ":a", true},
+      {"\\i\\c*", "_a.b-c:d", true},
+      {"\\i\\c*", "", false},
+      {"\\i\\c*", "a b", false},
+      {"\\i", "_", true},
+      {"\\i", "-", false},
+      {"\\I", "1", true},
+      {"\\I", "-", true},
+      {"\\I", "a", false},
+      {"\\I", ":", true},  // the translation does not take it out
+      {"\\c", ".", true},
+      {"\\c", "-", true},
+      {"\\c", ":", true},
+      {"\\c", "1", true},
+      {"\\c", "/", false},
+      {"\\C", "/", true},
+      {"\\C", "a", false},
+      {"\\C", ".", false},
+      {"\\C", "-", false},
+      {"\\C", ":", false},
+      // Letters and digits are those of ASCII.
+      {"\\i", "\xC3\xA4", false},
+      {"\\I", "\xC3\xA4", true},
+      {"\\c", "\xC3\xA4", false},
+      {"\\C", "\xC3\xA4", true},
+      {"\\w", "\xC3\xA4", false},
+      {"\\d", "\xD9\xA1", false},
   };
   for (const PatternCase& c : cases) {
     EXPECT_EQ(c.matches, Matches(c.pattern, c.value)) << c.pattern << " on " << c.value;
@@ -579,6 +600,9 @@ TEST(PrimitiveRestrictions, TranslatesFourBlocks) {
       {"\\p{IsLatinExtended-A}", "\xC6\x80", false},
       {"\\p{IsLatinExtended-A}", "\xC3\xBF", false},
       {"\\p{IsBasicLatin}\\p{IsLatinExtended-A}", "a\xC4\x80", true},
+      // Inside a class the translation opens a class in the class, which ends early.
+      {"[\\p{IsBasicLatin}]", "a]", true},
+      {"[\\p{IsBasicLatin}]", "a", false},
   };
   for (const PatternCase& c : cases) {
     EXPECT_EQ(c.matches, Matches(c.pattern, c.value)) << c.pattern << " on " << c.value;
