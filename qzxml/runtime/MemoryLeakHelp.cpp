@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "qzxml/platform/DebugChannel.h"
+#include "qzxml/platform/InitOrder.h"
 #include "qzxml/runtime/CriticalSection.h"
 #include "qzxml/runtime/Functions.h"
 
@@ -41,7 +42,7 @@ struct Tracking {
   ~Tracking() { QzXmlLib16::detail::StopInstanceTracking(); }
 };
 
-const Tracking g_tracking;
+QZXML_INIT_ORDER(QzXmlLib16::detail::InitOrder_InstanceTracking) const Tracking g_tracking;
 
 }  // namespace
 

@@ -9,8 +9,9 @@ namespace {
 
 // The value of the element's xsi:type; empty when there is none.
 const std::string& XsiType(const CXmlElement& element) {
-  static const std::string s_type = "type";
-  static const std::string s_uri = kXmlSchemaInstanceNamespace;
+  // Never destroyed: static objects that go late may still read.
+  static const std::string& s_type = *new std::string("type");
+  static const std::string& s_uri = *new std::string(kXmlSchemaInstanceNamespace);
   return element.GetAttribute(s_type, s_uri);
 }
 

@@ -1,6 +1,7 @@
 #include "qzxml/serialization/SerializationContext.h"
 
 #include "qzxml/collections/AttributeCol.h"
+#include "qzxml/platform/InitOrder.h"
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/runtime/SmartPtr.h"
 #include "qzxml/serialization/Messages.h"
@@ -18,6 +19,18 @@ CSerializationContext& CSerializationContext::GetDefaultContext() {
   static CSerializationContext context;
   return context;
 }
+
+namespace {
+
+// Makes the default context when the library is loaded, if nobody was earlier: made on first use it
+// would go before the static objects that the program had built by then, which may still need it.
+struct DefaultContextMaker {
+  DefaultContextMaker() { CSerializationContext::GetDefaultContext(); }
+};
+
+QZXML_INIT_ORDER(detail::InitOrder_DefaultContext) const DefaultContextMaker g_maker;
+
+}  // namespace
 
 void CSerializationContext::SetDefaultNamespaceURI(const char* uri) {
   m_strDefaultNamespaceURI = detail::TextOrEmpty(uri);

@@ -32,8 +32,9 @@ class QZXML_API CSerializationContext {
   CSerializationContext& operator=(const CSerializationContext& other);
   virtual ~CSerializationContext();
 
-  // The one context of the process that operations use when none is given. It is made on first use;
-  // a change to it is seen by every later user, and is not guarded against other threads.
+  // The one context of the process that operations use when none is given. It is there before the
+  // program's static objects are built and until they are gone. A change to it is seen by every
+  // later user, and is not guarded against other threads.
   static CSerializationContext& GetDefaultContext();
 
   // --- Writing

@@ -22,6 +22,7 @@
 
 #include "qzxml/collections/AttributeCol.h"
 #include "qzxml/collections/XmlCollectionBase.h"
+#include "qzxml/platform/InitOrder.h"
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/serialization/ElementInfoAll.h"
@@ -187,11 +188,7 @@ class CXmlGeneratedClass::CReadingWalk {
   std::string m_strNamespace;  // empty when no member reads it
 };
 
-// Ready before any other static object, which may make its tables on the spot.
-#if defined(__GNUC__)
-__attribute__((init_priority(200)))
-#endif
-CQZCriticalSection CXmlGeneratedClass::m_csInit;
+QZXML_INIT_ORDER(detail::InitOrder_MetaDataLock) CQZCriticalSection CXmlGeneratedClass::m_csInit;
 
 CXmlGeneratedClass::~CXmlGeneratedClass() = default;
 
