@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <limits>
-#include <memory>
+#include <utility>
 
 #include "qzxml/runtime/QzException.h"
 
@@ -31,7 +31,7 @@ CStringBuffer::CStringBuffer() : CStringBuffer(kDefaultBlockSize) {}
 CStringBuffer::CStringBuffer(std::uint32_t dwBlockSize)
     : CInstanceMonitor(s_class), m_dwBlockSize(std::max(dwBlockSize, 2U) - 1) {}
 
-CStringBuffer::~CStringBuffer() { Clear(); }
+CStringBuffer::~CStringBuffer() = default;
 
 const char* CStringBuffer::GetBuffer() {
   if (m_blocks.empty()) return "";
@@ -41,15 +41,13 @@ const char* CStringBuffer::GetBuffer() {
 }
 
 void CStringBuffer::Set(const char* text) {
-  Clear();
+  const Blocks held = TakeBlocks();  // the text may be a piece of them
   Append(text);
 }
 
 void CStringBuffer::AppendTo(std::string& out) const {
   out.reserve(out.size() + m_dwTotalBufferLen);
-  for (const Block& block : m_blocks) {
-    out.append(block.data, block.data == m_pLastBlock ? m_LastBlock_DataIn : block.size);
-  }
+  for (const Block& block : m_blocks) out.append(block.data.get(), GetDataIn(block));
 }
 
 void CStringBuffer::Reset() {
@@ -61,13 +59,14 @@ void CStringBuffer::Reset() {
   m_dwTotalBufferLen = 0;
 }
 
-void CStringBuffer::Clear() {
-  for (const Block& block : m_blocks) delete[] block.data;
-  m_blocks.clear();
+void CStringBuffer::Clear() { TakeBlocks(); }
+
+CStringBuffer::Blocks CStringBuffer::TakeBlocks() {
   m_LastBlock_DataIn = 0;
   m_LastBlock_SizeOf = 0;
   m_pLastBlock = nullptr;
   m_dwTotalBufferLen = 0;
+  return std::exchange(m_blocks, Blocks());
 }
 
 // Blocks never reach past the greatest length, so that filling one needs no test of the total.
@@ -75,9 +74,8 @@ void CStringBuffer::AddBlock() {
   QZ_ASSERT(m_LastBlock_SizeOf == m_LastBlock_DataIn);
   const std::uint32_t size = std::min(m_dwBlockSize, kMaxLength - m_dwTotalBufferLen);
   if (size == 0) ThrowTooLong();
-  std::unique_ptr<char[]> data = AllocateBlock(size);
-  m_blocks.push_back(Block{data.get(), size});
-  m_pLastBlock = data.release();
+  m_blocks.push_back(Block{AllocateBlock(size), size});
+  m_pLastBlock = m_blocks.back().data.get();
   m_LastBlock_SizeOf = size;
   m_LastBlock_DataIn = 0;
 }
@@ -99,15 +97,14 @@ void CStringBuffer::Consolidate() {
   std::unique_ptr<char[]> joined = AllocateBlock(m_dwTotalBufferLen);
   std::uint32_t dwOutputPos = 0;
   for (const Block& block : m_blocks) {
-    const bool isLast = block.data == m_pLastBlock;
-    const std::uint32_t size = isLast ? m_LastBlock_DataIn : block.size;
-    std::memcpy(joined.get() + dwOutputPos, block.data, size);
+    const std::uint32_t size = GetDataIn(block);
+    std::memcpy(joined.get() + dwOutputPos, block.data.get(), size);
     dwOutputPos += size;
-    delete[] block.data;
   }
   QZ_ASSERT(dwOutputPos == m_dwTotalBufferLen);
-  m_blocks.assign(1, Block{joined.get(), m_dwTotalBufferLen});
-  m_pLastBlock = joined.release();
+  m_blocks.resize(1);
+  m_blocks.front() = Block{std::move(joined), m_dwTotalBufferLen};
+  m_pLastBlock = m_blocks.front().data.get();
   m_LastBlock_SizeOf = m_dwTotalBufferLen;
   m_LastBlock_DataIn = m_dwTotalBufferLen;
 }

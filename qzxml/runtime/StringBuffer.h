@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -35,7 +36,7 @@ class QZXML_API CStringBuffer : public ::CInstanceMonitor {
   // "" when there is none. More than one block becomes one, whose capacity is the text's length.
   const char* GetBuffer();
 
-  // As Clear and Append.
+  // As Clear and Append. The text may be a piece of what the buffer holds.
   void Set(const char* text);
 
   void Append(const char* text) { Append(text, std::strlen(text)); }
@@ -80,15 +81,23 @@ class QZXML_API CStringBuffer : public ::CInstanceMonitor {
 
  private:
   struct Block {
-    char* data;
+    std::unique_ptr<char[]> data;
     std::uint32_t size;  // bytes of text that it can hold
   };
+  using Blocks = std::vector<Block>;
+
+  // Leaves the buffer without a block and hands over those that it had.
+  Blocks TakeBlocks();
+  // The bytes of text in a block.
+  std::uint32_t GetDataIn(const Block& block) const {
+    return block.data.get() == m_pLastBlock ? m_LastBlock_DataIn : block.size;
+  }
 
   void AddBlock();
   void AppendInPieces(const char* text, std::size_t length);
   void Consolidate();
 
-  std::vector<Block> m_blocks;  // in the order of filling; owned
+  Blocks m_blocks;              // in the order of filling
   std::uint32_t m_dwBlockSize;  // capacity of the next new block
   std::uint32_t m_LastBlock_DataIn = 0;
   std::uint32_t m_LastBlock_SizeOf = 0;

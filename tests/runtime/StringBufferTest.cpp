@@ -132,6 +132,16 @@ TEST_F(StringBuffer, SetReplacesTheText) {
   EXPECT_EQ(6U, buffer.GetLength());
 }
 
+TEST_F(StringBuffer, TakesAPieceOfItsOwnText) {
+  CStringBuffer buffer(4);
+  buffer.Append("0123456789");
+  buffer.Append(buffer.GetBuffer() + 7);
+  EXPECT_STREQ("0123456789789", buffer.GetBuffer());
+  buffer.Set(buffer.GetBuffer() + 3);
+  EXPECT_STREQ("3456789789", buffer.GetBuffer());
+  EXPECT_EQ(10U, buffer.GetLength());
+}
+
 TEST_F(StringBuffer, EveryBlockSizeAndEveryPieceGiveTheSameText) {
   const std::string text = MakeText(64);
   for (std::uint32_t blockSize = 0; blockSize < 70; ++blockSize) {
