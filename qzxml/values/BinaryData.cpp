@@ -175,7 +175,7 @@ std::string CBinaryData::GetAsHexString(const unsigned char* data, std::uint32_t
 }
 
 void CBinaryData::SetAsHexString(const char* text) {
-  Clear();
+  const CBinaryData held(std::move(*this));  // empty from here on; the text may be its bytes
   unsigned char* data = nullptr;
   const std::uint32_t length = ConvertToHexData(text, &data);
   std::unique_ptr<unsigned char[]> bytes(data);
@@ -202,7 +202,7 @@ std::string CBinaryData::GetAsBase64() const {
 }
 
 void CBinaryData::SetAsBase64(const char* text) {
-  Clear();
+  const CBinaryData held(std::move(*this));  // empty from here on; the text may be its bytes
   const std::uint32_t textLength = LengthOf(text);
   if (textLength == 0) return;
   std::unique_ptr<unsigned char[]> bytes(new unsigned char[std::size_t{textLength} + 1]);

@@ -414,6 +414,19 @@ TEST(BinaryData, AStoreOfLengthZeroAnswersSafely) {
   }
 }
 
+TEST(BinaryData, ReadsTextThatIsItsOwnBytes) {
+  CBinaryData data = Bytes("TWFu\0"s);
+  data.SetAsBase64(reinterpret_cast<const char*>(data.GetData()));
+  EXPECT_EQ("Man", Text(data));
+  data = Bytes("0FA0\0"s);
+  data.SetAsHexString(reinterpret_cast<const char*>(data.GetData()));
+  EXPECT_EQ("\x0F\xA0", Text(data));
+  data = Bytes("0G\0"s);
+  EXPECT_QZ_THROW(CQzException, "Invalid char in hex string [G]",
+                  data.SetAsHexString(reinterpret_cast<const char*>(data.GetData())));
+  EXPECT_EQ(0U, data.GetLength());
+}
+
 // ---- The store ----
 
 TEST(BinaryDataBuffer, RefusesToAppendWhileShared) {
