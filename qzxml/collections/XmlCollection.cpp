@@ -143,6 +143,7 @@ void CXmlCollection::AddBeforeItem(const CXmlObjectBase* existing, CXmlObjectBas
 
 void CXmlCollection::AddItemAt(int index, CXmlObjectBase* item) {
   if (index < 0 || index > m_lCount) throw CQzInvalidParamException(Messages::kInsertionIndex);
+  if (index == m_lCount) return AppendItem(item);
   Insert(item, [=] {
     CNode* node = m_pHead;
     for (int i = 0; i < index && node != nullptr; ++i) node = node->next;
@@ -201,14 +202,13 @@ void CXmlCollection::Unlink(CNode* pNode) {
   if (pNode->prev != nullptr) {
     pNode->prev->next = pNode->next;
     (pNode->next != nullptr ? pNode->next->prev : m_pTail) = pNode->prev;
-  } else {
+  } else if (pNode->next != nullptr) {
     m_pHead = pNode->next;
-    if (m_pHead != nullptr) {
-      m_pHead->prev = nullptr;
-    } else {
-      QZ_ASSERT(m_pTail == pNode);
-      m_pTail = nullptr;
-    }
+    m_pHead->prev = nullptr;
+  } else {
+    QZ_ASSERT(m_pTail == pNode);
+    m_pHead = nullptr;
+    m_pTail = nullptr;
   }
   --m_lCount;
   ++m_dwRemovals;

@@ -239,6 +239,16 @@ TEST(XmlCollection, ClosesUpWhereAnItemWasRemoved) {
   }
 }
 
+TEST(XmlCollection, AssertsOnTheOnlyNodeOfAnotherList) {
+  CThings things;
+  CThings others;
+  Filled(things, "ab");
+  Filled(others, "c");
+  EXPECT_QZ_ASSERT("m_pTail == pNode", things.RemoveNode(others.GetFirstNode()));
+  EXPECT_EQ("ab", things.names());
+  EXPECT_EQ("c", others.names());
+}
+
 TEST(XmlCollection, TellsOfARemovalWithoutTheIndex) {
   CListener listener;
   CThings things;
@@ -421,6 +431,19 @@ TEST(XmlCollection, InsertsBesideTheItemsThatAListenerHasLeft) {
   const CSmartPtr<CThing> x(new CThing("x"));
   things.AddItemAt(2, x);
   EXPECT_EQ("zx", things.names());
+}
+
+TEST(XmlCollection, AppendsAtItsCountWhateverAListenerHasAppendedMeanwhile) {
+  CListener listener;
+  CThings things;
+  Filled(things, "ab").AddEventListener(&listener);
+  listener.onEvent = [&](IEventSink::MsgType) {
+    things.RemoveEventListener(&listener);
+    things.Append("z");
+  };
+  const CSmartPtr<CThing> x(new CThing("x"));
+  things.AddItemAt(2, x);
+  EXPECT_EQ("abzx", things.names());
 }
 
 TEST(XmlCollection, OutlivesItsLastHandleWhileItTellsAListener) {
