@@ -42,8 +42,9 @@ bool EndsWith(const String& text, const String& end) {
 // goes back to the front of what is still to come.
 template <typename String>
 void ReplaceUntilNoneIsLeft(String& text, const String& what, const String& with) {
-  // Some replacements that do not shorten the text bring about new places for ever; the bound is
-  // more than texts that end have been seen to need.
+  // Replacements that lengthen the text can bring about new places for ever, or for as good as
+  // ever, so their number is bounded. One of the same length ends by itself: each step moves the
+  // text the same way in the alphabetical order of all texts of its length.
   std::size_t replacementsLeft = 1024 + 64 * text.size();
   const String backwards(with.rbegin(), with.rend());
   String done;
@@ -59,7 +60,7 @@ void ReplaceUntilNoneIsLeft(String& text, const String& what, const String& with
     if (!EndsWith(done, what)) continue;
     done.resize(done.size() - what.size());
     putIn += backwards;
-    if (with.size() >= what.size()) --replacementsLeft;
+    if (with.size() > what.size()) --replacementsLeft;
   }
   done.append(putIn.rbegin(), putIn.rend());
   done.append(text, rest, String::npos);

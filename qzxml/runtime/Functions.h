@@ -22,7 +22,8 @@ QZXML_API std::string FormatString(const char* format, ...) QZXML_PRINTF(1);
 
 // Replaces `what` by `with`, leftmost first, starting anew from the beginning after each
 // replacement. When `with` holds `what`, what was put in is not searched; an empty `what` changes
-// nothing.
+// nothing. A `with` longer than `what` that keeps bringing about new places is put in at most
+// 1024 + 64 * text.size() times.
 QZXML_API void ReplaceAll(std::string& text, const std::string& what, const std::string& with);
 QZXML_API void ReplaceAll(std::wstring& text, const std::wstring& what, const std::wstring& with);
 QZXML_API void ReplaceAll(std::u16string& text, const std::u16string& what,

@@ -181,6 +181,12 @@ TEST(ReplaceAll, GivesWhatSearchingFromTheBeginningEachTimeGives) {
   }
 }
 
+TEST(ReplaceAll, MovesEachPlaceAsFarAsItGoes) {
+  std::string text = std::string(300, 'a') + std::string(300, 'b');
+  ReplaceAll(text, "ab", "ba");  // 90000 times
+  EXPECT_EQ(std::string(300, 'b') + std::string(300, 'a'), text);
+}
+
 TEST(ReplaceAll, EndsOnReplacementsThatMakeNewPlacesForEver) {
   std::string text = "aab";
   ReplaceAll(text, "ab", "bbaa");
