@@ -4,10 +4,13 @@
 #include <cstdlib>
 #include <memory>
 #include <optional>
+#include <set>
+#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "qzxml/collections/Element.h"
 #include "qzxml/platform/DebugChannel.h"
 #include "qzxml/runtime/MemoryLeakHelp.h"
 #include "qzxml/runtime/TextStream.h"
@@ -54,6 +57,23 @@ TEST_F(MemoryLeakHelp, DocumentsOfTheLibraryAreCounted) {
     EXPECT_NE(std::string::npos, CInstanceMonitor::DumpState().find("--> " + name + "1/1"));
   }
   EXPECT_NE(std::string::npos, CInstanceMonitor::DumpState().find("    " + name + "0/1"));
+}
+
+TEST_F(MemoryLeakHelp, EachClassOfTheLibraryCountsUnderItsOwnName) {
+  const CSmartPtr<QzXmlLib16::CElement> element(new QzXmlLib16::CElement("e"));
+  element->FromXml("<a k='v'><b/></a>");
+  EXPECT_EQ("<a k=\"v\"><b/></a>", element->ToXml(false, false));
+
+  std::set<std::string> names;
+  std::istringstream dump(CInstanceMonitor::DumpState().substr(kHeading.size()));
+  for (std::string line; std::getline(dump, line);)
+    names.insert(line.substr(4, line.find('=') - 5));
+  const std::set<std::string> expected = {
+      "CAttribute",   "CAttributeCol", "CElement",       "CElementCol",
+      "CExpatReader", "CStringBuffer", "CTextStream",    "CXmlAttribute",
+      "CXmlDocument", "CXmlElement",   "CXmlTextWriter", "CXmlWriterContext",
+  };
+  EXPECT_EQ(expected, names);
 }
 
 TEST_F(MemoryLeakHelp, RecordsStandInTheOrderOfFirstAppearance) {
