@@ -270,6 +270,20 @@ TEST(ElementInfoAllWalk, ClassWithACollectionCannotBeRead) {
   }
 }
 
+TEST(ElementInfoAllWalk, OpenContentIsMadeForTheNamespaceOfTheClass) {
+  for (const char* uri : {"", "urn:p"}) {
+    CTables tables(XmlElementGroupType_All);
+    tables.uri = uri;
+    tables.Add(new CElementInfoAllUntpdOpt("u", "", 0, "##other", ""), Unset::Object);
+    const std::string expected =
+        *uri == '\0' ? "at end, <r><AA:u xmlns:AA=\"urn:o\"/></r>"
+                     : "CQzValidationException: Failed to process the element.\nPath: /r\n"
+                       "Invalid namespace []. The namespace must be one of [##other] where the "
+                       "target namespace is [].";
+    EXPECT_EQ(expected, CClassTrial(tables).Read("<o:u/>"));
+  }
+}
+
 // --- A group
 
 TEST(ElementInfoAllWalk, GroupWithoutAMandatoryChildGivesTheCursorBackWithoutAFailure) {

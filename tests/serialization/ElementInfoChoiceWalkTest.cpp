@@ -244,6 +244,20 @@ TEST(ElementInfoChoiceWalk, NilObjectIsAMemberLikeAnyOther) {
        {"<c xsi:nil='1'/><p/>", {}, LeftOver("p")}});
 }
 
+TEST(ElementInfoChoiceWalk, OpenContentIsMadeForTheNamespaceOfTheClass) {
+  for (const char* uri : {"", "urn:p"}) {
+    CTables tables(kChoice);
+    tables.uri = uri;
+    tables.Add(new CElementInfoChoiceUntpdOpt("u", "", 0, "##other", ""), Unset::Object);
+    const std::string expected =
+        *uri == '\0' ? "at end, <r><AA:u xmlns:AA=\"urn:o\"/></r>"
+                     : "CQzValidationException: Failed to process the element.\nPath: /r\n"
+                       "Invalid namespace []. The namespace must be one of [##other] where the "
+                       "target namespace is [].";
+    EXPECT_EQ(expected, CClassTrial(tables).Read("<o:u/>"));
+  }
+}
+
 // --- Choices in other classes
 
 TEST(ElementInfoChoiceWalk, GroupInASequenceIsOneOfItsMembers) {
@@ -394,6 +408,16 @@ TEST(ElementInfoChoiceWalk, MembersOfOtherModelGroupsDoNotMakeAChoiceOptional) {
       {"AllPrimCol", new CElementInfoAllPrimCol("a", "", 0), none, false},
       {"ChoiceCol", new CElementInfoChoiceCol("a", "", 0), none, false}};
   for (const Optional& it : cases) EXPECT_EQ(it.expected, MayStayEmpty(it)) << it.name;
+}
+
+TEST(ElementInfoChoiceWalk, MemberOfADerivedClassCountsAsItsBase) {
+  struct COwnPrimOpt : CElementInfoChoicePrimOpt {
+    COwnPrimOpt()
+        : CElementInfoChoicePrimOpt("a", "", 0, false, ItemType_string, nullptr,
+                                    CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(),
+                                    nullptr) {}
+  };
+  EXPECT_TRUE(MayStayEmpty({"own", new COwnPrimOpt, Unset::Value, true}));
 }
 
 TEST(ElementInfoChoiceWalk, OptionalMembersAreLookedForInTheOrderOfTheTable) {
