@@ -31,6 +31,7 @@
 #include "qzxml/serialization/ElementInfoSeq.h"
 #include "qzxml/serialization/EventSink.h"
 #include "qzxml/serialization/NamespaceAliasMap.h"
+#include "qzxml/serialization/NamespaceRules.h"
 #include "qzxml/serialization/Nillable.h"
 #include "qzxml/serialization/ParentElementInfo.h"
 #include "qzxml/serialization/PrimitiveRestrictions.h"
