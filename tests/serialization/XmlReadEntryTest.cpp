@@ -224,6 +224,31 @@ TEST(XmlReadEntry, OpenContentGoesThroughTheTextOfTheBaseClass) {
   ExpectMemo(note, context);
 }
 
+// Keeps what it is asked to write with.
+class CAsked : public CElement {
+ public:
+  using CElement::CElement;
+  std::string ToXml(bool declaration, bool formatted, EOLType eol,
+                    const CSerializationContext& context) const override {
+    EXPECT_FALSE(declaration);
+    EXPECT_FALSE(formatted);
+    EXPECT_EQ(EOLType_LF, eol);
+    EXPECT_EQ(&CSerializationContext::GetDefaultContext(), &context);
+    ++asked;
+    return Document();
+  }
+  mutable int asked = 0;
+};
+
+TEST(XmlReadEntry, OpenContentIsWrittenPlainlyInTheDefaultContext) {
+  const CSerializationContext context;
+  const CAsked element("any");
+  CNote note;
+  note.FromXmlElement(&element, context);
+  EXPECT_EQ(1, element.asked);
+  ExpectMemo(note, context);
+}
+
 // --- The context at work
 
 TEST(XmlReadEntry, TheDocumentIsReadAsTheContextSays) {
