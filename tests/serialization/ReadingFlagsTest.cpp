@@ -50,7 +50,7 @@ constexpr XmlElementGroupType kChoice = XmlElementGroupType_Choice;
 // --- IgnoreUnknownAttributes
 
 TEST(IgnoreUnknownAttributes, DropsAttributesOfAClassThatMindsThem) {
-  Class tables;
+  CReadingClass tables;
   tables.AddAttribute("id");
   ExpectColumns(tables, kUnknownAttributes,
                 {{"<r id='1'/>", "1", "1"},
@@ -60,16 +60,16 @@ TEST(IgnoreUnknownAttributes, DropsAttributesOfAClassThatMindsThem) {
 }
 
 TEST(IgnoreUnknownAttributes, ChangesNothingForAClassThatDropsThemAnyway) {
-  Class tables;
+  CReadingClass tables;
   tables.failIfAttributeUnknown = false;
   tables.AddAttribute("id");
   ExpectColumns(tables, kUnknownAttributes, {{"<r x='2' id='1' o:id='3'/>", "1", "1"}});
 }
 
 TEST(IgnoreUnknownAttributes, ReachesEveryLevelOfTheDocument) {
-  Class item;
+  CReadingClass item;
   item.AddPrim<CElementInfoSeqPrimMnd>("v");
-  Class tables;
+  CReadingClass tables;
   tables.AddMandatory("item", kReal, item);
   ExpectColumns(tables, kUnknownAttributes,
                 {{"<r><item x='1'><v>1</v></item></r>", UnknownAttribute("/r/item/@x"), "{1}"},
@@ -77,17 +77,17 @@ TEST(IgnoreUnknownAttributes, ReachesEveryLevelOfTheDocument) {
 }
 
 TEST(IgnoreUnknownAttributes, DropsThoseOfPrimitivesAndEnumerationsInEveryModelGroup) {
-  Class sequence;
+  CReadingClass sequence;
   sequence.AddPrim<CElementInfoSeqPrimMnd>("a").AddEnum<CElementInfoSeqEnumOpt>("e");
-  Class all(kAll);
+  CReadingClass all(kAll);
   all.AddPrim<CElementInfoAllPrimMnd>("a").AddEnum<CElementInfoAllEnumOpt>("e");
-  for (const Class* tables : {&sequence, &all}) {
+  for (const CReadingClass* tables : {&sequence, &all}) {
     ExpectColumns(*tables, kUnknownAttributes,
                   {{"<r><a x='1'>1</a></r>", UnknownAttribute("/r/a/@x"), "1 -"},
                    {"<r><a xsi:type='t'>1</a></r>", UnknownAttribute("/r/a/xsi:@type"), "1 -"},
                    {"<r><a>1</a><e x='1'>red</e></r>", UnknownAttribute("/r/e/@x"), "1 0"}});
   }
-  Class choice(kChoice);
+  CReadingClass choice(kChoice);
   choice.AddPrim<CElementInfoChoicePrimOpt>("a").AddEnum<CElementInfoChoiceEnumOpt>("e");
   ExpectColumns(choice, kUnknownAttributes,
                 {{"<r><a x='1'>1</a></r>", UnknownAttribute("/r/a/@x"), "1 -"},
@@ -95,13 +95,13 @@ TEST(IgnoreUnknownAttributes, DropsThoseOfPrimitivesAndEnumerationsInEveryModelG
 }
 
 TEST(IgnoreUnknownAttributes, ItemsOfACollectionOfPrimitivesAreNotLookedAt) {
-  Class tables;
+  CReadingClass tables;
   tables.AddTexts<CElementInfoSeqPrimCol>(0, -1);
   ExpectColumns(tables, kUnknownAttributes, {{"<r><c x='1'>1</c></r>", "[1]", "[1]"}});
 }
 
 TEST(IgnoreUnknownAttributes, DoesNotExcuseNilOrAMissingAttribute) {
-  Class tables;
+  CReadingClass tables;
   tables.AddPrim<CElementInfoSeqPrimOpt>("a");
   const std::string invalidNil =
       "CQzException: Invalid use of 'nil' attribute in non-nillable element.\nPath: /r";
@@ -109,7 +109,7 @@ TEST(IgnoreUnknownAttributes, DoesNotExcuseNilOrAMissingAttribute) {
                 {{"<r xsi:nil='1'/>", invalidNil, invalidNil},
                  {"<r xsi:nil='0'/>", invalidNil, invalidNil},
                  {"<r><a xsi:nil='1'/></r>", invalidNil + "/a", invalidNil + "/a"}});
-  Class required;
+  CReadingClass required;
   required.AddAttribute("id", false);
   const std::string missing = Process("Failed to find the required Attribute [id].");
   ExpectColumns(required, kUnknownAttributes,
@@ -119,59 +119,59 @@ TEST(IgnoreUnknownAttributes, DoesNotExcuseNilOrAMissingAttribute) {
 // --- IgnoreUnknownElements: what is left over
 
 TEST(IgnoreUnknownElements, SkipsWhatIsLeftOverBehindASequence) {
-  Class optional;
+  CReadingClass optional;
   optional.AddPrim<CElementInfoSeqPrimOpt>("a");
   ExpectColumns(optional, kUnknownElements,
                 {{"<r><a>1</a></r>", "1", "1"},
                  {"<r><a>1</a><x/></r>", LeftOver("x"), "1"},
                  {"<r><a>1</a><x/><y/></r>", LeftOver("x"), "1"},
                  {"<r><x/><y/></r>", LeftOver("x"), "-"}});
-  const Class empty;
+  const CReadingClass empty;
   ExpectColumns(empty, kUnknownElements, {{"<r><x/><y/></r>", LeftOver("x"), ""}});
 }
 
 // The last member is asked again behind each element that was skipped.
 TEST(IgnoreUnknownElements, LastMemberOfASequenceIsAskedAgain) {
-  Class optional;
+  CReadingClass optional;
   optional.AddPrim<CElementInfoSeqPrimOpt>("a");
   ExpectColumns(optional, kUnknownElements,
                 {{"<r><x/><a>1</a></r>", LeftOver("x"), "1"},
                  {"<r><a>1</a><a>2</a></r>", LeftOver("a"), "1"},
                  {"<r><a>1</a><a>2</a><a>3</a></r>", LeftOver("a"), "3"}});
-  Class mandatory;
+  CReadingClass mandatory;
   mandatory.AddPrim<CElementInfoSeqPrimMnd>("a");
   ExpectColumns(mandatory, kUnknownElements,
                 {{"<r><a>1</a><x/></r>", LeftOver("x"), "1"},
                  {"<r><a>1</a><x/><a>2</a></r>", LeftOver("x"), "2"},
                  {"<r><a>1</a><x/><y/></r>", LeftOver("x"), Missing("a")}});
-  Class enumeration;
+  CReadingClass enumeration;
   enumeration.AddEnum<CElementInfoSeqEnumMnd>("a");
   ExpectColumns(enumeration, kUnknownElements,
                 {{"<r><a>red</a><x/></r>", LeftOver("x"), "0"},
                  {"<r><a>red</a><x/><y/></r>", LeftOver("x"), Missing("a")}});
-  Class collection;
+  CReadingClass collection;
   collection.AddTexts<CElementInfoSeqPrimCol>(0, -1);
   ExpectColumns(collection, kUnknownElements,
                 {{"<r><c>1</c><x/><c>2</c><y/><c>3</c></r>", LeftOver("x"), "[123]"}});
 }
 
 TEST(IgnoreUnknownElements, MembersInFrontOfTheLastAreNotAskedAgain) {
-  Class tables;
+  CReadingClass tables;
   tables.AddPrim<CElementInfoSeqPrimOpt>("a").AddPrim<CElementInfoSeqPrimOpt>("b");
   ExpectColumns(tables, kUnknownElements,
                 {{"<r><a>1</a><x/><y/><b>2</b></r>", LeftOver("x"), "1 2"},
                  {"<r><x/><a>1</a><b>2</b></r>", LeftOver("x"), "- 2"},
                  {"<r><b>2</b><a>1</a></r>", LeftOver("a"), "- 2"}});
-  Class collection;
+  CReadingClass collection;
   collection.AddTexts<CElementInfoSeqPrimCol>(0, -1).AddPrim<CElementInfoSeqPrimOpt>("z");
   ExpectColumns(collection, kUnknownElements,
                 {{"<r><c>1</c><x/><c>2</c><z>3</z></r>", LeftOver("x"), "[1] 3"}});
 }
 
 TEST(IgnoreUnknownElements, SkipsWhatIsLeftOverBehindAGroup) {
-  Group group;
+  CReadingGroup group;
   group.AddPrim<CElementInfoSeqPrimMnd>("v");
-  Class tables;
+  CReadingClass tables;
   tables.AddOptional<CElementInfoSeqClsOpt>("g", kPseudo, group);
   ExpectColumns(tables, kUnknownElements,
                 {{"<r><v>1</v><x/></r>", LeftOver("x"), "{1}"},
@@ -180,7 +180,7 @@ TEST(IgnoreUnknownElements, SkipsWhatIsLeftOverBehindAGroup) {
 }
 
 TEST(IgnoreUnknownElements, LetsAnAllEndAtTheFirstUnknownElement) {
-  Class tables(kAll);
+  CReadingClass tables(kAll);
   tables.AddPrim<CElementInfoAllPrimOpt>("a").AddPrim<CElementInfoAllPrimOpt>("b");
   ExpectColumns(tables, kUnknownElements,
                 {{"<r><b>2</b><a>1</a></r>", "1 2", "1 2"},
@@ -188,21 +188,21 @@ TEST(IgnoreUnknownElements, LetsAnAllEndAtTheFirstUnknownElement) {
                  {"<r><a>1</a><x/><b>2</b></r>", LeftOver("x"), "1 -"},
                  {"<r><x/><a>1</a></r>", LeftOver("x"), "- -"},
                  {"<r><a>1</a><a>2</a></r>", LeftOver("a"), "1 -"}});
-  Class mandatory(kAll);
+  CReadingClass mandatory(kAll);
   mandatory.AddPrim<CElementInfoAllPrimMnd>("a");
   const std::string missing = Process("Failed to find the mandatory element [a].");
   ExpectColumns(mandatory, kUnknownElements, {{"<r><x/><a>1</a></r>", missing, missing}});
 }
 
 TEST(IgnoreUnknownElements, SkipsBeforeAndBehindTheChosenElement) {
-  Class tables(kChoice);
+  CReadingClass tables(kChoice);
   tables.AddPrim<CElementInfoChoicePrimOpt>("a").AddPrim<CElementInfoChoicePrimOpt>("b");
   ExpectColumns(tables, kUnknownElements,
                 {{"<r><a>1</a><x/></r>", LeftOver("x"), "1 -"},
                  {"<r><a>1</a><b>2</b></r>", LeftOver("b"), "1 -"},
                  {"<r><x/><y/><b>2</b></r>", LeftOver("x"), "- 2"},
                  {"<r><x/></r>", LeftOver("x"), "- -"}});
-  Class mandatory(kChoice);
+  CReadingClass mandatory(kChoice);
   mandatory.AddTexts<CElementInfoChoicePrimCol>(1, 3);
   ExpectColumns(mandatory, kUnknownElements,
                 {{"<r><x/><c>1</c></r>", kNothingChosen, "[1]"},
@@ -212,9 +212,9 @@ TEST(IgnoreUnknownElements, SkipsBeforeAndBehindTheChosenElement) {
 // --- IgnoreUnknownElements: what stands in front of a member of a sequence
 
 TEST(IgnoreUnknownElements, MandatoryMembersAreLookedFor) {
-  Class item;
+  CReadingClass item;
   item.AddPrim<CElementInfoSeqPrimMnd>("v");
-  Class tables;
+  CReadingClass tables;
   tables.AddPrim<CElementInfoSeqPrimMnd>("a").AddEnum<CElementInfoSeqEnumMnd>("e").AddMandatory(
       "item", kReal, item);
   const char kClean[] = "<r><a>1</a><e>red</e><item><v>2</v></item></r>";
@@ -230,23 +230,23 @@ TEST(IgnoreUnknownElements, MandatoryMembersAreLookedFor) {
 }
 
 TEST(IgnoreUnknownElements, SomeMembersAreNotLookedFor) {
-  Class shape;
+  CReadingClass shape;
   shape.name = "Shape";
   shape.AddPrim<CElementInfoSeqPrimMnd>("v");
-  Class abstract;
+  CReadingClass abstract;
   abstract.AddAbstract("shape");
   const std::string unsuitable =
       "CQzException: Failed to find a suitable substitution element for [shape].\nPath: /r";
   ExpectColumns(abstract, kUnknownElements,
                 {{"<r><shape xsi:type='Shape'><v>1</v></shape></r>", "{1}", "{1}"},
                  {"<r><x/><shape xsi:type='Shape'><v>1</v></shape></r>", unsuitable, unsuitable}});
-  Class open;
+  CReadingClass open;
   open.AddOpen("a");
   const std::string nothingTaken =
       "CQzException: Failed to find the required element from namespace [urn:n].\nPath: /r";
   ExpectColumns(open, kUnknownElements,
                 {{"<r><a/></r>", "a", "a"}, {"<r><x/><a/></r>", nothingTaken, nothingTaken}});
-  Class collection;
+  CReadingClass collection;
   collection.AddTexts<CElementInfoSeqPrimCol>(2, 3);
   ExpectColumns(collection, kUnknownElements,
                 {{"<r><x/><c>1</c><c>2</c></r>", kTooFew, kTooFew},
@@ -256,17 +256,17 @@ TEST(IgnoreUnknownElements, SomeMembersAreNotLookedFor) {
 // What a member of a group does not look for, the walk of the group does, as long as there are
 // children.
 TEST(IgnoreUnknownElements, WalkOfAGroupLooksForEveryMandatoryMember) {
-  Class shape;
+  CReadingClass shape;
   shape.name = "Shape";
   shape.AddPrim<CElementInfoSeqPrimMnd>("v");
-  Group prim, enumeration, real, abstract, open;
+  CReadingGroup prim, enumeration, real, abstract, open;
   prim.AddPrim<CElementInfoSeqPrimMnd>("a");
   enumeration.AddEnum<CElementInfoSeqEnumMnd>("a");
   real.AddMandatory("a", kReal, shape);
   abstract.AddAbstract("a");
   open.AddOpen("a");
   const struct {
-    const Group& group;
+    const CReadingGroup& group;
     const char* element;
     const char* read;
     std::string neverFound;
@@ -278,7 +278,7 @@ TEST(IgnoreUnknownElements, WalkOfAGroupLooksForEveryMandatoryMember) {
       {open, "<a/>", "{a}", Missing("a")},
   };
   for (const auto& c : cases) {
-    Class tables;
+    CReadingClass tables;
     tables.AddOptional<CElementInfoSeqClsOpt>("g", kPseudo, c.group);
     const std::string clean = "<r>" + std::string(c.element) + "</r>";
     const std::string behind = "<r><x/><y/>" + std::string(c.element) + "</r>";
@@ -290,9 +290,9 @@ TEST(IgnoreUnknownElements, WalkOfAGroupLooksForEveryMandatoryMember) {
 }
 
 TEST(IgnoreUnknownElements, MandatoryGroupIsLookedForByItsMembers) {
-  Group group;
+  CReadingGroup group;
   group.AddPrim<CElementInfoSeqPrimMnd>("v");
-  Class requiring, lenient;
+  CReadingClass requiring, lenient;
   requiring.AddMandatory("g", kPseudo, group, true);
   lenient.AddMandatory("g", kPseudo, group, false);
   ExpectColumns(
@@ -306,9 +306,9 @@ TEST(IgnoreUnknownElements, MandatoryGroupIsLookedForByItsMembers) {
 // --- IgnoreMissingMandatoryElements
 
 TEST(IgnoreMissingMandatoryElements, PassesOverPrimitivesEnumerationsAndClasses) {
-  Class item;
+  CReadingClass item;
   item.AddPrim<CElementInfoSeqPrimMnd>("v");
-  Class tables;
+  CReadingClass tables;
   tables.AddPrim<CElementInfoSeqPrimMnd>("a")
       .AddEnum<CElementInfoSeqEnumMnd>("e")
       .AddMandatory("item", kReal, item)
@@ -326,20 +326,20 @@ TEST(IgnoreMissingMandatoryElements, PassesOverPrimitivesEnumerationsAndClasses)
 }
 
 TEST(IgnoreMissingMandatoryElements, DoesNotReachOtherMandatoryThings) {
-  Group group;
+  CReadingGroup group;
   group.AddPrim<CElementInfoSeqPrimMnd>("v");
-  Class abstract, open, requiring, collection;
+  CReadingClass abstract, open, requiring, collection;
   abstract.AddAbstract("shape");
   open.AddOpen("a");
   requiring.AddMandatory("g", kPseudo, group, true);
   collection.AddTexts<CElementInfoSeqPrimCol>(2, 3);
-  Class all(kAll), choice(kChoice);
+  CReadingClass all(kAll), choice(kChoice);
   all.AddPrim<CElementInfoAllPrimMnd>("a");
   choice.AddTexts<CElementInfoChoicePrimCol>(1, 3);
-  Class attribute;
+  CReadingClass attribute;
   attribute.AddAttribute("id", false);
   const struct {
-    const Class& tables;
+    const CReadingClass& tables;
     std::string failure;
   } cases[] = {
       {abstract,
@@ -357,9 +357,9 @@ TEST(IgnoreMissingMandatoryElements, DoesNotReachOtherMandatoryThings) {
 }
 
 TEST(IgnoreMissingMandatoryElements, DoesNotReachTheMembersOfAGroup) {
-  Group group;
+  CReadingGroup group;
   group.AddPrim<CElementInfoSeqPrimMnd>("v").AddPrim<CElementInfoSeqPrimMnd>("w");
-  Class tables;
+  CReadingClass tables;
   tables.AddMandatory("g", kPseudo, group, false);
   ExpectColumns(tables, kMissingMandatory,
                 {{"<r/>", "{-}", "{-}"},
@@ -371,7 +371,7 @@ TEST(IgnoreMissingMandatoryElements, DoesNotReachTheMembersOfAGroup) {
 // --- IgnoreMissingChoice
 
 TEST(IgnoreMissingChoice, AcceptsAChoiceWithNothingChosen) {
-  Class tables(kChoice);
+  CReadingClass tables(kChoice);
   tables.AddTexts<CElementInfoChoicePrimCol>(1, 3);
   ExpectColumns(tables, kMissingChoice,
                 {{"<r><c>1</c></r>", "[1]", "[1]"},
@@ -384,11 +384,11 @@ TEST(IgnoreMissingChoice, AcceptsAChoiceWithNothingChosen) {
 }
 
 TEST(IgnoreMissingChoice, IsNeededForAChildButNotForAGroup) {
-  Class item(kChoice);
+  CReadingClass item(kChoice);
   item.AddTexts<CElementInfoChoicePrimCol>(1, 3);
-  Group group(kChoice);
+  CReadingGroup group(kChoice);
   group.AddTexts<CElementInfoChoicePrimCol>(1, 3);
-  Class child, pseudo, requiring;
+  CReadingClass child, pseudo, requiring;
   child.AddMandatory("item", kReal, item);
   pseudo.AddMandatory("g", kPseudo, group, false);
   requiring.AddMandatory("g", kPseudo, group, true);
@@ -404,9 +404,9 @@ TEST(IgnoreMissingChoice, IsNeededForAChildButNotForAGroup) {
 }
 
 TEST(IgnoreMissingChoice, IsNotNeededWhereAMemberMayBeEmpty) {
-  Class inner(kChoice);
+  CReadingClass inner(kChoice);
   inner.AddTexts<CElementInfoChoicePrimCol>(1, 3);
-  Class collection(kChoice), optional(kChoice);
+  CReadingClass collection(kChoice), optional(kChoice);
   collection.AddTexts<CElementInfoChoicePrimCol>(0, 3);
   optional.AddOptional<CElementInfoChoiceClsOpt>("item", kReal, inner);
   ExpectColumns(collection, kMissingChoice, {{"<r/>", "[]", "[]"}});
@@ -417,10 +417,10 @@ TEST(IgnoreMissingChoice, IsNotNeededWhereAMemberMayBeEmpty) {
 // --- IgnoreInvalidCollectionCounts
 
 TEST(IgnoreInvalidCollectionCounts, AcceptsEveryCount) {
-  Class sequence, choice(kChoice);
+  CReadingClass sequence, choice(kChoice);
   sequence.AddTexts<CElementInfoSeqPrimCol>(2, 3);
   choice.AddTexts<CElementInfoChoicePrimCol>(2, 3);
-  for (const Class* tables : {&sequence, &choice}) {
+  for (const CReadingClass* tables : {&sequence, &choice}) {
     ExpectColumns(*tables, kCollectionCounts,
                   {{"<r><c>1</c><c>2</c></r>", "[12]", "[12]"},
                    {"<r><c>1</c></r>", kTooFew, "[1]"},
@@ -431,9 +431,9 @@ TEST(IgnoreInvalidCollectionCounts, AcceptsEveryCount) {
 }
 
 TEST(IgnoreInvalidCollectionCounts, WrongCountInAGroupGivesTheElementsBack) {
-  Group group;
+  CReadingGroup group;
   group.AddTexts<CElementInfoSeqPrimCol>(2, 3);
-  Class tables;
+  CReadingClass tables;
   tables.AddOptional<CElementInfoSeqClsOpt>("g", kPseudo, group);
   ExpectColumns(tables, kCollectionCounts,
                 {{"<r><c>1</c><c>2</c></r>", "{[12]}", "{[12]}"},
@@ -442,7 +442,7 @@ TEST(IgnoreInvalidCollectionCounts, WrongCountInAGroupGivesTheElementsBack) {
 }
 
 TEST(IgnoreInvalidCollectionCounts, DoesNotMakeACollectionReadableInAnAll) {
-  Class tables(kAll);
+  CReadingClass tables(kAll);
   tables.AddTexts<CElementInfoAllPrimCol>(0, 3);
   const std::string never = Process("Not implemented, should never be called");
   ExpectColumns(tables, kCollectionCounts,
@@ -452,7 +452,7 @@ TEST(IgnoreInvalidCollectionCounts, DoesNotMakeACollectionReadableInAnAll) {
 // --- IgnoreNamespaces
 
 TEST(IgnoreNamespaces, ElementsMatchByLocalNameInEveryModelGroup) {
-  Class sequence, all(kAll), choice(kChoice), inO;
+  CReadingClass sequence, all(kAll), choice(kChoice), inO;
   sequence.AddPrim<CElementInfoSeqPrimMnd>("a");
   all.AddPrim<CElementInfoAllPrimOpt>("a");
   choice.AddPrim<CElementInfoChoicePrimOpt>("a");
@@ -465,9 +465,9 @@ TEST(IgnoreNamespaces, ElementsMatchByLocalNameInEveryModelGroup) {
 }
 
 TEST(IgnoreNamespaces, ReachesCollectionsAndChildren) {
-  Class item;
+  CReadingClass item;
   item.AddPrim<CElementInfoSeqPrimMnd>("v");
-  Class tables;
+  CReadingClass tables;
   tables.AddMandatory("item", kReal, item).AddTexts<CElementInfoSeqPrimCol>(0, -1);
   ExpectColumns(tables, kNamespaces,
                 {{"<r><o:item><o:v>1</o:v></o:item></r>", Missing("item"), "{1} []"},
@@ -475,7 +475,7 @@ TEST(IgnoreNamespaces, ReachesCollectionsAndChildren) {
 }
 
 TEST(IgnoreNamespaces, AttributesOfEnumerationsMatchByLocalNameButNotThoseOfPrimitives) {
-  Class tables;
+  CReadingClass tables;
   tables.AddEnumAttribute("e").AddAttribute("id");
   ExpectColumns(tables, kNamespaces,
                 {{"<r e='red' id='1'/>", "0 1", "0 1"},
@@ -484,7 +484,7 @@ TEST(IgnoreNamespaces, AttributesOfEnumerationsMatchByLocalNameButNotThoseOfPrim
 }
 
 TEST(IgnoreNamespaces, IsSetByADocumentWithoutNamespaces) {
-  Class tables;
+  CReadingClass tables;
   tables.failIfAttributeUnknown = false;  // the declarations are attributes now
   tables.AddPrim<CElementInfoSeqPrimMnd>("a", "urn:o");
   const CSerializationContext context =

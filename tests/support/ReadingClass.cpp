@@ -34,7 +34,7 @@ std::string Describe(const QzVariant& value) {
 
 }  // namespace
 
-std::string Read(const Class& tables, const std::string& document,
+std::string Read(const CReadingClass& tables, const std::string& document,
                  const CSerializationContext& context) {
   return Outcome([&] {
     CSmartPtr<CTableObject> object(new CTableObject(tables));
@@ -49,11 +49,11 @@ std::string Read(const Class& tables, const std::string& document,
   });
 }
 
-std::string Read(const Class& tables, const std::string& document, Flag flag) {
+std::string Read(const CReadingClass& tables, const std::string& document, Flag flag) {
   return Read(tables, document, Flagged(flag));
 }
 
-void ExpectColumns(const Class& tables, Flag flag, std::initializer_list<Column> columns) {
+void ExpectColumns(const CReadingClass& tables, Flag flag, std::initializer_list<Column> columns) {
   for (const Column& c : columns) {
     EXPECT_EQ(c.clear, Read(tables, c.document)) << c.document << " with no flag";
     EXPECT_EQ(c.set, Read(tables, c.document, flag)) << c.document << " with " << NameOf(flag);

@@ -11,60 +11,60 @@
 // Classes put together member by member, and what comes of reading a document into one of their
 // objects, in one line.
 //
-//   Class tables;
+//   CReadingClass tables;
 //   tables.AddPrim<CElementInfoSeqPrimMnd>("a").AddEnum<CElementInfoSeqEnumOpt>("e");
 //   EXPECT_EQ("1 -", Read(tables, "<r><a>1</a></r>"));
 namespace qztest {
 
 // A class whose members are put in by kind and name, one property for each.
-class Class : public CTables {
+class CReadingClass : public CTables {
  public:
   using CTables::CTables;
   std::size_t propertyCount() const { return m_count; }
 
   template <typename Member>
-  Class& AddPrim(const char* member, const char* memberUri = "") {
+  CReadingClass& AddPrim(const char* member, const char* memberUri = "") {
     PrimOptions options;
     options.uri = memberUri;
     return Put(Prim<Member>(member, Next(), options), Unset::Value);
   }
   template <typename Member>
-  Class& AddEnum(const char* member) {
+  CReadingClass& AddEnum(const char* member) {
     return Put(Enum<Member>(member, Next()), Unset::Value);
   }
   template <typename Member>
-  Class& AddTexts(int minOccurs, int maxOccurs) {
+  CReadingClass& AddTexts(int minOccurs, int maxOccurs) {
     return Put(new Member("c", "", Next()), Unset::Collection([=]() -> CXmlCollectionBase* {
                  return new CTextCol("c", "", minOccurs, maxOccurs);
                }));
   }
   template <typename Member>
-  Class& AddOptional(const char* member, XmlElementType type, const CTables& of) {
+  CReadingClass& AddOptional(const char* member, XmlElementType type, const CTables& of) {
     return Put(new Member(member, "", Next(), type, &MakeTableObject, of.id()), Unset::Object);
   }
-  Class& AddMandatory(const char* member, XmlElementType type, const CTables& of,
-                      bool requiresContent = false) {
+  CReadingClass& AddMandatory(const char* member, XmlElementType type, const CTables& of,
+                              bool requiresContent = false) {
     return Put(new QzXmlLib16Data::CElementInfoSeqClsMnd(member, "", Next(), type, &MakeTableObject,
                                                          of.id(), requiresContent),
                Unset::Held([&of, member] { return new CTableObject(of, member); }));
   }
-  Class& AddAbstract(const char* member) {
+  CReadingClass& AddAbstract(const char* member) {
     return Put(new QzXmlLib16Data::CElementInfoSeqAbsClsMnd(member, "", Next(), kReal,
                                                             &MakeTableObjectByType),
                Unset::Object);
   }
-  Class& AddOpen(const char* member) {
+  CReadingClass& AddOpen(const char* member) {
     return Put(new QzXmlLib16Data::CElementInfoSeqUntpdMnd(member, "urn:n", Next(), "##any", ""),
                Unset::Held([] { return new QzXmlLib16::CElement("(none)"); }));
   }
-  Class& AddAttribute(const char* member, bool optional = true) {
+  CReadingClass& AddAttribute(const char* member, bool optional = true) {
     return Put(new QzXmlLib16Data::CAttributeInfoPrimitive(
                    member, "", Next(), optional, QzXmlLib16::ItemType_string, nullptr,
                    QzXmlLib16::CWhitespaceUtils::WhitespaceRule_None,
                    QzXmlLib16::CPrimitiveRestrictions(), nullptr),
                Unset::Value);
   }
-  Class& AddEnumAttribute(const char* member) {
+  CReadingClass& AddEnumAttribute(const char* member) {
     return Put(new QzXmlLib16Data::CAttributeInfoEnum(member, "", Next(), true, &ColourToString,
                                                       &StringToColour, nullptr),
                Unset::Value);
@@ -73,7 +73,7 @@ class Class : public CTables {
  private:
   int Next() const { return static_cast<int>(m_count); }
   template <typename Info>
-  Class& Put(Info* info, Unset::Make unset) {
+  CReadingClass& Put(Info* info, Unset::Make unset) {
     Add(info, unset);
     ++m_count;
     return *this;
@@ -83,10 +83,10 @@ class Class : public CTables {
 };
 
 // A class without a tag; attributes of the element around it are not its business.
-class Group : public Class {
+class CReadingGroup : public CReadingClass {
  public:
-  explicit Group(XmlElementGroupType group = QzXmlLib16Data::XmlElementGroupType_Sequence)
-      : Class(group, kPseudo) {
+  explicit CReadingGroup(XmlElementGroupType group = QzXmlLib16Data::XmlElementGroupType_Sequence)
+      : CReadingClass(group, kPseudo) {
     failIfAttributeUnknown = false;
   }
 };
@@ -95,9 +95,9 @@ class Group : public Class {
 // "urn:o". Its properties in their order: a text, "-" while unset, a class by its first property in
 // braces, "(null)", open content by its name, a collection of texts by its items in brackets. Or
 // the failure as Outcome gives it.
-std::string Read(const Class& tables, const std::string& document,
+std::string Read(const CReadingClass& tables, const std::string& document,
                  const CSerializationContext& context);
-std::string Read(const Class& tables, const std::string& document, Flag flag = kNoFlag);
+std::string Read(const CReadingClass& tables, const std::string& document, Flag flag = kNoFlag);
 
 // A document, and what comes of it with a flag clear and set.
 struct Column {
@@ -105,6 +105,6 @@ struct Column {
   std::string clear;
   std::string set;
 };
-void ExpectColumns(const Class& tables, Flag flag, std::initializer_list<Column> columns);
+void ExpectColumns(const CReadingClass& tables, Flag flag, std::initializer_list<Column> columns);
 
 }  // namespace qztest
