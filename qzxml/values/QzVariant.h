@@ -34,8 +34,8 @@ void AppendText(const QzVariant& value, std::string_view format, std::string& ou
 //   text = value.ToString("%.2f");  // "0.50"
 //
 // It is invalid (kind 0, not nil), holds a value (kind 1 to 28, not nil), or is nil, where the kind
-// tells what it is nil of. Text and binary data are owned, objects are held by one reference.
-// A plain value: copy it freely; one thread at a time.
+// tells what it is nil of. Text and binary data are owned (but see LendString), objects are held by
+// one reference. A plain value: copy it freely; one thread at a time.
 struct QZXML_API QzVariant {
  public:
   QzVariant() noexcept : m_isNil(false), m_isLent(false), m_type(ItemType_None), m_value() {}

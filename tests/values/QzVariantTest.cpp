@@ -342,6 +342,20 @@ TEST(QzVariant, ACopyOfNilIsNilOfTheSameKind) {
   }
 }
 
+TEST(QzVariant, ACopyOfNilOfNoKindIsTheSame) {
+  QzVariant source;
+  source.SetNil();
+  QzVariant target;
+  target.SetString("text");
+  target = source;
+  for (const QzVariant& copy : {target, QzVariant(source)}) {
+    EXPECT_TRUE(copy.IsNil());
+    EXPECT_EQ(0, copy.GetTypeAsEnum());
+  }
+  target.SetI4(5);
+  EXPECT_TRUE(target.IsNil());
+}
+
 TEST(QzVariant, AssigningAnInvalidVariantEmptiesTheTarget) {
   QzVariant target;
   target.SetString("text");
@@ -393,8 +407,10 @@ TEST(QzVariant, AssigningAnUnknownKindThrowsAndLeavesTheKindBehind) {
   QzVariantTestAccess::SetType(source, 29);
   QzVariant target;
   target.SetString("before");
+  target.SetNil();
   EXPECT_QZ_THROW(CQzException, "Unknown Type", target = source);
   EXPECT_EQ(29, target.GetTypeAsEnum());
+  EXPECT_FALSE(target.IsNil());
   target.SetString("after");
   EXPECT_EQ("after", target.GetString());
   EXPECT_QZ_THROW(CQzException, "Unknown Type", QzVariant copy(source));
