@@ -330,6 +330,48 @@ TEST(Element, WritesNothingOfTheContextThatBelongsToARoot) {
 
 // Content of an object
 
+// An element that notes what it is written with.
+class CSeeing : public CElement {
+ public:
+  using CElement::CElement;
+  mutable std::string seen;
+
+ protected:
+  void ToXml_Int(CXmlWriter* writer, bool root, const char*, const CSerializationContext& context,
+                 bool) const override {
+    seen = (root ? "root " : "") + context.GetDefaultNamespaceURI();
+    writer->WriteStartElement(GetName(), "");
+    writer->WriteEndElement();
+  }
+};
+
+TEST(Element, WritesAnObjectAndTheChildrenOfAFragmentWithTheDefaultNamespace) {
+  const CSmartPtr<CSeeing> seeing(new CSeeing("s"));
+  const CSmartPtr<CElement> fragment(new CElement(seeing, "urn:d"));
+  EXPECT_EQ("root urn:d", seeing->seen);
+  CSerializationContext context;
+  context.SetDefaultNamespaceURI("urn:e");
+  fragment->GetChildElements()->Add(seeing);
+  EXPECT_EQ("<s xmlns=\"urn:d\"><s/></s>", fragment->ToXml(false, false, EOLType_LF, context));
+  EXPECT_EQ("urn:d", seeing->seen);
+  const CSmartPtr<CElement> plain(new CElement(seeing, nullptr));
+  EXPECT_EQ("root ", seeing->seen);
+  plain->GetChildElements()->Add(seeing);
+  EXPECT_EQ("<s><s/></s>", plain->ToXml(false, false, EOLType_LF, context));
+  EXPECT_EQ("urn:e", seeing->seen);
+}
+
+TEST(Element, MakesTheContentOfAnObjectByItsNamesAlone) {
+  const CSmartPtr<CElement> element(
+      new CElement(Read("<a xmlns='urn:a'><b><c/></b></a>"), nullptr));
+  const CSmartPtr<CElement> b = element->GetChildElements()->Item(0);
+  EXPECT_EQ("urn:a", b->GetNamespace());
+  EXPECT_EQ("##any", b->GetChildElements()->Add("n")->GetNamespace());
+  EXPECT_EQ("", b->GetAttributes()->Add("k")->GetNamespace());
+  const CSmartPtr<CElement> c = b->GetChildElements()->Item(0);
+  EXPECT_EQ("##any", c->GetChildElements()->Add("n")->GetNamespace());
+}
+
 TEST(Element, TakesTheContentOfAnObject) {
   const CSmartPtr<CElement> source = Read("<p:a xmlns:p='urn:p' k='v'><b/>t</p:a>");
   const CSmartPtr<CElement> element(new CElement(source, nullptr));

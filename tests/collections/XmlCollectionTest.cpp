@@ -457,6 +457,28 @@ TEST(XmlCollection, OutlivesItsLastHandleWhileItTellsAListener) {
             listener.own);
 }
 
+TEST(XmlCollection, OutlivesItsLastHandleWhileItRemovesAndClears) {
+  const struct {
+    void (*change)(CThings& things);
+    Log log;
+  } cases[] = {
+      {[](CThings& things) { things.Remove(1); },
+       {"remove 2", "removed 1", "change 1", "remove 1", "removed 0", "change 0"}},
+      {[](CThings& things) { things.Clear(); },
+       {"remove 2", "removed 1", "change 1", "remove 1", "removed 0", "change 0"}},
+  };
+  for (const auto& c : cases) {
+    CSmartPtr<CThings> handle(new CThings);
+    CThings& things = *handle;
+    CListener listener;
+    listener.onEvent = [&](IEventSink::MsgType) { handle = nullptr; };
+    Filled(things, "ab").AddEventListener(&listener);
+    c.change(things);
+    EXPECT_TRUE(handle == nullptr);
+    EXPECT_EQ(c.log, listener.own);
+  }
+}
+
 TEST(XmlCollection, IsEmptyForAnItemThatGoesWithIt) {
   int count = -1;
   {

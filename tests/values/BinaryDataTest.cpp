@@ -212,6 +212,18 @@ TEST(BinaryData, SmallAppendsDoNotMoveAStoreThatWasCopied) {
   EXPECT_EQ(expected + "!", Text(data));
 }
 
+TEST(BinaryData, AStoreThatWasCopiedHasRoomForAsManyBytesAgain) {
+  CBinaryData data = Bytes(std::string(5000, 'x'));
+  const unsigned char* const store = data.GetData();
+  data.Append(std::string(5000, 'y'));
+  EXPECT_EQ(store, data.GetData());
+  const CBinaryData shared(data);
+  data[0] = 'z';  // a copy of 10000 bytes
+  const unsigned char* const copy = data.GetData();
+  data.Append(std::string(10000, 'y'));
+  EXPECT_EQ(copy, data.GetData());
+}
+
 TEST(BinaryData, AStoreGrowsToTwiceWhatItHolds) {
   CBinaryData data(new unsigned char[3]{'a', 'b', 'c'}, 3, true);
   data.Append('d');  // room for 8 from here on
