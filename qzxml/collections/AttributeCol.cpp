@@ -95,7 +95,7 @@ CSmartPtr<CAttribute> CAttributeCol::AddFromDocument(const CXmlAttribute& attrib
 
 CSmartPtr<CAttribute> CAttributeCol::AppendRead(const CXmlAttribute& attribute) {
   const CSmartPtr<CAttribute> added(
-      new CAttribute(attribute.GetLocalName(), attribute.GetValue(),
+      new CAttribute(attribute.GetLocalName(), std::string(attribute.GetValueView()),
                      detail::CSharedText::Like(Namespace(), attribute.GetNamespaceURI()), true));
   AppendItem(added);
   return added;
@@ -129,7 +129,7 @@ void CAttributeCol::ToXml_Int(CXmlWriter* writer, bool, const char* namespaceUri
 CXmlElement* CAttributeCol::FromXml_Int(CXmlElement* element, CXmlElement* cursor,
                                         const CSerializationContext&, bool) {
   if (element == nullptr) return cursor;
-  for (const CXmlAttribute* attribute : element->GetAttributes()) {
+  for (const CXmlAttribute* attribute : element->GetAttributeRange()) {
     if (!IsAllowed(attribute->GetNamespaceURI())) {
       throw CQzInvalidNamespaceException(
           FormatString("Invalid Attribute [%s]. The attributes namespace is Inappropriate.",

@@ -319,7 +319,7 @@ CXmlElement* CElement::FromXml_Int(CXmlElement*, CXmlElement* cursor,
         FormatString("Invalid Element [%s] found.", left->GetLocalName().c_str()),
         left->GetXPath());
   }
-  m_strText = cursor->GetText();
+  m_strText = cursor->GetTextView();
   m_strName = cursor->GetLocalName();
   m_strNamespace = detail::CSharedText::Like(m_strNamespace, cursor->GetNamespaceURI());
   return next;
@@ -329,10 +329,10 @@ void CElement::CopyXmlElement(const CXmlElement* element) {
   if (element == nullptr) return;
   m_strName = element->GetLocalName();
   m_strNamespace = detail::CSharedText::Like(m_strNamespace, element->GetNamespaceURI());
-  m_strText = element->GetText();
+  m_strText = element->GetTextView();
   m_attributes->Clear();
   m_children->Clear();
-  for (const CXmlAttribute* attribute : element->GetAttributes()) {
+  for (const CXmlAttribute* attribute : element->GetAttributeRange()) {
     m_attributes->AppendRead(*attribute);
     if (attribute->GetLocalName() == "xmlns") {
       m_strDefaultNamespace = detail::CSharedText(attribute->GetValue());

@@ -47,9 +47,9 @@ CSmartPtr<CElement> CElementReader::ReadOne(const CXmlElement* source) {
   const CSmartPtr<CElement> element(
       new CElement(m_copying ? CSharedText() : m_namespace, CSharedText::Any(), m_targetNamespace));
   element->m_strName = source->GetLocalName();
-  element->m_strText = source->GetText();
+  element->m_strText = source->GetTextView();
   element->m_strNamespace = m_namespace;
-  for (const CXmlAttribute* attribute : source->GetAttributes()) {
+  for (const CXmlAttribute* attribute : source->GetAttributeRange()) {
     element->m_attributes->AppendRead(*attribute);
     if (m_copying && attribute->GetLocalName() == "xmlns") {
       element->m_strDefaultNamespace = CSharedText(attribute->GetValue());

@@ -127,7 +127,7 @@ bool CAttributeInfoPrimitive::AttributeFromXml(const CSerializationContext&,
                                                CXmlAttribute* attribute) {
   if (!HasName(*attribute) || !HasNamespace(*attribute)) return false;
   QzVariant value;
-  value.FromString(attribute->GetValue(), m_itemType, m_whitespaceRule);
+  value.FromString(std::string(attribute->GetValueView()), m_itemType, m_whitespaceRule);
   InvokePropertySet(object, value, *attribute);
   return true;
 }

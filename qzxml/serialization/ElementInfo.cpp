@@ -195,7 +195,7 @@ void CElementInfo::ElementFromXmlPrim(const CSerializationContext& context,
                                       CXmlGeneratedClass* object, CXmlElement** cursor) {
   CXmlElement& element = **cursor;
   if (!CElementInfoValues::IsNil(*this, context, element)) {
-    const std::string& text = element.GetText();
+    const std::string text(element.GetTextView());
     QzVariant value;
     value.FromString(text.empty() ? m_strDefaultValue : text, m_itemType, m_whitespaceRule);
     InvokePropertySet(object, value, element);
@@ -207,7 +207,7 @@ void CElementInfo::ElementFromXmlEnum(const CSerializationContext& context,
                                       CXmlGeneratedClass* object, CXmlElement** cursor) {
   CXmlElement& element = **cursor;
   if (!CElementInfoValues::IsNil(*this, context, element)) {
-    const std::string& text = element.GetText();
+    const std::string text(element.GetTextView());
     QzVariant value;
     value.SetI4(m_stringToEnum((text.empty() ? m_strDefaultValue : text).c_str()));
     InvokePropertySet(object, value, element);

@@ -122,7 +122,7 @@ void CElementInfoValues::CollectionAttributesToXml(const CElementInfo& info,
 bool CElementInfoValues::IsNil(const CElementInfo& info, const CSerializationContext& context,
                                const CXmlElement& element) {
   bool isNil = false;
-  for (const CXmlAttribute* attribute : element.GetAttributes()) {
+  for (const CXmlAttribute* attribute : element.GetAttributeRange()) {
     if (attribute->IsNilAttribute()) {
       const NilValue nil = ReadNil(*attribute);
       isNil = nil != NilValue_False;

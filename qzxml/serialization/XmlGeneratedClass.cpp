@@ -411,7 +411,7 @@ void CXmlGeneratedClass::ProcessAttributesFromXml(const CSerializationContext& c
                                                   CXmlElement* parent, bool failIfUnknown) {
   CAttributeInfo** const table = GetClassAttributeInfo();
   FoundFlags found(Count(table));
-  for (CXmlAttribute* attribute : parent->GetAttributes()) {
+  for (CXmlAttribute* attribute : parent->GetAttributeRange()) {
     if (attribute->IsNamespaceAttribute()) continue;
     if (attribute->IsNilAttribute()) {
       NilFromXml(*attribute, *parent);
@@ -529,9 +529,9 @@ void CXmlGeneratedClass::TextFromXml(const CXmlElement& parent) {
   if (!info.HasText()) return;
   QzVariant value;
   if (info.m_bPrimitiveAsText) {
-    value.SetString(parent.GetText());
+    value.SetString(std::string(parent.GetTextView()));
   } else {
-    value.FromString(parent.GetText(), info.m_primitiveDataType,
+    value.FromString(std::string(parent.GetTextView()), info.m_primitiveDataType,
                      CWhitespaceUtils::WhitespaceRule_None);
   }
   AccessProperty(info.m_lPrimitiveValuePropertyIndex, false, value);
