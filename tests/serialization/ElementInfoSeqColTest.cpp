@@ -48,6 +48,18 @@ CTextCol& TextsIn(CTrial& trial) {
   return static_cast<CTextCol&>(*collection);
 }
 
+// Texts that note which of their counts was asked for.
+class CAskedCol : public CTextCol {
+ public:
+  CAskedCol() : CTextCol("a", "", 0, -1) {}
+  mutable std::string asked;
+  void ValidateCount(const CSerializationContext&) const override { asked += "validate "; }
+  bool IsValidCount(const CSerializationContext&) const override {
+    asked += "valid? ";
+    return false;
+  }
+};
+
 // Open elements, for a member of that name.
 Unset::Make Elements(int minOccurs, int maxOccurs) {
   return Unset::Collection([=]() -> CXmlCollectionBase* {
@@ -143,6 +155,28 @@ TEST(ElementInfoSeqCol, ItemsOfAClassAreReadAndWritten) {
   }
 }
 
+TEST(ElementInfoSeqCol, VerdictIsThatOfTheCollection) {
+  for (const Kind& kind : kKinds) {
+    const CSmartPtr<CAskedCol> collection(new CAskedCol());
+    const auto held = Unset::Collection([&]() -> CXmlCollectionBase* { return collection; });
+    const struct {
+      XmlElementType parent;
+      Flag flag;
+      const char* outcome;
+      const char* asked;
+    } cases[] = {{kReal, kNoFlag, "true, at end, <r/>", "validate "},
+                 {kReal, kCollectionCounts, "true, at end, <r/>", "validate "},
+                 {kPseudo, kNoFlag, "false, at end, <r/>", "valid? "},
+                 {kPseudo, kCollectionCounts, "false, at end, <r/>", "valid? "}};
+    for (const auto& c : cases) {
+      collection->asked.clear();
+      CTrial trial(kind.make(""), held);
+      EXPECT_EQ(c.outcome, trial.Take("", c.parent, Flagged(c.flag)));
+      EXPECT_EQ(c.asked, collection->asked) << kind.name << " with " << NameOf(c.flag);
+    }
+  }
+}
+
 // --- Reading open content
 
 TEST(ElementInfoSeqUntpdCol, NameAnyElementTakesElementsOfEveryName) {
@@ -209,6 +243,18 @@ TEST(ElementInfoSeqCol, CountIsCheckedBeforeAnythingIsWritten) {
                          trial.GiveOrThrow());
     TextsIn(trial).texts = {"1", "2", "3"};
     EXPECT_EQ("true, <r><a>1</a><a>2</a><a>3</a></r>", trial.Give());
+  }
+}
+
+TEST(ElementInfoSeqCol, CountIsNotAskedForOnWritingWhereItIsNotMinded) {
+  for (const Kind& kind : kKinds) {
+    const CSmartPtr<CAskedCol> collection(new CAskedCol());
+    CTrial trial(kind.make(""),
+                 Unset::Collection([&]() -> CXmlCollectionBase* { return collection; }));
+    EXPECT_EQ("false, <r/>", trial.Give(Flagged(kCollectionCounts)));
+    EXPECT_EQ("", collection->asked);
+    EXPECT_EQ("false, <r/>", trial.Give());
+    EXPECT_EQ("validate ", collection->asked);
   }
 }
 
