@@ -233,6 +233,8 @@ void CExpatReader::EndElement() {
 void CExpatReader::CharacterData(const char* utf8, std::size_t length) {
   if (!m_isLocalUtf8) {
     GatherConverted(utf8, length);
+  } else if (m_hasDoctype) {
+    GatherExcludingCR(std::string_view(utf8, length));  // an entity's text may hold some anywhere
   } else if (length != 1 || *utf8 != '\r') {
     // A carriage return comes from a character reference only, and that is a piece of its own.
     Gather(std::string_view(utf8, length));
@@ -243,7 +245,10 @@ void CExpatReader::GatherConverted(const char* utf8, std::size_t length) {
   const std::string local = Utf8ToLocal(utf8, static_cast<std::uint32_t>(length), m_wideScratch,
                                         sizeof m_wideScratch / sizeof *m_wideScratch, m_byteScratch,
                                         sizeof m_byteScratch);
-  std::string_view left(local.c_str());
+  GatherExcludingCR(local.c_str());
+}
+
+void CExpatReader::GatherExcludingCR(std::string_view left) {
   while (!left.empty()) {
     const std::string_view run = left.substr(0, left.find('\r'));
     Gather(run);

@@ -55,6 +55,7 @@ class QZXML_API CExpatReader : public CInstanceMonitor {
   void CharacterData(const char* utf8, std::size_t length);
   void AddAttributes(CXmlElement* element, const char** attributes, bool isFromEntity);
   void GatherConverted(const char* utf8, std::size_t length);
+  void GatherExcludingCR(std::string_view left);
   void Gather(std::string_view text);
   void MakeRoom(std::size_t length);
   void FlushText();
