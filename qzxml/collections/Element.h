@@ -31,7 +31,8 @@ class CElementReader;
 // let every namespace pass.
 // The element holds its collections, which are always there; both and every item can be held longer
 // by others. Cannot be copied; see Clone. Belongs to one thread. Trees of any depth are written,
-// cloned and destroyed without recursion.
+// cloned and destroyed without recursion, but for fragments inside fragments (see ToXml_Int) and
+// elements of derived classes, which are written one stack frame deeper each.
 class QZXML_API CElement : public CXmlObjectBase, private CInstanceMonitor {
  public:
   // --- Making. Throw CQzInvalidNamespaceException "Element Name must have a value", "Namespace
