@@ -10,6 +10,7 @@
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/runtime/Utf.h"
 #include "qzxml/values/BinaryData.h"
+#include "qzxml/values/Messages.h"
 
 namespace QzXmlLib16 {
 
@@ -39,7 +40,7 @@ void UpdateLocalIsUtf8() {
 
 void CheckLength(std::size_t length) {
   if (length > std::numeric_limits<std::uint32_t>::max()) {
-    throw CQzException("Binary data can not hold more than 4294967295 bytes");
+    throw CQzException(Messages::kBinaryDataTooLong);
   }
 }
 

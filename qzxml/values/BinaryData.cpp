@@ -9,6 +9,7 @@
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/values/Base64.h"
 #include "qzxml/values/BinaryDataBuffer.h"
+#include "qzxml/values/Messages.h"
 
 namespace QzXmlLib16 {
 
@@ -23,7 +24,7 @@ const unsigned char* BytesOf(const char* text) {
 std::uint32_t LengthOf(const char* text) {
   const std::size_t length = text == nullptr ? 0 : std::strlen(text);
   if (length > std::numeric_limits<std::uint32_t>::max()) {
-    throw CQzException("Binary data can not hold more than 4294967295 bytes");
+    throw CQzException(Messages::kBinaryDataTooLong);
   }
   return static_cast<std::uint32_t>(length);
 }

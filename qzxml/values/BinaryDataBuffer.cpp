@@ -7,6 +7,7 @@
 
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/QzException.h"
+#include "qzxml/values/Messages.h"
 
 namespace QzXmlLib16 {
 
@@ -62,7 +63,7 @@ void CBinaryDataBuffer::Append(const unsigned char* data, std::uint32_t length) 
   if (refCount > 1) throw CQzException(FormatString("Failed to append. [RefCount=%d]", refCount));
   const std::uint64_t newLength = std::uint64_t{m_dwLen} + length;
   if (newLength > kMaxLength) {
-    throw CQzException("Binary data can not hold more than 4294967295 bytes");
+    throw CQzException(Messages::kBinaryDataTooLong);
   }
   if (!AppendInPlace(data, length)) Grow(static_cast<std::uint32_t>(newLength), data, length);
 }

@@ -15,5 +15,8 @@ inline constexpr char kTooLarge[] = "The value [%s] is to large to fit in a %s";
 // CQzException, with the number of the kind that the variant holds.
 inline constexpr char kInvalidTypeToConvert[] = "Invalid Type %d to convert to string";
 
+// CQzException.
+inline constexpr char kBinaryDataTooLong[] = "Binary data can not hold more than 4294967295 bytes";
+
 }  // namespace Messages
 }  // namespace QzXmlLib16
