@@ -108,7 +108,8 @@ CAttributeInfoPrimitive::CAttributeInfoPrimitive(
       m_restrictions(restrictions),
       m_itemType(itemType),
       m_strFormatOverride(TextOrEmpty(formatOverride)),
-      m_whitespaceRule(whitespaceRule) {}
+      m_whitespaceRule(whitespaceRule),
+      m_bPassesItsKind(PassesEveryValue(itemType, restrictions)) {}
 
 void CAttributeInfoPrimitive::AttributeToXml(const CSerializationContext& context,
                                              const CXmlGeneratedClass* object,
@@ -127,7 +128,7 @@ bool CAttributeInfoPrimitive::AttributeFromXml(const CSerializationContext&,
                                                CXmlAttribute* attribute) {
   if (!HasName(*attribute) || !HasNamespace(*attribute)) return false;
   QzVariant value;
-  value.FromString(std::string(attribute->GetValueView()), m_itemType, m_whitespaceRule);
+  ReadValue(value, attribute->GetValueView(), m_itemType, m_whitespaceRule);
   InvokePropertySet(object, value, *attribute);
   return true;
 }
@@ -139,6 +140,7 @@ void CAttributeInfoPrimitive::Validate(const CSerializationContext&, bool found)
 void CAttributeInfoPrimitive::CheckRestriction(QzVariant value) const { CheckFacets(value); }
 
 void CAttributeInfoPrimitive::CheckFacets(const QzVariant& value) const {
+  if (m_bPassesItsKind && value.GetTypeAsEnum() == m_itemType) return;
   CheckPrimitiveRestriction(m_strAttributeName.c_str(), value, m_itemType, m_restrictions);
 }
 
@@ -170,7 +172,7 @@ bool CAttributeInfoEnum::AttributeFromXml(const CSerializationContext& context,
                                           CXmlGeneratedClass* object, CXmlAttribute* attribute) {
   if (!IsThisAttribute(context, attribute)) return false;
   QzVariant value;
-  value.SetI4(m_stringToEnum(attribute->GetValue().c_str()));
+  value.SetI4(m_stringToEnum(std::string(attribute->GetValueView()).c_str()));
   InvokePropertySet(object, value, *attribute);
   return true;
 }

@@ -126,6 +126,7 @@ class QZXML_API CAttributeInfoPrimitive : public CAttributeInfo {
   ItemType m_itemType;
   std::string m_strFormatOverride;
   CWhitespaceUtils::WhitespaceRule m_whitespaceRule;
+  bool m_bPassesItsKind;  // no value of the item type breaks the restrictions
 };
 
 // A generated enumeration; its property is a 32-bit integer in the variant.

@@ -29,7 +29,8 @@ CElementInfo::CElementInfo(const char* elementName, const char* elementNamespace
       m_bNillable(false),
       m_enumToString(nullptr),
       m_stringToEnum(nullptr),
-      m_bHasPrimitiveRestrictions(false) {}
+      m_bHasPrimitiveRestrictions(false),
+      m_bPassesItsKind(false) {}
 
 CElementInfo::CElementInfo(const char* elementName, const char* elementNamespace,
                            std::int32_t propertyIndex, bool nillable, EnumToString enumToString,
@@ -54,6 +55,7 @@ CElementInfo::CElementInfo(const char* elementName, const char* elementNamespace
   m_restrictions = restrictions;
   m_strDefaultValue = TextOrEmpty(defaultValue);
   m_bHasPrimitiveRestrictions = true;
+  m_bPassesItsKind = PassesEveryValue(itemType, restrictions);
 }
 
 CElementInfo::~CElementInfo() = default;
@@ -172,7 +174,9 @@ bool CElementInfo::ElementToXmlPrim(const CSerializationContext&, const CXmlGene
   if (!value.IsValid()) return false;
   const std::string& text = TextOf(value, m_strFormatOverride, writer->GetScratch().text);
   const bool isDefault = CElementInfoValues::IsDefault(*this, text);
-  if (!isDefault) CheckRestriction(value);  // meant: a default is written even if it breaks a facet
+  // Meant: a default is written even if it breaks a facet.
+  const bool passes = isDefault || (m_bPassesItsKind && value.GetTypeAsEnum() == m_itemType);
+  if (!passes) CheckRestriction(value);
   CElementInfoValues::TextToXml(*this, text, value.GetTypeAsEnum(), isDefault, writer);
   return true;
 }
@@ -194,10 +198,10 @@ bool CElementInfo::ElementToXmlEnum(const CSerializationContext&, const CXmlGene
 void CElementInfo::ElementFromXmlPrim(const CSerializationContext& context,
                                       CXmlGeneratedClass* object, CXmlElement** cursor) {
   CXmlElement& element = **cursor;
-  if (!CElementInfoValues::IsNil(*this, context, element)) {
-    const std::string text(element.GetTextView());
+  if (element.GetAttributeRange().empty() || !CElementInfoValues::IsNil(*this, context, element)) {
+    const std::string_view text = element.GetTextView();
     QzVariant value;
-    value.FromString(text.empty() ? m_strDefaultValue : text, m_itemType, m_whitespaceRule);
+    ReadValue(value, text.empty() ? m_strDefaultValue : text, m_itemType, m_whitespaceRule);
     InvokePropertySet(object, value, element);
   }
   *cursor = element.GetNextSiblingElement();
@@ -206,10 +210,10 @@ void CElementInfo::ElementFromXmlPrim(const CSerializationContext& context,
 void CElementInfo::ElementFromXmlEnum(const CSerializationContext& context,
                                       CXmlGeneratedClass* object, CXmlElement** cursor) {
   CXmlElement& element = **cursor;
-  if (!CElementInfoValues::IsNil(*this, context, element)) {
-    const std::string text(element.GetTextView());
+  if (element.GetAttributeRange().empty() || !CElementInfoValues::IsNil(*this, context, element)) {
+    const std::string_view text = element.GetTextView();
     QzVariant value;
-    value.SetI4(m_stringToEnum((text.empty() ? m_strDefaultValue : text).c_str()));
+    value.SetI4(m_stringToEnum(std::string(text.empty() ? m_strDefaultValue : text).c_str()));
     InvokePropertySet(object, value, element);
   }
   *cursor = element.GetNextSiblingElement();

@@ -165,6 +165,7 @@ class QZXML_API CElementInfo {
   EnumToString m_enumToString;
   StringToEnum m_stringToEnum;
   bool m_bHasPrimitiveRestrictions;
+  bool m_bPassesItsKind;  // no value of the item type breaks the restrictions
 };
 
 }  // namespace QzXmlLib16Data

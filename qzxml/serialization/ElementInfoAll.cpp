@@ -49,7 +49,7 @@ bool CElementInfoAllClsMnd::ElementFromXml(const CSerializationContext& context,
                                            CXmlGeneratedClass* object, CXmlElement* parent,
                                            CXmlElement** current, const char*, XmlElementType) {
   const bool hasTag = m_elementType == XmlElementType_Element;
-  if (hasTag && !IsThisElement(context, *current)) return false;
+  if (hasTag && !Values::IsAt(*this, context, *current)) return false;
   const Values::Object child = Values::HeldObject(*this, object);
   if (!hasTag) return Values::ReadInParent(child, parent, current, context);
   Values::ReadOwnElement(child, current, context);
@@ -154,7 +154,7 @@ bool CElementInfoAllPrimMnd::ElementToXml(const CSerializationContext& context,
 bool CElementInfoAllPrimMnd::ElementFromXml(const CSerializationContext& context,
                                             CXmlGeneratedClass* object, CXmlElement*,
                                             CXmlElement** current, const char*, XmlElementType) {
-  if (!IsThisElement(context, *current)) return false;
+  if (!Values::IsAt(*this, context, *current)) return false;
   ElementFromXmlPrim(context, object, current);
   return true;
 }
@@ -173,7 +173,7 @@ bool CElementInfoAllPrimOpt::ElementToXml(const CSerializationContext& context,
 bool CElementInfoAllPrimOpt::ElementFromXml(const CSerializationContext& context,
                                             CXmlGeneratedClass* object, CXmlElement*,
                                             CXmlElement** current, const char*, XmlElementType) {
-  if (!IsThisElement(context, *current)) return false;
+  if (!Values::IsAt(*this, context, *current)) return false;
   ElementFromXmlPrim(context, object, current);
   return true;
 }
@@ -193,7 +193,7 @@ bool CElementInfoAllEnumMnd::ElementToXml(const CSerializationContext& context,
 bool CElementInfoAllEnumMnd::ElementFromXml(const CSerializationContext& context,
                                             CXmlGeneratedClass* object, CXmlElement*,
                                             CXmlElement** current, const char*, XmlElementType) {
-  if (!IsThisElement(context, *current)) return false;
+  if (!Values::IsAt(*this, context, *current)) return false;
   ElementFromXmlEnum(context, object, current);
   return true;
 }
@@ -212,7 +212,7 @@ bool CElementInfoAllEnumOpt::ElementToXml(const CSerializationContext& context,
 bool CElementInfoAllEnumOpt::ElementFromXml(const CSerializationContext& context,
                                             CXmlGeneratedClass* object, CXmlElement*,
                                             CXmlElement** current, const char*, XmlElementType) {
-  if (!IsThisElement(context, *current)) return false;
+  if (!Values::IsAt(*this, context, *current)) return false;
   ElementFromXmlEnum(context, object, current);
   return true;
 }

@@ -34,6 +34,8 @@ class QZXML_API CElementInfoAllClsMnd : public CElementInfo {
                                  CXmlWriter*) const override;
 
  private:
+  friend class CElementTableAccess;
+
   XmlElementType m_elementType;
   bool m_bRequiresContent;
   ClassFactory m_classFactory;  // the object is there already: not called
@@ -57,6 +59,8 @@ class QZXML_API CElementInfoAllClsOpt : public CElementInfo {
                                  CXmlWriter*) const override;
 
  private:
+  friend class CElementTableAccess;
+
   XmlElementType m_elementType;
   ClassFactory m_classFactory;
   std::int32_t m_lClassId;
@@ -78,6 +82,8 @@ class QZXML_API CElementInfoAllAbsClsMnd : public CElementInfo {
                                  CXmlWriter*) const override;
 
  private:
+  friend class CElementTableAccess;
+
   XmlElementType m_elementType;
   AbstractClassFactory m_classFactory;
 };
@@ -98,6 +104,8 @@ class QZXML_API CElementInfoAllAbsClsOpt : public CElementInfo {
                                  CXmlWriter*) const override;
 
  private:
+  friend class CElementTableAccess;
+
   XmlElementType m_elementType;
   AbstractClassFactory m_classFactory;
 };
@@ -212,6 +220,8 @@ class QZXML_API CElementInfoAllClsCol : public CElementInfoAllCol {
                                  CXmlWriter*) const override;
 
  private:
+  friend class CElementTableAccess;
+
   XmlElementType m_elementType;
 };
 
@@ -225,6 +235,8 @@ class QZXML_API CElementInfoAllAbsClsCol : public CElementInfoAllCol {
                                  CXmlWriter*) const override;
 
  private:
+  friend class CElementTableAccess;
+
   XmlElementType m_elementType;
 };
 

@@ -39,7 +39,7 @@ bool CElementInfoChoiceClsOpt::ElementFromXml(const CSerializationContext& conte
                                               CXmlGeneratedClass* object, CXmlElement* parent,
                                               CXmlElement** current, const char*, XmlElementType) {
   const bool hasTag = m_elementType == XmlElementType_Element;
-  if (hasTag ? !IsThisElement(context, *current) : *current == nullptr) return false;
+  if (hasTag ? !Values::IsAt(*this, context, *current) : *current == nullptr) return false;
   const Values::Object child = Values::Make(*this, m_classFactory, m_lClassId);
   Values::Store(*this, object, child, *parent);
   if (hasTag) {
@@ -67,7 +67,7 @@ bool CElementInfoChoiceAbsClsOpt::ElementFromXml(const CSerializationContext& co
                                                  CXmlGeneratedClass* object, CXmlElement* parent,
                                                  CXmlElement** current, const char*,
                                                  XmlElementType) {
-  if (!IsThisElement(context, *current)) return false;
+  if (!Values::IsAt(*this, context, *current)) return false;
   const Values::Object child = m_classFactory(*current);
   Values::Store(*this, object, child, *parent);
   if (child == nullptr) return false;
@@ -92,7 +92,7 @@ bool CElementInfoChoicePrimOpt::ElementToXml(const CSerializationContext& contex
 bool CElementInfoChoicePrimOpt::ElementFromXml(const CSerializationContext& context,
                                                CXmlGeneratedClass* object, CXmlElement*,
                                                CXmlElement** current, const char*, XmlElementType) {
-  if (!IsThisElement(context, *current)) return false;
+  if (!Values::IsAt(*this, context, *current)) return false;
   ElementFromXmlPrim(context, object, current);
   return true;
 }
@@ -106,7 +106,7 @@ bool CElementInfoChoiceEnumOpt::ElementToXml(const CSerializationContext& contex
 bool CElementInfoChoiceEnumOpt::ElementFromXml(const CSerializationContext& context,
                                                CXmlGeneratedClass* object, CXmlElement*,
                                                CXmlElement** current, const char*, XmlElementType) {
-  if (!IsThisElement(context, *current)) return false;
+  if (!Values::IsAt(*this, context, *current)) return false;
   ElementFromXmlEnum(context, object, current);
   return true;
 }

@@ -30,6 +30,8 @@ class QZXML_API CElementInfoChoiceClsOpt : public CElementInfo {
                                  CXmlWriter*) const override;
 
  private:
+  friend class CElementTableAccess;
+
   XmlElementType m_elementType;
   ClassFactory m_classFactory;
   std::int32_t m_lClassId;
@@ -51,6 +53,8 @@ class QZXML_API CElementInfoChoiceAbsClsOpt : public CElementInfo {
                                  CXmlWriter*) const override;
 
  private:
+  friend class CElementTableAccess;
+
   XmlElementType m_elementType;
   AbstractClassFactory m_classFactory;
 };
@@ -121,6 +125,8 @@ class QZXML_API CElementInfoChoiceClsCol : public CElementInfoChoiceCol {
                                  CXmlWriter*) const override;
 
  private:
+  friend class CElementTableAccess;
+
   XmlElementType m_elementType;
 };
 
@@ -134,6 +140,8 @@ class QZXML_API CElementInfoChoiceAbsClsCol : public CElementInfoChoiceCol {
                                  CXmlWriter*) const override;
 
  private:
+  friend class CElementTableAccess;
+
   XmlElementType m_elementType;
 };
 

@@ -20,13 +20,13 @@ enum Place { Place_Here, Place_Nowhere, Place_Elsewhere };
 // How far a member of a class without a tag looks when unknown elements are ignored.
 enum Reach { Reach_Cursor, Reach_End };
 
-// Looks for a mandatory element from the cursor on, which moves over unknown elements where these
-// are ignored.
-Place FindMandatory(const CElementInfo& info, const CSerializationContext& context,
-                    const CXmlElement& parent, CXmlElement** cursor, XmlElementType parentType,
-                    Reach reach) {
+// What a mandatory element that is not at the cursor means. The cursor moves over unknown elements
+// where these are ignored.
+Place SearchMandatory(const CElementInfo& info, const CSerializationContext& context,
+                      const CXmlElement& parent, CXmlElement** cursor, XmlElementType parentType,
+                      Reach reach) {
   const bool decides = parentType == XmlElementType_Element;
-  while (!Values::IsAt(info, context, *cursor)) {
+  do {
     if (decides && context.GetIgnoreMissingMandatoryElements()) return Place_Nowhere;
     const bool goesOn =
         context.GetIgnoreUnknownElements() && *cursor != nullptr && (decides || reach == Reach_End);
@@ -35,8 +35,16 @@ Place FindMandatory(const CElementInfo& info, const CSerializationContext& conte
       return Place_Elsewhere;
     }
     *cursor = (*cursor)->GetNextSiblingElement();
-  }
+  } while (!Values::IsAt(info, context, *cursor));
   return Place_Here;
+}
+
+// Looks for a mandatory element from the cursor on.
+inline Place FindMandatory(const CElementInfo& info, const CSerializationContext& context,
+                           const CXmlElement& parent, CXmlElement** cursor,
+                           XmlElementType parentType, Reach reach) {
+  if (Values::IsAt(info, context, *cursor)) return Place_Here;
+  return SearchMandatory(info, context, parent, cursor, parentType, reach);
 }
 
 // What a class that is known only from its element says when nothing suits it.
@@ -133,7 +141,7 @@ bool CElementInfoSeqAbsClsMnd::ElementFromXml(const CSerializationContext& conte
                                               CXmlGeneratedClass* object, CXmlElement* parent,
                                               CXmlElement** current, const char*,
                                               XmlElementType parentType) {
-  if (!IsThisElement(context, *current)) return MissSubstitution(*this, *parent, parentType);
+  if (!Values::IsAt(*this, context, *current)) return MissSubstitution(*this, *parent, parentType);
   const Values::Object child = m_classFactory(*current);
   if (child == nullptr) return MissSubstitution(*this, *parent, parentType);
   return Values::TakeSubstitution(*this, context, object, parent, current, child);
@@ -154,7 +162,7 @@ bool CElementInfoSeqAbsClsOpt::ElementToXml(const CSerializationContext& context
 bool CElementInfoSeqAbsClsOpt::ElementFromXml(const CSerializationContext& context,
                                               CXmlGeneratedClass* object, CXmlElement* parent,
                                               CXmlElement** current, const char*, XmlElementType) {
-  if (!IsThisElement(context, *current)) return true;
+  if (!Values::IsAt(*this, context, *current)) return true;
   const Values::Object child = m_classFactory(*current);
   return child == nullptr ||
          Values::TakeSubstitution(*this, context, object, parent, current, child);
@@ -192,7 +200,7 @@ bool CElementInfoSeqPrimOpt::ElementToXml(const CSerializationContext& context,
 bool CElementInfoSeqPrimOpt::ElementFromXml(const CSerializationContext& context,
                                             CXmlGeneratedClass* object, CXmlElement*,
                                             CXmlElement** current, const char*, XmlElementType) {
-  if (IsThisElement(context, *current)) ElementFromXmlPrim(context, object, current);
+  if (Values::IsAt(*this, context, *current)) ElementFromXmlPrim(context, object, current);
   return true;
 }
 
@@ -221,7 +229,7 @@ bool CElementInfoSeqEnumOpt::ElementToXml(const CSerializationContext& context,
 bool CElementInfoSeqEnumOpt::ElementFromXml(const CSerializationContext& context,
                                             CXmlGeneratedClass* object, CXmlElement*,
                                             CXmlElement** current, const char*, XmlElementType) {
-  if (IsThisElement(context, *current)) ElementFromXmlEnum(context, object, current);
+  if (Values::IsAt(*this, context, *current)) ElementFromXmlEnum(context, object, current);
   return true;
 }
 

@@ -33,6 +33,8 @@ class QZXML_API CElementInfoSeqClsMnd : public CElementInfo {
                                  CXmlWriter*) const override;
 
  private:
+  friend class CElementTableAccess;
+
   bool PseudoFromXml(const CSerializationContext& context, CXmlGeneratedClass* object,
                      CXmlElement* parent, CXmlElement** current, XmlElementType parentType);
 
@@ -59,6 +61,8 @@ class QZXML_API CElementInfoSeqClsOpt : public CElementInfo {
                                  CXmlWriter*) const override;
 
  private:
+  friend class CElementTableAccess;
+
   XmlElementType m_elementType;
   ClassFactory m_classFactory;
   std::int32_t m_lClassId;
@@ -82,6 +86,8 @@ class QZXML_API CElementInfoSeqAbsClsMnd : public CElementInfo {
                                  CXmlWriter*) const override;
 
  private:
+  friend class CElementTableAccess;
+
   XmlElementType m_elementType;
   AbstractClassFactory m_classFactory;
 };
@@ -102,6 +108,8 @@ class QZXML_API CElementInfoSeqAbsClsOpt : public CElementInfo {
                                  CXmlWriter*) const override;
 
  private:
+  friend class CElementTableAccess;
+
   XmlElementType m_elementType;
   AbstractClassFactory m_classFactory;
 };
@@ -218,6 +226,8 @@ class QZXML_API CElementInfoSeqClsCol : public CElementInfoSeqCol {
                                  CXmlWriter*) const override;
 
  private:
+  friend class CElementTableAccess;
+
   XmlElementType m_elementType;
 };
 
@@ -231,6 +241,8 @@ class QZXML_API CElementInfoSeqAbsClsCol : public CElementInfoSeqCol {
                                  CXmlWriter*) const override;
 
  private:
+  friend class CElementTableAccess;
+
   XmlElementType m_elementType;
 };
 

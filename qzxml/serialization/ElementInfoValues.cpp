@@ -1,5 +1,7 @@
 #include "qzxml/serialization/ElementInfoValues.h"
 
+#include <utility>
+
 #include "qzxml/collections/Element.h"
 #include "qzxml/collections/ElementCol.h"
 #include "qzxml/runtime/Functions.h"
@@ -16,7 +18,7 @@ namespace {
 constexpr char kAnyElement[] = "AnyElement";
 
 // Whether a text is the given one, which is in small letters.
-bool EqualsIgnoringCase(const std::string& text, const char* small) {
+bool EqualsIgnoringCase(std::string_view text, const char* small) {
   for (const char c : text) {
     const char folded = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     if (folded != *small) return false;
@@ -28,7 +30,7 @@ bool EqualsIgnoringCase(const std::string& text, const char* small) {
 }  // namespace
 
 NilValue ReadNil(const CXmlAttribute& attribute) {
-  const std::string& value = attribute.GetValue();
+  const std::string_view value = attribute.GetValueView();
   if (EqualsIgnoringCase(value, "true") || value == "1") return NilValue_True;
   if (EqualsIgnoringCase(value, "false") || value == "0") return NilValue_False;
   return NilValue_Unknown;
@@ -44,6 +46,28 @@ const std::string& TextOf(const QzVariant& value, const std::string& format, std
 const std::string& TextOf(const char* text, std::string& scratch) {
   scratch.assign(text != nullptr ? text : "");
   return scratch;
+}
+
+void ReadValue(QzVariant& value, std::string_view text, ItemType type,
+               CWhitespaceUtils::WhitespaceRule rule) {
+  std::string copy(text);
+  if (type == ItemType_string && rule == CWhitespaceUtils::WhitespaceRule_None) {
+    value.SetString(std::move(copy));
+  } else {
+    value.FromString(copy, type, rule);
+  }
+}
+
+bool PassesEveryValue(ItemType type, const CPrimitiveRestrictions& restrictions) {
+  const bool isNumber = type >= ItemType_i1 && type <= ItemType_r8;
+  const bool isOctets = type == ItemType_hexBinary || type == ItemType_base64Binary;
+  if (type == ItemType_boolean) return true;
+  if (!isNumber && !isOctets && type != ItemType_string) return false;
+  return restrictions.GetPattern().empty() && restrictions.GetMinLength() < 0 &&
+         restrictions.GetMaxLength() < 0 && restrictions.GetLength() < 0 &&
+         restrictions.GetMinInclusive().empty() && restrictions.GetMaxInclusive().empty() &&
+         restrictions.GetMinExclusive().empty() && restrictions.GetMaxExclusive().empty() &&
+         restrictions.GetTotalDigits() < 0;
 }
 
 // --- Writing

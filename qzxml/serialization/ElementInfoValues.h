@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "qzxml/runtime/SmartPtr.h"
 #include "qzxml/serialization/ElementInfo.h"
@@ -33,6 +34,13 @@ NilValue ReadNil(const QzXmlLib16::CXmlAttribute& attribute);
 const std::string& TextOf(const QzVariant& value, const std::string& format, std::string& scratch);
 // The text of an enumerator, put into scratch; null gives the empty text.
 const std::string& TextOf(const char* text, std::string& scratch);
+
+// As QzVariant::FromString. A string that stays as it is goes into the value without a second copy.
+void ReadValue(QzVariant& value, std::string_view text, ItemType type,
+               CWhitespaceUtils::WhitespaceRule rule);
+
+// Whether the facet test lets every value of a kind pass, so that it need not be made.
+bool PassesEveryValue(ItemType type, const CPrimitiveRestrictions& restrictions);
 
 // Static steps on a member that is given first.
 class CElementInfoValues {

@@ -105,8 +105,9 @@ class QZXML_API CParentElementInfo {
   std::string m_strPrimitiveFormatOverride;
   bool m_bPrimitiveAsText;
 
-  mutable CFoundFor<std::type_info> m_notNillable;      // a class that is no INillable
-  mutable CFoundFor<CElementInfo*> m_readsNoNamespace;  // a table without open content
+  mutable CFoundFor<std::type_info> m_notNillable;        // a class that is no INillable
+  mutable CFoundFor<CElementInfo*> m_readsNoNamespace;    // a table without open content
+  mutable CFoundFor<CElementInfo*> m_writesNoAttributes;  // a table without groups
 };
 
 }  // namespace QzXmlLib16Data

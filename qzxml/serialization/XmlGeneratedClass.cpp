@@ -25,10 +25,10 @@
 #include "qzxml/platform/InitOrder.h"
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/QzException.h"
-#include "qzxml/serialization/ElementInfoAll.h"
+#include "qzxml/serialization/AbsentMembers.h"
 #include "qzxml/serialization/ElementInfoChoice.h"
-#include "qzxml/serialization/ElementInfoSeq.h"
 #include "qzxml/serialization/ElementInfoValues.h"
+#include "qzxml/serialization/ElementTable.h"
 #include "qzxml/xml/XmlAttribute.h"
 #include "qzxml/xml/XmlWriter.h"
 
@@ -38,65 +38,44 @@ using namespace QzXmlLib16Data;
 
 namespace {
 
-// Whether a member is of one of these very classes, not of one derived from it.
-template <typename... Members>
-bool IsExactlyOneOf(const CElementInfo& info) {
-  const std::type_info& its = typeid(info);
-  return ((its == typeid(Members)) || ...);
-}
-
-// Whether a member is known to make nothing of the namespace of its object.
-bool ReadsNoNamespace(const CElementInfo& info) {
-  return IsExactlyOneOf<CElementInfoSeqClsMnd, CElementInfoSeqClsOpt, CElementInfoSeqClsCol,
-                        CElementInfoSeqAbsClsMnd, CElementInfoSeqAbsClsOpt,
-                        CElementInfoSeqAbsClsCol, CElementInfoSeqPrimMnd, CElementInfoSeqPrimOpt,
-                        CElementInfoSeqPrimCol, CElementInfoSeqEnumMnd, CElementInfoSeqEnumOpt,
-                        CElementInfoSeqEnumCol>(info) ||
-         IsExactlyOneOf<CElementInfoAllClsMnd, CElementInfoAllClsOpt, CElementInfoAllAbsClsMnd,
-                        CElementInfoAllAbsClsOpt, CElementInfoAllPrimMnd, CElementInfoAllPrimOpt,
-                        CElementInfoAllEnumMnd, CElementInfoAllEnumOpt>(info) ||
-         IsExactlyOneOf<CElementInfoChoiceClsOpt, CElementInfoChoiceClsCol,
-                        CElementInfoChoiceAbsClsOpt, CElementInfoChoiceAbsClsCol,
-                        CElementInfoChoicePrimOpt, CElementInfoChoicePrimCol,
-                        CElementInfoChoiceEnumOpt, CElementInfoChoiceEnumCol>(info);
-}
-
 // Whether a member is one of these classes or derived from it.
 template <typename... Members>
 bool IsOneOf(const CElementInfo* info) {
   return ((dynamic_cast<const Members*>(info) != nullptr) || ...);
 }
 
-// The entries of a table in front of its null entry.
-template <typename Entry>
-int Count(Entry* const* table) {
-  int count = 0;
-  while (table[count] != nullptr) ++count;
-  return count;
+// Whether all members of a table are known to be so; what is found for a table is kept.
+bool AreAll(CElementInfo** table, bool (*isSo)(const CElementInfo&),
+            CFoundFor<CElementInfo*>& foundFor) {
+  if (foundFor.Is(table)) return true;
+  for (CElementInfo** entry = table; *entry != nullptr; ++entry) {
+    if (!isSo(**entry)) return false;
+  }
+  foundFor.Keep(table);
+  return true;
 }
 
 // Which entries of a table were found. The first 64 need no memory of their own.
 class FoundFlags {
  public:
-  explicit FoundFlags(int count)
-      : m_more(static_cast<std::size_t>(count > kInline ? count - kInline : 0)) {}
-
   bool Test(int index) const {
-    return index < kInline ? (m_first >> index & 1U) != 0 : m_more[Behind(index)];
+    if (index < kInline) return (m_first >> index & 1U) != 0;
+    const std::size_t behind = static_cast<std::size_t>(index - kInline);
+    return behind < m_more.size() && m_more[behind];
   }
   void Set(int index, bool found) {
-    if (index >= kInline) {
-      m_more[Behind(index)] = found;
+    if (index < kInline) {
+      const std::uint64_t bit = std::uint64_t{1} << index;
+      m_first = found ? m_first | bit : m_first & ~bit;
       return;
     }
-    const std::uint64_t bit = std::uint64_t{1} << index;
-    m_first = found ? m_first | bit : m_first & ~bit;
+    const std::size_t behind = static_cast<std::size_t>(index - kInline);
+    if (behind >= m_more.size()) m_more.resize(behind + 1);
+    m_more[behind] = found;
   }
 
  private:
   static constexpr int kInline = 64;
-  static std::size_t Behind(int index) { return static_cast<std::size_t>(index - kInline); }
-
   std::uint64_t m_first = 0;
   std::vector<bool> m_more;
 };
@@ -115,14 +94,16 @@ void DeleteTable(Entry**& table) {
 // --- What goes around a failure, and the failures of the walks. Out of line: the walks recurse,
 // and their frames hold nothing of this.
 
-[[noreturn]] void ThrowWritingFailed(const std::string& elementName, const CQzException& inner) {
+[[noreturn, gnu::noinline]] void ThrowWritingFailed(const std::string& elementName,
+                                                    const CQzException& inner) {
   throw CQzValidationException(
       FormatString("Failed to convert the element [%s] to XML", elementName.c_str()), "", inner);
 }
 
 // Meant: from the second level on only the message, the path and the inner exceptions go up, as a
 // plain CQzException; callers look at the innermost one for the kind of a failure.
-[[noreturn]] void ThrowReadingFailed(const CXmlElement& parent, const CQzException& inner) {
+[[noreturn, gnu::noinline]] void ThrowReadingFailed(const CXmlElement& parent,
+                                                    const CQzException& inner) {
   if (inner.GetPath().empty()) {
     throw CQzValidationException("Failed to process the element.", parent.GetXPath(), inner);
   }
@@ -130,7 +111,8 @@ void DeleteTable(Entry**& table) {
   throw CQzException(inner);
 }
 
-[[noreturn]] void ThrowLeftOver(const CXmlElement& parent, const CXmlElement& cursor) {
+[[noreturn, gnu::noinline]] void ThrowLeftOver(const CXmlElement& parent,
+                                               const CXmlElement& cursor) {
   throw CQzValidationException(
       FormatString("Failed read all the elements held within the element [%s]. The unexpected "
                    "element [%s] remains un processed",
@@ -138,7 +120,7 @@ void DeleteTable(Entry**& table) {
       parent.GetXPath());
 }
 
-[[noreturn]] void ThrowNothingChosen(const CXmlElement& parent) {
+[[noreturn, gnu::noinline]] void ThrowNothingChosen(const CXmlElement& parent) {
   throw CQzValidationException(
       FormatString("No child elements within the element [%s] were populated. The element "
                    "represents a choice, so one and only one element should be populated. The "
@@ -162,12 +144,40 @@ class CXmlGeneratedClass::CReadingWalk {
         skipsUnknown(itsContext.GetIgnoreUnknownElements()),
         m_object(object),
         m_elementType(elementType) {
-    if (!object.MembersReadNoNamespace(table)) m_strNamespace = object.GetNamespace();
+    const CParentElementInfo& info = *object.GetClassInfo();
+    if (!AreAll(table, &ReadsNoNamespace, info.m_readsNoNamespace)) {
+      m_strNamespace = object.GetNamespace();
+    }
+    if (skipsUnknown) KeepAbsences(info);
+  }
+  CReadingWalk(const CReadingWalk&) = delete;
+  CReadingWalk& operator=(const CReadingWalk&) = delete;
+  ~CReadingWalk() {
+    if (m_pAbsent == nullptr) return;
+    m_pAbsent->Leave();
+    if (isElement) delete m_pAbsent;
   }
 
   bool Offer(CElementInfo* member, CXmlElement** cursor) const {
     return member->ElementFromXml(context, &m_object, &parent, cursor, m_strNamespace.c_str(),
                                   m_elementType);
+  }
+
+  // Offers the cursor and, while unknown elements are skipped, those behind it. False when the
+  // member did not match; the walk is to go back then.
+  bool OfferInTurn(CElementInfo* member, CXmlElement** cursor) const {
+    if (m_pAbsent != nullptr) return SeekInTurn(member, cursor);
+    while (!Offer(member, cursor)) {
+      if (!skipsUnknown || *cursor == nullptr) return false;
+      *cursor = (*cursor)->GetNextSiblingElement();
+    }
+    return true;
+  }
+
+  // The walk steps over an element.
+  void Skip(CXmlElement** cursor) const {
+    *cursor = (*cursor)->GetNextSiblingElement();
+    if (m_pAbsent != nullptr) m_pAbsent->MoveTo(*cursor);
   }
 
   // Throws when a real element has a child left that may not be skipped.
@@ -183,10 +193,50 @@ class CXmlGeneratedClass::CReadingWalk {
   const bool skipsUnknown;
 
  private:
+  void KeepAbsences(const CParentElementInfo& info);
+  bool SeekInTurn(CElementInfo* member, CXmlElement** cursor) const;
+
   CXmlGeneratedClass& m_object;
   const XmlElementType m_elementType;
-  std::string m_strNamespace;  // empty when no member reads it
+  std::string m_strNamespace;           // empty when no member reads it
+  CAbsentMembers* m_pAbsent = nullptr;  // owned by the walk of a real element; null when of no use
 };
+
+// Only groups ask for the same member more than once.
+[[gnu::noinline]] void CXmlGeneratedClass::CReadingWalk::KeepAbsences(
+    const CParentElementInfo& info) {
+  if (!isElement) {
+    m_pAbsent = CAbsentMembers::Of(parent);
+  } else if (!AreAll(table, &WritesNoAttributes, info.m_writesNoAttributes)) {
+    m_pAbsent = new CAbsentMembers(parent);
+  }
+  if (m_pAbsent != nullptr) m_pAbsent->Enter(parent.GetFirstElement());
+}
+
+// OfferInTurn with a memory of what was sought in vain. The same things happen to the object: the
+// member is asked once more where it was asked last.
+[[gnu::noinline]] bool CXmlGeneratedClass::CReadingWalk::SeekInTurn(CElementInfo* member,
+                                                                    CXmlElement** cursor) const {
+  m_pAbsent->MoveTo(*cursor);
+  const CXmlElement* const from = *cursor;
+  CXmlElement* last = nullptr;
+  const bool isInGroup = !isElement && from != nullptr;
+  if (isInGroup && m_pAbsent->Find(member, &last)) {
+    if (last != nullptr) Offer(member, &last);
+    return false;
+  }
+  bool leftNoTrace = isInGroup && IsSoughtWithoutTrace(*member);
+  for (;;) {
+    CXmlElement* const before = *cursor;
+    if (Offer(member, cursor)) return true;
+    if (*cursor != before && !LooksToTheEnd(*member)) leftNoTrace = false;
+    if (*cursor == nullptr) break;
+    last = *cursor;
+    Skip(cursor);
+  }
+  if (leftNoTrace) m_pAbsent->Keep(member, from, LooksToTheEnd(*member) ? nullptr : last);
+  return false;
+}
 
 QZXML_INIT_ORDER(detail::InitOrder_MetaDataLock) CQZCriticalSection CXmlGeneratedClass::m_csInit;
 
@@ -206,8 +256,6 @@ void CXmlGeneratedClass::ReadProperty(int propertyIndex, QzVariant& value) const
   AccessProperty(propertyIndex, true, value);
 }
 
-int CXmlGeneratedClass::GetClassElementInfoCount() const { return Count(GetClassElementInfo()); }
-
 bool CXmlGeneratedClass::IsElementInList(const CSerializationContext& context,
                                          CXmlElement* element) const {
   for (CElementInfo** entry = GetClassElementInfo(); *entry != nullptr; ++entry) {
@@ -216,7 +264,7 @@ bool CXmlGeneratedClass::IsElementInList(const CSerializationContext& context,
   return false;
 }
 
-bool CXmlGeneratedClass::DoesElementContainOptionalElements() const {
+[[gnu::noinline]] bool CXmlGeneratedClass::DoesElementContainOptionalElements() const {
   for (CElementInfo** entry = GetClassElementInfo(); *entry != nullptr; ++entry) {
     const CElementInfo* const member = *entry;
     if (IsOneOf<CElementInfoChoicePrimCol, CElementInfoChoiceClsCol, CElementInfoChoiceAbsClsCol,
@@ -234,20 +282,9 @@ bool CXmlGeneratedClass::DoesElementContainOptionalElements() const {
   return false;
 }
 
-bool CXmlGeneratedClass::MembersReadNoNamespace(CElementInfo** table) const {
-  const CParentElementInfo& info = *GetClassInfo();
-  if (info.m_readsNoNamespace.Is(table)) return true;
-  for (CElementInfo** entry = table; *entry != nullptr; ++entry) {
-    if (!ReadsNoNamespace(**entry)) return false;
-  }
-  info.m_readsNoNamespace.Keep(table);
-  return true;
-}
-
 // --- Nil
 
-INillable* CXmlGeneratedClass::AsNillable() const {
-  const CParentElementInfo& info = *GetClassInfo();
+INillable* CXmlGeneratedClass::AsNillable(const CParentElementInfo& info) const {
   const std::type_info* const its = &typeid(*this);
   if (info.m_notNillable.Is(its)) return nullptr;
   INillable* const nillable = dynamic_cast<INillable*>(const_cast<CXmlGeneratedClass*>(this));
@@ -255,8 +292,8 @@ INillable* CXmlGeneratedClass::AsNillable() const {
   return nillable;
 }
 
-bool CXmlGeneratedClass::IsNil() const {
-  INillable* const nillable = AsNillable();
+bool CXmlGeneratedClass::IsNil(const CParentElementInfo& info) const {
+  INillable* const nillable = AsNillable(info);
   return nillable != nullptr && nillable->GetIsNil();
 }
 
@@ -266,13 +303,14 @@ void CXmlGeneratedClass::ToXml_Int(CXmlWriter* writer, bool root, const char* na
                                    const CSerializationContext& context,
                                    bool optionalChoice) const {
   try {
-    const bool hasTag = GetClassInfo()->GetElementType() == XmlElementType_Element;
+    const CParentElementInfo& info = *GetClassInfo();
+    const bool hasTag = info.GetElementType() == XmlElementType_Element;
     if (hasTag) StartTagToXml(writer, root, namespaceUri, context, optionalChoice);
-    if (IsNil()) {
+    if (IsNil(info)) {
       writer->WriteXsiNil();
     } else {
-      ContentToXml(writer, context, optionalChoice);
-      TextToXml(writer);
+      ContentToXml(info, writer, context, optionalChoice);
+      if (info.HasText()) TextToXml(info, writer);
     }
     if (hasTag) writer->WriteEndElement();
   } catch (const CQzException& e) {
@@ -295,7 +333,8 @@ void CXmlGeneratedClass::StartTagToXml(CXmlWriter* writer, bool root, const char
   }
 }
 
-void CXmlGeneratedClass::PrologueToXml(CXmlWriter* writer, const CSerializationContext& context) {
+[[gnu::noinline]] void CXmlGeneratedClass::PrologueToXml(CXmlWriter* writer,
+                                                         const CSerializationContext& context) {
   for (const std::string& instruction : context.GetProcessingInstructions()) {
     writer->WriteProcessingInstruction(instruction);
   }
@@ -328,15 +367,17 @@ void CXmlGeneratedClass::ProcessAttributesToXml(const CSerializationContext& con
                                                 CAttributeInfo** attributes,
                                                 CXmlWriter* writer) const {
   for (; *attributes != nullptr; ++attributes) (*attributes)->AttributeToXml(context, this, writer);
+  if (AreAll(elements, &WritesNoAttributes, GetClassInfo()->m_writesNoAttributes)) return;
   for (; *elements != nullptr; ++elements) {
     (*elements)->PseudoChildAttributeToXml(context, this, writer);
   }
 }
 
-void CXmlGeneratedClass::ContentToXml(CXmlWriter* writer, const CSerializationContext& context,
+void CXmlGeneratedClass::ContentToXml(const CParentElementInfo& info, CXmlWriter* writer,
+                                      const CSerializationContext& context,
                                       bool optionalChoice) const {
   CElementInfo** const table = GetClassElementInfo();
-  switch (GetClassInfo()->GetElementGroupType()) {
+  switch (info.GetElementGroupType()) {
     case XmlElementGroupType_Sequence:
       return ProcessElementSeqToXml(context, table, writer);
     case XmlElementGroupType_Choice:
@@ -372,9 +413,7 @@ void CXmlGeneratedClass::ProcessElementChoiceToXml(const CSerializationContext& 
       "");
 }
 
-void CXmlGeneratedClass::TextToXml(CXmlWriter* writer) const {
-  const CParentElementInfo& info = *GetClassInfo();
-  if (!info.HasText()) return;
+void CXmlGeneratedClass::TextToXml(const CParentElementInfo& info, CXmlWriter* writer) const {
   QzVariant value;
   ReadProperty(info.m_lPrimitiveValuePropertyIndex, value);
   if (value.IsNil()) {
@@ -394,23 +433,27 @@ CXmlElement* CXmlGeneratedClass::FromXml_Int(CXmlElement* parent, CXmlElement* c
   try {
     Init();
     const CParentElementInfo& info = *GetClassInfo();
-    if (info.GetElementType() == XmlElementType_Element) {
-      SetElementName(parent->GetLocalName().c_str());
-    }
+    if (info.GetElementType() == XmlElementType_Element) TakeElementName(*parent);
     ProcessAttributesFromXml(context, parent, info.GetFromXmlFailIfAttributeUnknown());
-    if (IsNil()) return cursor;
-    cursor = ContentFromXml(parent, cursor, context, optionalChoice);
-    TextFromXml(*parent);
+    if (IsNil(info)) return cursor;
+    cursor = ContentFromXml(info, parent, cursor, context, optionalChoice);
+    if (info.HasText()) TextFromXml(info, *parent);
     return cursor;
   } catch (const CQzException& e) {
     ThrowReadingFailed(*parent, e);
   }
 }
 
+// Most objects are made under the name that they are read from.
+void CXmlGeneratedClass::TakeElementName(const CXmlElement& parent) {
+  const std::string& name = parent.GetLocalName();
+  if (ElementName() != name) SetElementName(name.c_str());
+}
+
 void CXmlGeneratedClass::ProcessAttributesFromXml(const CSerializationContext& context,
                                                   CXmlElement* parent, bool failIfUnknown) {
   CAttributeInfo** const table = GetClassAttributeInfo();
-  FoundFlags found(Count(table));
+  FoundFlags found;
   for (CXmlAttribute* attribute : parent->GetAttributeRange()) {
     if (attribute->IsNamespaceAttribute()) continue;
     if (attribute->IsNilAttribute()) {
@@ -431,17 +474,17 @@ void CXmlGeneratedClass::ProcessAttributesFromXml(const CSerializationContext& c
 }
 
 void CXmlGeneratedClass::NilFromXml(const CXmlAttribute& attribute, const CXmlElement& parent) {
-  INillable* const nillable = AsNillable();
+  INillable* const nillable = AsNillable(*GetClassInfo());
   if (nillable == nullptr) ThrowNilNotAllowed(parent);
   const NilValue nil = ReadNil(attribute);
   if (nil == NilValue_Unknown) ThrowUnexpectedNil(attribute);
   nillable->SetIsNil(nil == NilValue_True);
 }
 
-CXmlElement* CXmlGeneratedClass::ContentFromXml(CXmlElement* parent, CXmlElement* cursor,
+CXmlElement* CXmlGeneratedClass::ContentFromXml(const CParentElementInfo& info, CXmlElement* parent,
+                                                CXmlElement* cursor,
                                                 const CSerializationContext& context,
                                                 bool optionalChoice) {
-  const CParentElementInfo& info = *GetClassInfo();
   const XmlElementType elementType = info.GetElementType();
   switch (info.GetElementGroupType()) {
     case XmlElementGroupType_Sequence:
@@ -465,14 +508,11 @@ CXmlElement* CXmlGeneratedClass::ProcessElementSeqFromXml(const CSerializationCo
   for (;;) {
     for (CElementInfo** entry = last; *entry != nullptr; ++entry) {
       last = entry;
-      while (!walk.Offer(*entry, &cursor)) {
-        if (!walk.skipsUnknown || cursor == nullptr) return saved;
-        cursor = cursor->GetNextSiblingElement();
-      }
+      if (!walk.OfferInTurn(*entry, &cursor)) return saved;
     }
     if (!walk.isElement || cursor == nullptr) return cursor;
     walk.RequireAllRead(cursor);
-    cursor = cursor->GetNextSiblingElement();
+    walk.Skip(&cursor);
     if (cursor == nullptr) return nullptr;
     // Meant: the last member is asked again, so that a collection goes on behind unknown elements.
   }
@@ -483,7 +523,7 @@ CXmlElement* CXmlGeneratedClass::ProcessElementAllFromXml(const CSerializationCo
                                                           XmlElementType elementType) {
   CXmlElement* const saved = cursor;
   const CReadingWalk walk(*this, context, parent, elementType);
-  FoundFlags found(GetClassElementInfoCount());
+  FoundFlags found;
   for (const CXmlElement* before = nullptr; cursor != nullptr && cursor != before;) {
     before = cursor;
     for (int i = 0; walk.table[i] != nullptr; ++i) {
@@ -510,7 +550,7 @@ CXmlElement* CXmlGeneratedClass::ProcessElementChoiceFromXml(const CSerializatio
       matched = walk.Offer(*entry, &cursor);
     }
     if (matched || cursor == nullptr || !walk.skipsUnknown || !walk.isElement) break;
-    cursor = cursor->GetNextSiblingElement();
+    walk.Skip(&cursor);
     if (cursor == nullptr) break;
   }
   if (!matched && !optionalChoice) {
@@ -524,15 +564,14 @@ CXmlElement* CXmlGeneratedClass::ProcessElementChoiceFromXml(const CSerializatio
   return cursor;
 }
 
-void CXmlGeneratedClass::TextFromXml(const CXmlElement& parent) {
-  const CParentElementInfo& info = *GetClassInfo();
-  if (!info.HasText()) return;
+[[gnu::noinline]] void CXmlGeneratedClass::TextFromXml(const CParentElementInfo& info,
+                                                       const CXmlElement& parent) {
   QzVariant value;
   if (info.m_bPrimitiveAsText) {
     value.SetString(std::string(parent.GetTextView()));
   } else {
-    value.FromString(std::string(parent.GetTextView()), info.m_primitiveDataType,
-                     CWhitespaceUtils::WhitespaceRule_None);
+    ReadValue(value, parent.GetTextView(), info.m_primitiveDataType,
+              CWhitespaceUtils::WhitespaceRule_None);
   }
   AccessProperty(info.m_lPrimitiveValuePropertyIndex, false, value);
 }

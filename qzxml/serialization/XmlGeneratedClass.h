@@ -102,18 +102,16 @@ class QZXML_API CXmlGeneratedClass : public CXmlObjectBase {
 
   class CReadingWalk;
 
-  int GetClassElementInfoCount() const;
-  bool MembersReadNoNamespace(CElementInfo** table) const;
-  INillable* AsNillable() const;
-  bool IsNil() const;
+  INillable* AsNillable(const CParentElementInfo& info) const;
+  bool IsNil(const CParentElementInfo& info) const;
 
   // --- Writing
   void StartTagToXml(CXmlWriter* writer, bool root, const char* namespaceUri,
                      const CSerializationContext& context, bool optionalChoice) const;
   static void PrologueToXml(CXmlWriter* writer, const CSerializationContext& context);
-  void ContentToXml(CXmlWriter* writer, const CSerializationContext& context,
-                    bool optionalChoice) const;
-  void TextToXml(CXmlWriter* writer) const;
+  void ContentToXml(const CParentElementInfo& info, CXmlWriter* writer,
+                    const CSerializationContext& context, bool optionalChoice) const;
+  void TextToXml(const CParentElementInfo& info, CXmlWriter* writer) const;
   void ProcessAttributesToXml(const CSerializationContext& context, CElementInfo** elements,
                               CAttributeInfo** attributes, CXmlWriter* writer) const;
   void ProcessElementSeqToXml(const CSerializationContext& context, CElementInfo** elements,
@@ -124,9 +122,11 @@ class QZXML_API CXmlGeneratedClass : public CXmlObjectBase {
                                  CXmlWriter* writer, bool optionalChoice) const;
 
   // --- Reading
-  CXmlElement* ContentFromXml(CXmlElement* parent, CXmlElement* cursor,
-                              const CSerializationContext& context, bool optionalChoice);
-  void TextFromXml(const CXmlElement& parent);
+  void TakeElementName(const CXmlElement& parent);
+  CXmlElement* ContentFromXml(const CParentElementInfo& info, CXmlElement* parent,
+                              CXmlElement* cursor, const CSerializationContext& context,
+                              bool optionalChoice);
+  void TextFromXml(const CParentElementInfo& info, const CXmlElement& parent);
   void NilFromXml(const CXmlAttribute& attribute, const CXmlElement& parent);
   CXmlElement* ProcessElementSeqFromXml(const CSerializationContext& context, CXmlElement* parent,
                                         CXmlElement* cursor, XmlElementType elementType);

@@ -86,6 +86,7 @@ class CXmlAttributeRange {
 
   Iterator begin() const { return {m_last != nullptr ? m_last->m_pNext : nullptr, m_last}; }
   Iterator end() const { return {nullptr, m_last}; }
+  bool empty() const { return m_last == nullptr; }
 
  private:
   CXmlAttribute* m_last;
