@@ -192,11 +192,17 @@ void CExpatReader::StartElement(const char* name, const char** attributes) {
   if (m_doc.m_pElementCallback != nullptr) FlushText();
   CXmlElement* const element = m_doc.OpenElement(m_nodes.GetNames().FindJoined(name));
   m_textBegin.push_back(m_textSize);
-  // A document can write few octets and get many nodes only through its document type: by an
-  // element of an entity, and by a default attribute. Then a node counts with its own size.
-  const bool isFromEntity = m_hasDoctype && XML_GetCurrentByteCount(m_parser) == 0;
+  const bool isFromEntity = m_hasDoctype && IsBehindSameReference();
   if (isFromEntity) m_nodes.CountOctets(sizeof(CXmlElement));
   if (*attributes != nullptr) AddAttributes(element, attributes, isFromEntity);
+}
+
+// A document can write few octets and get many nodes only through its document type: by default
+// attributes, and by the elements of an entity, which all stand where its reference stands. Such a
+// node counts with its own size.
+bool CExpatReader::IsBehindSameReference() {
+  const std::int64_t index = XML_GetCurrentByteIndex(m_parser);
+  return std::exchange(m_lastElementIndex, index) == index;
 }
 
 void CExpatReader::AddAttributes(CXmlElement* element, const char** attributes, bool isFromEntity) {

@@ -52,6 +52,7 @@ class QZXML_API CExpatReader : public CInstanceMonitor {
 
   void StartElement(const char* name, const char** attributes);
   void EndElement();
+  bool IsBehindSameReference();
   void CharacterData(const char* utf8, std::size_t length);
   void AddAttributes(CXmlElement* element, const char** attributes, bool isFromEntity);
   void GatherConverted(const char* utf8, std::size_t length);
@@ -76,9 +77,10 @@ class QZXML_API CExpatReader : public CInstanceMonitor {
 
   std::string m_heldBack;  // input that waits for more, see Parse
   bool m_hasDoctype = false;
-  std::uint64_t m_inputOctets = 0;  // that were given to Parse
-  std::uint64_t m_fedOctets = 0;    // that were given to Expat
-  std::uint64_t m_pending = 0;      // of these, what Expat keeps as an unfinished token
+  std::int64_t m_lastElementIndex = -1;  // where in the input the last element began
+  std::uint64_t m_inputOctets = 0;       // that were given to Parse
+  std::uint64_t m_fedOctets = 0;         // that were given to Expat
+  std::uint64_t m_pending = 0;           // of these, what Expat keeps as an unfinished token
 
   // For conversions, where the local encoding is not UTF-8.
   char16_t m_wideScratch[256];

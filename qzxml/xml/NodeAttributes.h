@@ -25,8 +25,8 @@ class CNodeAttributes {
 
   // Null for none.
   CXmlAttribute* GetLast() const {
-    const List* const list = GetList();
-    return list != nullptr ? list->last : reinterpret_cast<CXmlAttribute*>(m_bits);
+    return (m_bits & kIsList) != 0 ? reinterpret_cast<List*>(m_bits & ~kIsList)->last
+                                   : reinterpret_cast<CXmlAttribute*>(m_bits);
   }
   // Null while nobody asked for it.
   List* GetList() const {

@@ -26,18 +26,19 @@ const std::string& NoText() {
   return *none;
 }
 
+// In such an order that nothing is lost where memory ends.
 void CXmlNodes::AddAttribute(CXmlElement* element, const XmlName* name, std::string_view value) {
-  auto* const attribute = new (m_attributes.Take()) CXmlAttribute(element, name);
-  attribute->m_pNext = attribute;
-  CNodeAttributes::List* const list = element->m_attributes.GetList();
-  if (list != nullptr) list->all.push_back(attribute);
-  if (CXmlAttribute* const last = element->m_attributes.GetLast()) {
-    attribute->m_pNext = std::exchange(last->m_pNext, attribute);
-  }
+  CNodeAttributes& attributes = element->m_attributes;
+  CNodeAttributes::List* const list = attributes.GetList();
+  CXmlAttribute* const last = attributes.GetLast();
+  void* const place = m_attributes.Take();
+  if (list != nullptr) list->all.push_back(static_cast<CXmlAttribute*>(place));
+  auto* const attribute = new (place) CXmlAttribute(element, name);
+  attribute->m_pNext = last != nullptr ? std::exchange(last->m_pNext, attribute) : attribute;
   if (list != nullptr) {
     list->last = attribute;
   } else {
-    element->m_attributes = CNodeAttributes(attribute);
+    attributes = CNodeAttributes(attribute);
   }
   if (!value.empty()) attribute->m_value = MakeText(value);
 }

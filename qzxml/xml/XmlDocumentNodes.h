@@ -150,12 +150,12 @@ inline CXmlElement* CXmlDocument::OpenElement(const detail::XmlName* name) {
     m_elderSiblings.push_back(parent != nullptr ? parent->m_pLastChild : nullptr);
   }
   CXmlElement* const element = m_pNodes->MakeElement(parent, name);
-  m_pElementStack.push_back(element);
   if (parent != nullptr) {
     detail::CXmlNodes::Append(parent, element);
   } else {
     m_pDocElement = element;
   }
+  m_pElementStack.push_back(element);
   return element;
 }
 
