@@ -66,7 +66,7 @@ def table(times, folder):
     yield row("(d) / (f)", lambda s: "%.1f" % (times["WriteObjects", s] / times["CopyOfOutput", s]))
     for way, label in (("document", "peak memory of (b), octets per octet"),
                        ("objects", "**peak memory of (c), octets per octet**")):
-        yield row(label, lambda s, way=way: "%.2f" % memory(folder, way, s) if s >= 10**6 else "")
+        yield row(label, lambda s, way=way: "%.2f" % memory(folder, way, s) if s >= 10**7 else "")
 
 
 def main(arguments):
