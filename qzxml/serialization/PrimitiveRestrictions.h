@@ -9,7 +9,11 @@
 
 namespace QzXmlLib16 {
 
+class CBigInteger;
 class CBinaryData;
+class CDateTime;
+class CDateTimeSpan;
+class CDecimal;
 struct QzVariant;
 
 namespace detail {
@@ -67,7 +71,9 @@ class QZXML_API CPrimitiveRestrictions {
 
 // Checks a value of the kind type against its facets, and returns when it keeps them all. Facets
 // are read and tested one after the other: the bounds (minInclusive, maxInclusive, minExclusive,
-// maxExclusive) and totalDigits of a number, or minLength, maxLength, length and pattern of a text.
+// maxExclusive), totalDigits and fractionDigits of a number, the bounds of a date or a duration, or
+// minLength, maxLength, length and pattern of a text. Where a date or a duration is neither below
+// nor above a bound, nor the same, it keeps that bound.
 // Throws CQzException "Invalid Value for %s [%s]." (or without the full stop, for numbers up to 32
 // bits and reals) with the name of the member and the value; the conversion's own exception when a
 // facet does not parse; CQzInvalidValueException "Unknown type [%s]." for a kind without a check.
@@ -97,7 +103,19 @@ void CheckUI4(const char* name, std::uint32_t value, const Restrictions& restric
 void CheckUI8(const char* name, std::uint64_t value, const Restrictions& restrictions);
 void CheckR4(const char* name, float value, const Restrictions& restrictions);
 void CheckR8(const char* name, double value, const Restrictions& restrictions);
+void CheckDuration(const char* name, const CDateTimeSpan& value, const Restrictions& restrictions);
+void CheckYearMonth(const char* name, const CDateTime& value, const Restrictions& restrictions);
+void CheckMonthDay(const char* name, const CDateTime& value, const Restrictions& restrictions);
+void CheckYear(const char* name, unsigned short value, const Restrictions& restrictions);
+void CheckMonth(const char* name, unsigned char value, const Restrictions& restrictions);
+void CheckDay(const char* name, unsigned char value, const Restrictions& restrictions);
+void CheckDate(const char* name, const CDateTime& value, const Restrictions& restrictions);
+void CheckDateTime(const char* name, const CDateTime& value, const Restrictions& restrictions);
+void CheckTime(const char* name, const CDateTime& value, const Restrictions& restrictions);
 void CheckString(const char* name, const std::string& value, const Restrictions& restrictions);
+void CheckBoolean(const char* name, bool value, const Restrictions& restrictions);  // passes always
+void CheckDecimal(const char* name, const CDecimal& value, const Restrictions& restrictions);
+void CheckInteger(const char* name, const CBigInteger& value, const Restrictions& restrictions);
 
 }  // namespace detail
 

@@ -9,6 +9,11 @@
 
 namespace QzXmlLib16 {
 
+class CBigInteger;
+class CDateTime;
+class CDateTimeSpan;
+class CDecimal;
+
 // Every lexical form of the library: one ToString and one FromString for each primitive kind of
 // ItemType. Whatever reads or writes a primitive as text comes here.
 //
@@ -69,10 +74,44 @@ class QZXML_API CConversions {
   static std::string r8ToString(double value, const std::string& format);
   static double r8FromString(const std::string& value, WhitespaceRule rule);
 
-  // --- Dates that are plain numbers: "1999", "--02", "---09". ---
+  // --- Numbers of any size. Failures are those of CDecimal::Parse, for integers too: "The string
+  // representing a Decimal, contained an invalid char at position %d [%s].", with the text behind
+  // the rule. Signs and blanks are taken wherever these classes take them, and nothing is zero. ---
+  static std::string decimalToString(const CDecimal& value);
+  // The format is read as a number of decimal places, for CDecimal::ToString(int); blanks ahead of
+  // it and whatever stands behind it count for nothing, and without digits it is 0. An empty one
+  // writes as without a format.
+  static std::string decimalToString(const CDecimal& value, const std::string& format);
+  static CDecimal decimalFromString(const std::string& value, WhitespaceRule rule);
+  static std::string integerToString(const CBigInteger& value);
+  static CBigInteger integerFromString(const std::string& value, WhitespaceRule rule);
+
+  // --- Dates, times and durations: the forms and the failures of CDateTime and CDateTimeSpan.
+  // Meant: the text's own form decides which kind of date it is, and no check follows:
+  // yearMonthFromString("2004-05-06") is a dt_date. ---
+  static std::string durationToString(const CDateTimeSpan& value);
+  static CDateTimeSpan durationFromString(const std::string& value, WhitespaceRule rule);
+  static std::string yearMonthToString(const CDateTime& value);
+  static CDateTime yearMonthFromString(const std::string& value, WhitespaceRule rule);
+  static std::string monthDayToString(const CDateTime& value);
+  static CDateTime monthDayFromString(const std::string& value, WhitespaceRule rule);
+  static std::string dateToString(const CDateTime& value);
+  static CDateTime dateFromString(const std::string& value, WhitespaceRule rule);
+  static std::string datetimeToString(const CDateTime& value);
+  static CDateTime datetimeFromString(const std::string& value, WhitespaceRule rule);
+  static std::string timeToString(const CDateTime& value);
+  static CDateTime timeFromString(const std::string& value, WhitespaceRule rule);
+
+  // --- Dates that are plain numbers: "1999", "--02", "---09". FromString reads any form of date
+  // that has the field, and forgets the rest of it and its zone; a form that has not throws
+  // CQzInvalidStateException "Failed to GetYear. Invalid Date Type: %s." (or "GetMonth", "GetDay").
+  // Meant: a year below zero comes back as its 16 bits, -1 as 65535. ---
   static std::string yearToString(unsigned short value);
+  static unsigned short yearFromString(const std::string& value, WhitespaceRule rule);
   static std::string monthToString(unsigned char value);
+  static unsigned char monthFromString(const std::string& value, WhitespaceRule rule);
   static std::string dayToString(unsigned char value);
+  static unsigned char dayFromString(const std::string& value, WhitespaceRule rule);
 
   // --- Text. ---
   static std::string charToString(char value);
