@@ -10,6 +10,7 @@
 #include "qzxml/collections/XmlCollectionBase.h"
 #include "qzxml/collections/XmlObjectCol.h"
 #include "qzxml/collections/XmlTypeCollection.h"
+#include "qzxml/json/JsonContext.h"
 #include "qzxml/platform/Assert.h"
 #include "qzxml/platform/DebugChannel.h"
 #include "qzxml/platform/Export.h"

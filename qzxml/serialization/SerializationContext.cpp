@@ -1,6 +1,7 @@
 #include "qzxml/serialization/SerializationContext.h"
 
 #include "qzxml/collections/AttributeCol.h"
+#include "qzxml/json/JsonContext.h"
 #include "qzxml/platform/InitOrder.h"
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/runtime/SmartPtr.h"
@@ -65,6 +66,17 @@ void CSerializationContext::SetIgnoreMissingMandatoryElements(bool ignore) {
 
 CSmartPtr<CAttributeCol> CSerializationContext::GetAdditionalRootAttributes() const {
   return CSmartPtr<CAttributeCol>(m_additionalRootAttributes.GetOrMake());
+}
+
+CJsonContext& CSerializationContext::GetJsonContext() const { return m_jsonContext.GetOrMake(); }
+
+// Whoever comes second gives up what it made and takes what the first has put there.
+template <typename Options>
+Options& CSerializationContext::CFormatOptions<Options>::GetOrMake() {
+  std::shared_ptr<Options> present = Share();
+  if (present != nullptr) return *present;
+  const std::shared_ptr<Options> made = std::make_shared<Options>();
+  return std::atomic_compare_exchange_strong(&m_p, &present, made) ? *made : *present;
 }
 
 CSerializationContext::CRootAttributes::CRootAttributes(const CRootAttributes& other)

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,7 @@
 namespace QzXmlLib16 {
 
 class CAttributeCol;
+class CJsonContext;
 
 // The options of reading and writing: every To... and From... operation takes one by const
 // reference, and every layer below consults it.
@@ -22,9 +24,9 @@ class CAttributeCol;
 //   context.GetNamespaceAliases().Add("o", "urn:orders");
 //   std::string text = order.ToXml(true, true, EOLType_LF, context);
 //
-// A copy has its own strings, lists and aliases; the additional root attributes are shared with the
-// source once they exist. A context belongs to the thread that changes it; threads may read one
-// that nobody changes.
+// A copy has its own strings, lists and aliases; the additional root attributes and the options of
+// JSON are shared with the source once they exist. A context belongs to the thread that changes it;
+// threads may read one that nobody changes.
 class QZXML_API CSerializationContext {
  public:
   CSerializationContext();
@@ -130,6 +132,10 @@ class QZXML_API CSerializationContext {
   bool GetIgnoreMissingChoice() const { return m_bIgnoreMissingChoice; }
   void SetIgnoreMissingChoice(bool ignore) { m_bIgnoreMissingChoice = ignore; }
 
+  // The options of JSON. Made on the first call, with their defaults; two threads that read one
+  // context get the same.
+  CJsonContext& GetJsonContext() const;
+
  private:
   // One reference on the attributes of the root, which two readers may ask for first at once.
   class CRootAttributes {
@@ -147,12 +153,32 @@ class QZXML_API CSerializationContext {
     std::atomic<CAttributeCol*> m_p{nullptr};
   };
 
+  // The options of one format, which two readers may ask for first at once and copies share.
+  template <typename Options>
+  class CFormatOptions {
+   public:
+    CFormatOptions() = default;
+    CFormatOptions(const CFormatOptions& other) : m_p(other.Share()) {}
+    CFormatOptions& operator=(const CFormatOptions& other) {
+      std::atomic_store(&m_p, other.Share());
+      return *this;
+    }
+
+    Options& GetOrMake();
+
+   private:
+    std::shared_ptr<Options> Share() const { return std::atomic_load(&m_p); }  // may be null
+
+    std::shared_ptr<Options> m_p;
+  };
+
   std::string m_strDefaultNamespaceURI;
   std::string m_strInLineSchema;
   std::string m_strIndentChars = "\t";
   std::vector<std::string> m_processingInstructions;
   CNamespaceAliasMap m_namespaceAliases;
   mutable CRootAttributes m_additionalRootAttributes;
+  mutable CFormatOptions<CJsonContext> m_jsonContext;
   SchemaType m_schemaType = SchemaType_Default;
   std::uint32_t m_dwMaxDepth = 1024;
   std::uint32_t m_dwMaxAmplification = 100;
