@@ -43,6 +43,8 @@
 #include "qzxml/values/Base64.h"
 #include "qzxml/values/BinaryData.h"
 #include "qzxml/values/Conversions.h"
+#include "qzxml/values/DateTime.h"
+#include "qzxml/values/DateTimeSpan.h"
 #include "qzxml/values/ItemType.h"
 #include "qzxml/values/QzVariant.h"
 #include "qzxml/values/WhitespaceUtils.h"
