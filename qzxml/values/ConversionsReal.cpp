@@ -9,6 +9,7 @@
 #include "qzxml/platform/Format.h"
 #include "qzxml/values/Conversions.h"
 #include "qzxml/values/ConversionsDetail.h"
+#include "qzxml/values/OrdinaryFraction.h"
 
 // Reals. Writing without a format is std::to_chars, which is "%.7g" and "%.16g" by definition, with
 // the exponent widened to three digits. A caller's printf format is taken apart first: the flags
@@ -47,6 +48,9 @@ char* WriteReal(char* buffer, double value, int digits) {
   if (std::abs(value) < most && value == std::trunc(value) && value != 0) {
     return detail::WriteInteger(buffer, static_cast<std::int64_t>(value));
   }
+#if defined(QZXML_WRITES_ORDINARY_FRACTIONS)
+  if (char* const behind = detail::WriteOrdinaryFraction(buffer, value, digits)) return behind;
+#endif
   char* const end = buffer + detail::kNumberSize - 1;
   return WidenExponent(buffer,
                        std::to_chars(buffer, end, value, std::chars_format::general, digits).ptr);

@@ -47,13 +47,12 @@ class Random {
       if (std::isfinite(value)) return value;
     }
   }
-
- private:
   std::uint64_t Next() {
     m_state = m_state * 6364136223846793005u + 1442695040888963407u;
     return m_state ^ (m_state >> 29);
   }
 
+ private:
   std::uint64_t m_state = 20240229;
 };
 
@@ -221,6 +220,35 @@ TEST(ConversionsReal, WritesAnyDoubleAsPrintfDoes) {
     ASSERT_EQ(Printed("%.16g", value), CConversions::r8ToString(value));
     const float narrow = static_cast<float>(std::fmod(value, 1e6));
     ASSERT_EQ(Printed("%.7g", static_cast<double>(narrow)), CConversions::r4ToString(narrow));
+  }
+}
+
+// Prices and the like; halves in the last place that is shown, which are rounded to even; and the
+// neighbours of the powers of ten, where rounding adds a digit.
+TEST(ConversionsReal, WritesOrdinaryFractionsAsPrintfDoes) {
+  Random random;
+  const auto expectAsPrintf = [](double value) {
+    ASSERT_EQ(Printed("%.16g", value), CConversions::r8ToString(value));
+    const float narrow = static_cast<float>(value);
+    ASSERT_EQ(Printed("%.7g", static_cast<double>(narrow)), CConversions::r4ToString(narrow));
+  };
+  for (int i = 0; i < 20000; ++i) {
+    const double sign = i % 2 == 0 ? 1 : -1;
+    const auto bits = [&random](int count) {
+      return static_cast<double>(random.Next() >> (64 - count));
+    };
+    expectAsPrintf(sign * bits(27) / std::pow(10, i % 12));
+    expectAsPrintf(sign * std::ldexp(bits(25), -(i % 40)));
+    expectAsPrintf(sign * std::ldexp(bits(53), -(i % 70)));
+  }
+  for (int exponent = -6; exponent <= 17; ++exponent) {
+    const double power = std::pow(10, exponent);
+    for (const double value : {power, std::nextafter(power, 0), std::nextafter(power, 1e300)}) {
+      expectAsPrintf(value);
+    }
+    const auto narrow = static_cast<float>(power);
+    expectAsPrintf(static_cast<double>(std::nextafter(narrow, 0.0F)));
+    expectAsPrintf(static_cast<double>(std::nextafter(narrow, 1e30F)));
   }
 }
 

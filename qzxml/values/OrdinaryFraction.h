@@ -1,0 +1,76 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#include "qzxml/values/ConversionsDetail.h"
+
+// Prices, lengths and rates: numbers of an ordinary size with a few digits behind the point, which
+// are most of the reals that a document holds. std::to_chars with a precision serves every size and
+// any number of digits, and works long for it.
+namespace QzXmlLib16::detail {
+
+#if defined(__SIZEOF_INT128__)
+#define QZXML_WRITES_ORDINARY_FRACTIONS 1
+
+// 1 to 10^19.
+inline constexpr std::array<std::uint64_t, 20> kPowersOfTen = [] {
+  std::array<std::uint64_t, 20> powers{1};
+  for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * 10;
+  return powers;
+}();
+
+// Writes what "%.{digits}g" gives for a value from 0.0001 up to where the digits reach no place
+// behind the point; null for any other. At most 16 digits.
+//
+// The way is exact, in whole numbers: what stands behind the point is a fraction of a power of two,
+// a part of the mantissa. Times a power of ten its upper part is the digits, and the lower part,
+// which is cut off, rounds them: ties to even, as the general form does.
+inline char* WriteOrdinaryFraction(char* buffer, double value, int digits) {
+  __extension__ using Wide = unsigned __int128;
+  constexpr int kMantissaBits = 52;
+  constexpr std::uint64_t kLeadingBit = std::uint64_t{1} << kMantissaBits;
+
+  if (value < 0) {
+    *buffer++ = '-';
+    value = -value;
+  }
+  if (!(value >= 0.0001 && value < 1e15)) return nullptr;
+
+  // How many places behind the point are shown.
+  const auto whole = static_cast<std::uint64_t>(value);
+  int places = digits;
+  for (const std::uint64_t* power = kPowersOfTen.data(); *power <= whole; ++power) --places;
+  if (places <= 0) return nullptr;
+  if (whole == 0) places += (value < 0.1) + (value < 0.01) + (value < 0.001);
+  std::uint64_t scale = kPowersOfTen[static_cast<std::size_t>(places)];
+
+  std::uint64_t bits = 0;
+  std::memcpy(&bits, &value, sizeof(bits));
+  const int binaryPlaces = 1023 + kMantissaBits - static_cast<int>(bits >> kMantissaBits);
+  const std::uint64_t mantissa = (bits & (kLeadingBit - 1)) | kLeadingBit;
+  const Wide one = Wide{1} << binaryPlaces;  // 3 to 66 places
+  const Wide scaled = (mantissa & (one - 1)) * scale;
+  const Wide cutOff = scaled & (one - 1);
+  auto fraction = static_cast<std::uint64_t>(scaled >> binaryPlaces);
+  if (cutOff > one / 2 || (cutOff == one / 2 && fraction % 2 != 0)) ++fraction;
+  if (fraction >= scale) return WriteInteger(buffer, whole + 1);
+
+  // Zeros at the end are not shown.
+  if (fraction == 0) return WriteInteger(buffer, whole);
+  for (const std::uint64_t zeros : {100000000U, 10000U, 100U, 10U}) {
+    if (fraction % zeros != 0) continue;
+    fraction /= zeros;
+    scale /= zeros;
+  }
+
+  char* const point = WriteInteger(buffer, whole);
+  char* const end = WriteInteger(point, scale + fraction);  // its first digit is a 1
+  *point = '.';
+  return end;
+}
+#endif
+
+}  // namespace QzXmlLib16::detail
