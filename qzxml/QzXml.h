@@ -20,6 +20,7 @@
 #include "qzxml/runtime/MemoryLeakHelp.h"
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/runtime/QzIterator.h"
+#include "qzxml/runtime/QzZip.h"
 #include "qzxml/runtime/SmartPtr.h"
 #include "qzxml/runtime/StringBuffer.h"
 #include "qzxml/runtime/TextStream.h"

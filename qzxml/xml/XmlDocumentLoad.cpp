@@ -10,7 +10,9 @@
 #include "qzxml/runtime/Encoder.h"
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/QzException.h"
+#include "qzxml/runtime/QzZip.h"
 #include "qzxml/serialization/SerializationContext.h"
+#include "qzxml/values/BinaryData.h"
 #include "qzxml/xml/ExpatReader.h"
 #include "qzxml/xml/Messages.h"
 #include "qzxml/xml/XmlDocument.h"
@@ -184,7 +186,15 @@ void CXmlDocument::LoadXml(const wchar_t* text) {
   LoadXml(text != nullptr ? WideToUtf16(text).c_str() : u"");
 }
 
-void CXmlDocument::Parse() { ParseText(); }
+// Input that may be compressed, which its bytes tell.
+void CXmlDocument::Parse() {
+  CBinaryData expanded;
+  if (CQzZip::Decompress(m_pInput, m_dwInputLength, expanded)) {
+    m_pInput = expanded.GetData();
+    m_dwInputLength = expanded.GetLength();
+  }
+  ParseText();
+}
 
 void CXmlDocument::ParseText() {
   CExpatReader reader(*this);
