@@ -17,6 +17,7 @@ CXmlTypeCollection::CXmlTypeCollection(
     : CXmlCollectionBase(elementName, namespaceUri, minOccurs, maxOccurs),
       m_restrictions(pattern, minLength, maxLength, minInclusive, maxInclusive, minExclusive,
                      maxExclusive, length, totalDigits, fractionDigits),
+      m_bHasFacets(m_restrictions.HasFacets()),
       m_itemType(type),
       m_strFormat(detail::TextOrEmpty(format)),
       m_whitespaceRule(whitespaceRule) {}
@@ -27,7 +28,7 @@ CXmlElement* CXmlTypeCollection::FromXml_Int(CXmlElement*, CXmlElement* cursor,
                                              const CSerializationContext& context, bool) {
   while (cursor != nullptr &&
          detail::ElementHasName(context, cursor, ElementName(), Namespace().str())) {
-    AddFromString(cursor->GetText());
+    AddFromString(std::string(cursor->GetTextView()));
     cursor = cursor->GetNextSiblingElement();
   }
   return cursor;

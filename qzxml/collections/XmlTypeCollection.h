@@ -36,6 +36,8 @@ class QZXML_API CXmlTypeCollection : public CXmlCollectionBase {
   virtual void AddFromString(std::string text) = 0;
 
   const CPrimitiveRestrictions& GetRestrictions() const { return m_restrictions; }
+  // False where every value passes; known at once, for those who add a million values.
+  bool HasFacets() const { return m_bHasFacets; }
   ItemType GetItemType() const { return m_itemType; }
   // How floating and decimal values are written; "" for their own form.
   const std::string& GetFormat() const { return m_strFormat; }
@@ -44,6 +46,7 @@ class QZXML_API CXmlTypeCollection : public CXmlCollectionBase {
 
  private:
   CPrimitiveRestrictions m_restrictions;
+  bool m_bHasFacets;
   ItemType m_itemType;
   std::string m_strFormat;
   CWhitespaceUtils::WhitespaceRule m_whitespaceRule;

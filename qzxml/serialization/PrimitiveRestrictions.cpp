@@ -85,6 +85,12 @@ CPrimitiveRestrictions::~CPrimitiveRestrictions() {
   delete m_compiled.load(std::memory_order_acquire);
 }
 
+bool CPrimitiveRestrictions::HasFacets() const {
+  return !m_pattern.empty() || m_minLength >= 0 || m_maxLength >= 0 || !m_minInclusive.empty() ||
+         !m_maxInclusive.empty() || !m_minExclusive.empty() || !m_maxExclusive.empty() ||
+         m_length >= 0 || m_totalDigits >= 0 || m_fractionDigits >= 0;
+}
+
 const detail::CPattern& CPrimitiveRestrictions::FindCompiled() const {
   const detail::PatternHandle* found = m_compiled.load(std::memory_order_acquire);
   if (found == nullptr) {

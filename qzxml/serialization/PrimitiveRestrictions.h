@@ -47,6 +47,8 @@ class QZXML_API CPrimitiveRestrictions {
   std::int32_t GetLength() const { return m_length; }
   std::int32_t GetTotalDigits() const { return m_totalDigits; }
   std::int32_t GetFractionDigits() const { return m_fractionDigits; }
+  // Whether any facet is there: without one, no value of any kind is refused.
+  bool HasFacets() const;
 
   // Whether the value, in the local encoding, matches the pattern; true when there is none. The
   // pattern is compiled at the first call. Fails as MatchesRegularExpression does.
