@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -186,22 +187,21 @@ class QZXML_API CDateTime {
   bool operator>(const CDateTime& other) const { return CompareTo(other) == dtc_greater; }
   bool operator>=(const CDateTime& other) const;
 
-  // The value at offset +00:00; one without an offset comes back as it is. The type stays, so a
-  // date that crosses midnight keeps an hour that is not seen.
+  // The value at offset +00:00; one without an offset as it is. The type stays, so a date that
+  // crosses midnight keeps an hour that is not seen.
   CDateTime GetNormalized() const;
 
   // ---- Addition ----
 
-  // By the steps of appendix E with quotients of single precision; they are exact while a span's
-  // months, seconds and so on are below some millions. Meant: a day is not pinned to the month's
+  // By the steps of appendix E with quotients of single precision, exact while each number of the
+  // span is below 16 million. Years wrap at 16 bits. Meant: a day is not pinned to the month's
   // length (2000-03-31 plus P1M is 2000-04-31), there is a year 0, and nothing is checked.
   void AddDateTimeSpan(const CDateTimeSpan& span);
   CDateTime operator+(const CDateTimeSpan& span) const;
   CDateTime& operator+=(const CDateTimeSpan& span);
   CDateTime operator-(const CDateTimeSpan& span) const;
   CDateTime& operator-=(const CDateTimeSpan& span);
-  // Meant: an empty span, whatever the two are.
-  CDateTimeSpan operator-(const CDateTime& other) const;
+  CDateTimeSpan operator-(const CDateTime& other) const;  // Meant: always an empty span
 
   // ---- The system's time ----
 
@@ -219,11 +219,10 @@ class QZXML_API CDateTime {
                    unsigned char hour, unsigned char minute, unsigned char second,
                    unsigned short milliSecond, unsigned short microSecond,
                    unsigned short nanoSecond);
-  template <typename Assign>
-  void AssignOrClear(Assign assign);
   void SetXSDDate(std::string_view text);
   void SetXSDTime(std::string_view text);
   void SetZone(std::string_view text);
+  std::size_t SetFraction(std::string_view text);
   void Validate() const;
   void ValidateDay() const;
   void ValidateTime() const;
@@ -231,8 +230,6 @@ class QZXML_API CDateTime {
   bool CheckConversion(DTType source, DTType target) const;
   static std::string GetTypeAsString(DTType type);
   DTCompareResult CompareFields(const CDateTime& other) const;
-  void AddDays(std::int64_t days);
-
   DTType m_type = dt_yearZero;
   std::int16_t m_year = 0;
   std::uint8_t m_month = 0;

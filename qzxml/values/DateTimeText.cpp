@@ -1,0 +1,265 @@
+#include <cstdlib>
+#include <cstring>
+
+#include "qzxml/runtime/Functions.h"
+#include "qzxml/runtime/QzException.h"
+#include "qzxml/values/DateTime.h"
+#include "qzxml/values/DateTimeDetail.h"
+
+// The lexical forms. They are told apart by their length without the zone, which is 1 or 6 chars,
+// and then read digit by digit in place; no memory is taken but for the text of a failure.
+namespace QzXmlLib16 {
+
+namespace {
+
+using detail::IsDigit;
+using detail::WritePadded;
+
+// Sign, year of up to five digits, two fields of up to three, 'T', three more, and the zone.
+constexpr std::size_t kDateTimeSize = 1 + 5 + 8 + 12 + detail::kFractionSize + 8;
+
+// ---- Reading. Each moves the place behind what it has taken. ----
+
+bool ReadNumber(const char*& at, int digits, unsigned& number) {
+  number = 0;
+  for (int i = 0; i < digits; ++i, ++at) {
+    if (!IsDigit(*at)) return false;
+    number = number * 10 + static_cast<unsigned>(*at - '0');
+  }
+  return true;
+}
+
+bool ReadChar(const char*& at, char c) {
+  if (*at != c) return false;
+  ++at;
+  return true;
+}
+
+struct DateForm {
+  CDateTime::DTType type = CDateTime::dt_yearZero;
+  unsigned year = 0;
+  unsigned month = 0;
+  unsigned day = 0;
+};
+
+// CCYY, CCYY-MM and CCYY-MM-DD, of that many chars.
+bool ReadYearForm(const char*& at, std::ptrdiff_t length, DateForm& form) {
+  if (length != 4 && length != 7 && length != 10) return false;
+  form.type = CDateTime::dt_gYear;
+  if (!ReadNumber(at, 4, form.year)) return false;
+  if (length == 4) return true;
+  form.type = CDateTime::dt_gYearMonth;
+  if (!ReadChar(at, '-') || !ReadNumber(at, 2, form.month)) return false;
+  if (length == 7) return true;
+  form.type = CDateTime::dt_date;
+  return ReadChar(at, '-') && ReadNumber(at, 2, form.day);
+}
+
+// --MM, ---DD, --MM-- and --MM-DD, of that many chars.
+bool ReadDashForm(const char*& at, std::ptrdiff_t length, DateForm& form) {
+  at += 2;
+  if (length == 5) {
+    form.type = CDateTime::dt_gDay;
+    return ReadChar(at, '-') && ReadNumber(at, 2, form.day);
+  }
+  if (length != 4 && length != 6 && length != 7) return false;
+  form.type = CDateTime::dt_gMonth;
+  if (!ReadNumber(at, 2, form.month)) return false;
+  if (length == 6) {
+    // Meant: "--MM--" as the standard first had it, and whatever else stands in place of the
+    // dashes.
+    at += 2;
+  } else if (length == 7) {
+    form.type = CDateTime::dt_gMonthDay;
+    return ReadChar(at, '-') && ReadNumber(at, 2, form.day);
+  }
+  return true;
+}
+
+// ---- Writing ----
+
+char* WriteDate(char* at, unsigned fields, int year, unsigned month, unsigned day) {
+  if ((fields & detail::kHasYear) != 0) {
+    if (year < 0) *at++ = '-';
+    at = WritePadded(at, static_cast<unsigned>(std::abs(year)), 4);
+  } else {
+    *at++ = '-';
+  }
+  if ((fields & (detail::kHasMonth | detail::kHasDay)) == 0) return at;
+  *at++ = '-';
+  if ((fields & detail::kHasMonth) != 0) at = WritePadded(at, month, 2);
+  if ((fields & detail::kHasDay) == 0) return at;
+  *at++ = '-';
+  return WritePadded(at, day, 2);
+}
+
+char* WriteZone(char* at, int hour, unsigned minute) {
+  *at++ = hour < 0 ? '-' : '+';
+  at = WritePadded(at, static_cast<unsigned>(std::abs(hour)), 2);
+  *at++ = ':';
+  return WritePadded(at, minute, 2);
+}
+
+}  // namespace
+
+// ---- Parsing ----
+
+void CDateTime::ParseXSDDateTime(const char* text) {
+  if (text == nullptr) throw CQzInvalidValueException("Invalid DateTime (Null String)");
+  const std::string_view whole(text);
+  const std::size_t separator = whole.find('T');
+  if (separator == std::string_view::npos) {
+    throw CQzInvalidValueException(FormatString("Invalid XSD DateTime [%s].", text));
+  }
+  Clear();
+  SetXSDDate(whole.substr(0, separator));
+  if (m_type != dt_date) {
+    throw CQzInvalidValueException(
+        FormatString("Invalid XSD DateTime [%s] expected CCYY-MM-DDThh:mm:ss[.ff]", text));
+  }
+  SetXSDTime(whole.substr(separator + 1));
+  m_type = dt_dateTime;
+  Validate();
+}
+
+void CDateTime::ParseXSDDate(const char* text) {
+  Clear();
+  if (text == nullptr) throw CQzInvalidValueException("Invalid Date (Null String)");
+  SetXSDDate(text);
+  Validate();
+}
+
+void CDateTime::ParseXSDTime(const char* text) {
+  Clear();
+  if (text == nullptr) throw CQzInvalidValueException("Invalid Time (Null String)");
+  SetXSDTime(text);
+  Validate();
+}
+
+void CDateTime::SetXSDDate(std::string_view text) {
+  if (text.empty()) throw CQzInvalidValueException("Invalid Date (Empty String)");
+  if (text.find('T') != std::string_view::npos) {
+    throw CQzInvalidValueException("Invalid Date ('T' not allowed)");
+  }
+  const bool isUTC = text.back() == 'Z';
+  const bool hasOffset = text.find(':') != std::string_view::npos;
+  if (isUTC && hasOffset) throw CQzInvalidValueException("Invalid Date (Bad Zone value)");
+
+  std::ptrdiff_t length = static_cast<std::ptrdiff_t>(text.size());
+  if (isUTC) length -= 1;
+  if (hasOffset) length -= 6;
+  const char* at = text.data();
+  const bool isDashForm = text.substr(0, 2) == "--";
+  const bool isNegative = !isDashForm && *at == '-';
+  if (isNegative) {
+    ++at;
+    --length;
+  }
+  DateForm form;
+  if (!(isDashForm ? ReadDashForm(at, length, form) : ReadYearForm(at, length, form))) {
+    throw CQzInvalidValueException(FormatString(
+        "Invalid XSD Date [%s] expected CCYY-MM-DD[Z|[+|-]hh:mm]", std::string(text).c_str()));
+  }
+  m_type = form.type;
+  const int year = static_cast<int>(form.year);
+  m_year = static_cast<std::int16_t>(isNegative ? -year : year);
+  m_month = static_cast<std::uint8_t>(form.month);
+  m_day = static_cast<std::uint8_t>(form.day);
+  if (isUTC || hasOffset) SetZone(text.substr(static_cast<std::size_t>(at - text.data())));
+}
+
+void CDateTime::SetXSDTime(std::string_view text) {
+  if (text.empty()) throw CQzInvalidValueException("Invalid XSD Time (Empty String)");
+  const char* at = text.data();
+  unsigned hour = 0;
+  unsigned minute = 0;
+  unsigned second = 0;
+  const bool matches = text.size() >= 8 && ReadNumber(at, 2, hour) && ReadChar(at, ':') &&
+                       ReadNumber(at, 2, minute) && ReadChar(at, ':') && ReadNumber(at, 2, second);
+  if (!matches || hour > 23 || minute > 59 || second > 59) {
+    throw CQzInvalidValueException(
+        FormatString("Invalid XSD Time [%s] expected hh:mm:ss[.ff]", std::string(text).c_str()));
+  }
+  m_hour = static_cast<std::uint8_t>(hour);
+  m_minute = static_cast<std::uint8_t>(minute);
+  m_second = static_cast<std::uint8_t>(second);
+  std::size_t index = 8;
+  if (index < text.size() && text[index] == '.') index = SetFraction(text);
+  if (index < text.size()) SetZone(text.substr(index));
+  m_type = dt_time;
+}
+
+// Of "hh:mm:ss." the digits behind the point; the result is the place behind them.
+std::size_t CDateTime::SetFraction(std::string_view text) {
+  constexpr std::size_t kFirst = 9;
+  std::uint16_t* const groups[] = {&m_milliSecond, &m_microSecond, &m_nanoSecond};
+  std::size_t index = kFirst;
+  for (; index < text.size() && IsDigit(text[index]); ++index) {
+    const std::size_t digit = index - kFirst;
+    if (digit == 9) {
+      throw CQzInvalidValueException(
+          FormatString("Invalid XSD Time [%s] Fraction part too long", std::string(text).c_str()));
+    }
+    const unsigned value = static_cast<unsigned>(text[index] - '0') * detail::PlaceInGroup(digit);
+    *groups[digit / 3] = static_cast<std::uint16_t>(*groups[digit / 3] + value);
+  }
+  return index;
+}
+
+void CDateTime::SetZone(std::string_view text) {
+  if (text.empty()) return;
+  if (text[0] == 'Z') {
+    SetUTC();
+    return;
+  }
+  // Meant: what begins with no sign is left alone; documents have had trailing words there.
+  if (text[0] != '+' && text[0] != '-') return;
+  const char* at = text.data() + 1;
+  unsigned hour = 0;
+  unsigned minute = 0;
+  const bool matches =
+      text.size() == 6 && ReadNumber(at, 2, hour) && ReadChar(at, ':') && ReadNumber(at, 2, minute);
+  if (!matches) {
+    throw CQzInvalidValueException(
+        FormatString("Invalid XSD Time Zone [%s].", std::string(text).c_str()));
+  }
+  if (hour == 24) hour = 0;
+  // Meant: the sign is that of the hour, so -00:30 becomes +00:30; stored values went that way.
+  const int signedHour = text[0] == '-' ? -static_cast<int>(hour) : static_cast<int>(hour);
+  SetTimeZone(static_cast<short>(signedHour), static_cast<unsigned char>(minute));
+}
+
+// ---- Writing ----
+
+std::string CDateTime::ToString() const { return ToString("s"); }
+
+std::string CDateTime::ToString(const char* format) const {
+  const bool isZero = (m_year | m_month | m_day | m_hour | m_minute | m_second | m_milliSecond |
+                       m_microSecond | m_nanoSecond) == 0;
+  if (m_type == dt_yearZero || (m_type != dt_time && isZero)) return "Error: Date Not Set";
+  if (format == nullptr || *format == '\0' || std::strcmp(format, "G") == 0) return std::string();
+  if (std::strcmp(format, "s") != 0) return std::string("Unknown Format: ") + format;
+
+  const unsigned fields = detail::FieldsOf(m_type);
+  char text[kDateTimeSize];
+  char* at = text;
+  constexpr unsigned kDate = detail::kHasYear | detail::kHasMonth | detail::kHasDay;
+  if ((fields & kDate) != 0) at = WriteDate(at, fields, m_year, m_month, m_day);
+  if (m_type == dt_dateTime) *at++ = 'T';
+  if ((fields & detail::kHasTime) != 0) {
+    at = WritePadded(at, m_hour, 2);
+    *at++ = ':';
+    at = WritePadded(at, m_minute, 2);
+    *at++ = ':';
+    at = WritePadded(at, m_second, 2);
+    at = detail::WriteFraction(at, m_milliSecond, m_microSecond, m_nanoSecond);
+  }
+  if (m_hasTimeZone) {
+    at = WriteZone(at, m_zoneHour, m_zoneMinute);
+  } else if (m_isUTC) {
+    *at++ = 'Z';
+  }
+  return std::string(text, at);
+}
+
+}  // namespace QzXmlLib16
