@@ -192,6 +192,10 @@ void CXmlCollection::RemoveNode(CNode* pNode) {
   const std::uint32_t removals = m_dwRemovals;
   FireOnCollectionRemove(-1);
   if (m_dwRemovals != removals && !IsLinked(pNode)) return;  // a listener has removed it
+  if (!FitsEnds(pNode)) {
+    QZ_ASSERT(m_pTail == pNode);
+    return;
+  }
   Unlink(pNode);
   delete pNode;
   FireOnCollectionRemoveComplete(-1);
@@ -206,12 +210,18 @@ void CXmlCollection::Unlink(CNode* pNode) {
     m_pHead = pNode->next;
     m_pHead->prev = nullptr;
   } else {
-    QZ_ASSERT(m_pTail == pNode);
     m_pHead = nullptr;
     m_pTail = nullptr;
   }
   --m_lCount;
   ++m_dwRemovals;
+}
+
+// Whether a node without a neighbour is that end of this list. An end of another list is not, and
+// to take it for one would free what is in use.
+bool CXmlCollection::FitsEnds(const CNode* node) const {
+  return (node->prev == nullptr) == (node == m_pHead) &&
+         (node->next == nullptr) == (node == m_pTail);
 }
 
 bool CXmlCollection::IsLinked(const CNode* node) const {

@@ -79,6 +79,8 @@ class QZXML_API CXmlCollection : public CXmlCollectionBase {
 
   // --- Nodes
 
+  // Asserts "m_pTail == pNode" for an end of another list, and leaves both lists as they are. A
+  // node from the middle of another list leaves that one, and the two count wrongly.
   void RemoveNode(CNode* pNode);
   // Throws as Remove.
   CNode* GetNodeAtIndex(int index) const;
@@ -96,6 +98,7 @@ class QZXML_API CXmlCollection : public CXmlCollectionBase {
   void Insert(CXmlObjectBase* item, Place place);
   void Link(CNode* successor, CXmlObjectBase* item);
   void Unlink(CNode* pNode);
+  bool FitsEnds(const CNode* node) const;
   bool IsLinked(const CNode* node) const;
 
   CNode* m_pHead = nullptr;

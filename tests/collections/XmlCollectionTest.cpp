@@ -249,6 +249,23 @@ TEST(XmlCollection, AssertsOnTheOnlyNodeOfAnotherList) {
   EXPECT_EQ("c", others.names());
 }
 
+TEST(XmlCollection, LeavesTheEndsOfAnotherListAlone) {
+  CThings things;
+  CThings others;
+  Filled(things, "ab");
+  Filled(others, "cd");
+  {
+    const qztest::AssertionRecorder silent;
+    things.RemoveNode(others.GetFirstNode());
+    things.RemoveNode(others.GetLastNode());
+  }
+  EXPECT_QZ_ASSERT("m_pTail == pNode", things.RemoveNode(others.GetLastNode()));
+  EXPECT_EQ("ab", things.names());
+  EXPECT_EQ("cd", others.names());
+  EXPECT_EQ(2, things.GetCount());
+  EXPECT_EQ(2, others.GetCount());
+}
+
 TEST(XmlCollection, TellsOfARemovalWithoutTheIndex) {
   CListener listener;
   CThings things;
