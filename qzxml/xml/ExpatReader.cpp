@@ -74,7 +74,8 @@ struct CExpatReader::Handlers {
 
   static void XMLCALL StartNamespace(void* userData, const XML_Char* prefix, const XML_Char* uri) {
     Guard(userData, [=](CExpatReader* pThis) {
-      const auto toLocal = [](std::string_view text) {
+      const auto toLocal = [pThis](std::string_view text) {
+        pThis->m_nodes.CountOctets(text.size());
         return Utf8ToLocal(text.data(), static_cast<std::uint32_t>(text.size()));
       };
       pThis->m_doc.SetNamespaceMapping(toLocal(detail::ViewOf(prefix)),
@@ -172,7 +173,8 @@ void CExpatReader::Feed(std::string_view piece, bool isLast) {
   m_pending = done < 0 ? m_pending + piece.size() : m_fedOctets - static_cast<std::uint64_t>(done);
 }
 
-// Puts what was gathered into the tree and throws.
+// Puts what was gathered into the tree and throws. No bound may put another failure in the place of
+// the one that was met.
 void CExpatReader::Fail() {
   std::string message;
   if (m_failure == nullptr) {
@@ -180,6 +182,7 @@ void CExpatReader::Fail() {
                            static_cast<int>(XML_GetCurrentLineNumber(m_parser)));
   }
   FreeParser();
+  m_nodes.ClearBounds();
   for (; !m_textBegin.empty(); m_textBegin.pop_back()) FlushText();
   if (m_failure != nullptr) std::rethrow_exception(std::exchange(m_failure, nullptr));
   throw CQzException(std::move(message));
@@ -217,8 +220,7 @@ void CExpatReader::AddAttributes(CXmlElement* element, const char** attributes, 
   for (std::size_t i = 0; i < count; ++i) {
     const detail::XmlName* const name = m_nodes.GetNames().FindJoined(attributes[i * 2]);
     const std::string_view value(attributes[i * 2 + 1]);
-    m_nodes.CountOctets(name->localName.size() + value.size() +
-                        (i < written ? 0 : sizeof(CXmlAttribute)));
+    m_nodes.CountOctets(name->octets + value.size() + (i < written ? 0 : sizeof(CXmlAttribute)));
     if (m_isLocalUtf8) {
       m_nodes.AddAttribute(element, name, value);
     } else {
@@ -230,8 +232,9 @@ void CExpatReader::AddAttributes(CXmlElement* element, const char** attributes, 
 
 void CExpatReader::EndElement() {
   if (m_textSize != m_textBegin.back()) FlushText();
+  const bool isOpen = m_textBegin.size() <= m_doc.m_pElementStack.size();
   m_textBegin.pop_back();
-  m_doc.CloseElement();
+  if (isOpen) m_doc.CloseElement();
 }
 
 // --- Text
@@ -276,12 +279,14 @@ void CExpatReader::MakeRoom(std::size_t length) {
   }
 }
 
-// Gives the innermost open element what was gathered of its text.
+// Gives the innermost open element what was gathered of its text. Who empties the document between
+// two pieces of its input has taken the element away.
 void CExpatReader::FlushText() {
   if (m_textBegin.empty() || m_textSize == m_textBegin.back()) return;
   const std::size_t begin = m_textBegin.back();
   const std::string_view text(m_text.data() + begin, m_textSize - begin);
   m_textSize = begin;
+  if (m_textBegin.size() > m_doc.m_pElementStack.size()) return;
   m_nodes.CountOctets(text.size());
   CXmlElement* const element = m_doc.m_pElementStack[m_textBegin.size() - 1];
   if (element->m_text.IsNone()) {

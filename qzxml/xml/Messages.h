@@ -10,6 +10,9 @@ inline constexpr char kInvalidEolType[] = "Invalid EOL type.";
 // Nothing to read from: a document, or the place where one was expected, has no element.
 inline constexpr char kEmptyDocument[] = "Invalid or empty XML document";
 
+inline constexpr char kLoadFromCallback[] =
+    "A document can not be loaded from its element callback.";
+
 // Of files that are read, each with the error number of the system. The first three begin with the
 // path.
 inline constexpr char kFileNotOpened[] = "Failed to open the file [%s] Error [0x%08x]";

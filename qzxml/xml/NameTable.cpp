@@ -11,6 +11,7 @@ namespace QzXmlLib16::detail {
 namespace {
 
 constexpr std::size_t kFirstSlots = 64;
+constexpr std::size_t kLongUri = 1024;  // octets
 
 bool IsOneOf(const std::string& text, std::initializer_list<const char*> list) {
   for (const char* candidate : list) {
@@ -21,8 +22,8 @@ bool IsOneOf(const std::string& text, std::initializer_list<const char*> list) {
 
 }  // namespace
 
-CNameTable::CNameTable(const CXmlDocument* document, CBlocks& blocks)
-    : m_document(document), m_blocks(blocks) {
+CNameTable::CNameTable(const CXmlDocument* document, CBlocks& blocks, CGrowthBound& growth)
+    : m_document(document), m_blocks(blocks), m_growth(growth) {
   Rehash(kFirstSlots);
 }
 
@@ -53,12 +54,14 @@ CNameTable::Entry* CNameTable::LookupJoined(std::string_view key) {
 
 CNameTable::Entry* CNameTable::Insert(std::string_view key, std::uint64_t hash,
                                       std::string_view uri, std::string_view localName) {
+  m_growth.Count(key.size());
   if ((m_entries.size() + 1) * 2 > m_slots.size()) Rehash(m_slots.size() * 2);
   m_entries.reserve(m_slots.size() / 2);
   const std::string* const storedUri = StoreUri(uri);
   const StoredText* const storedKey = m_blocks.AddText(key);
+  const std::size_t octets = localName.size() + (uri.size() >= kLongUri ? uri.size() : 0);
   Entry* const entry = new (m_blocks.Take(sizeof(Entry)))
-      Entry{{m_document, storedUri, std::string(localName), false, false, nullptr},
+      Entry{{m_document, storedUri, std::string(localName), octets, false, false, nullptr},
             hash,
             nullptr,
             storedKey};

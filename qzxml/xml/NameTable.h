@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "qzxml/xml/Arena.h"
+#include "qzxml/xml/GrowthBound.h"
 #include "qzxml/xml/TextHash.h"
 #include "qzxml/xml/XmlName.h"
 
@@ -17,15 +18,19 @@ namespace QzXmlLib16::detail {
 // The names of one document, found by the bytes that a parser delivers, so that a name that is
 // known costs no string. A name's address never changes before Clear.
 // Open addressing over a power of two slots, at most half of them taken.
+// A document can give a long namespace to many short names. So what a new name takes is counted
+// against the growth, and each node counts its namespace when that is a long one, as it takes time
+// to compare.
 class CNameTable {
  public:
-  CNameTable(const CXmlDocument* document, CBlocks& blocks);
+  CNameTable(const CXmlDocument* document, CBlocks& blocks, CGrowthBound& growth);
   CNameTable(const CNameTable&) = delete;
   CNameTable& operator=(const CNameTable&) = delete;
   ~CNameTable();
 
   // The name of UTF-8 bytes as Expat joins them: the URI, "|", and the local name; or the local
   // name alone. A new name is converted to the local encoding and split at the first "|" then.
+  // Throws as CGrowthBound::Count.
   // Documents repeat themselves: the name that followed the last one before is tried first.
   const XmlName* FindJoined(const char* name) {
     Entry*& next = *m_pNext;
@@ -34,7 +39,7 @@ class CNameTable {
     return next;
   }
 
-  // The name of two local texts.
+  // The name of two local texts. Throws likewise.
   const XmlName* Find(std::string_view uri, std::string_view localName);
 
   // Forgets all names, before their blocks are freed.
@@ -66,6 +71,7 @@ class CNameTable {
 
   const CXmlDocument* m_document;
   CBlocks& m_blocks;
+  CGrowthBound& m_growth;
   std::forward_list<std::string> m_uris;  // the newest first
   std::vector<Entry*> m_entries;
   std::vector<Entry*> m_slots;  // null for a free one

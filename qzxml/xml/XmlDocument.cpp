@@ -9,6 +9,7 @@
 #include "qzxml/platform/Assert.h"
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/serialization/SerializationContext.h"
+#include "qzxml/xml/Messages.h"
 #include "qzxml/xml/XmlDocumentNodes.h"
 #include "qzxml/xml/XmlElement.h"
 
@@ -49,6 +50,7 @@ void CXmlDocument::Cleanup() {
   QZ_ASSERT(!m_bLoading);
   if (m_bLoading) return;
   m_pElementStack.clear();
+  m_elderSiblings.clear();
   m_aliasOfUri.clear();
   m_namespaces.clear();
   m_pNodes->Clear(std::exchange(m_pDocElement, nullptr));
@@ -82,6 +84,7 @@ void CXmlDocument::SetNamespaceMapping(std::string alias, std::string uri) {
 }
 
 CXmlElement* CXmlDocument::AddDocElement(const char* uri, const char* localName) {
+  if (m_bInCallback) throw CQzInvalidStateException(Messages::kLoadFromCallback);
   m_pElementStack.clear();
   if (m_pDocElement != nullptr) m_pNodes->Destroy(std::exchange(m_pDocElement, nullptr));
   return OpenElement(m_pNodes->GetNames().Find(detail::ViewOf(uri), detail::ViewOf(localName)));
@@ -93,12 +96,38 @@ CXmlElement* CXmlDocument::AddChildElement(const char* uri, const char* localNam
 }
 
 void CXmlDocument::EndElement() {
-  if (!m_pElementStack.empty()) CloseElement();
+  if (m_pElementStack.size() > m_heldOpen) CloseElement();
 }
+
+// One call of the element callback. What is open stays open for it, and what it opens is closed
+// behind it, however it ends.
+class CXmlDocument::COffer {
+ public:
+  explicit COffer(CXmlDocument& document)
+      : m_document(document),
+        m_outerHeldOpen(std::exchange(document.m_heldOpen, document.m_pElementStack.size())),
+        m_outerInCallback(std::exchange(document.m_bInCallback, true)) {}
+  COffer(const COffer&) = delete;
+  COffer& operator=(const COffer&) = delete;
+  ~COffer() {
+    std::vector<CXmlElement*>& open = m_document.m_pElementStack;
+    if (open.size() > m_document.m_heldOpen) open.resize(m_document.m_heldOpen);
+    m_document.m_heldOpen = m_outerHeldOpen;
+    m_document.m_bInCallback = m_outerInCallback;
+  }
+
+ private:
+  CXmlDocument& m_document;
+  const std::size_t m_outerHeldOpen;
+  const bool m_outerInCallback;
+};
 
 // Asks the callback about an element that ended, and takes it away if told so.
 void CXmlDocument::OfferElement(CXmlElement* element) {
-  if (!m_pElementCallback(element)) return;
+  {
+    const COffer offer(*this);
+    if (!m_pElementCallback(element)) return;
+  }
   if (m_pElementStack.empty()) return;  // the document element stays, whatever the answer
   CXmlElement* const parent = m_pElementStack.back();
   CXmlElement* const elder = m_elderSiblings[m_pElementStack.size()];
@@ -107,6 +136,17 @@ void CXmlDocument::OfferElement(CXmlElement* element) {
   } else {
     parent->RemoveLastChildElement();
   }
+}
+
+// An element is about to leave the tree: it is no longer open, nor is what is below it. False when
+// it has to stay, as it is open around the element that the callback has.
+bool CXmlDocument::Forget(const CXmlElement* element) {
+  const auto open = std::find(m_pElementStack.begin(), m_pElementStack.end(), element);
+  if (open - m_pElementStack.begin() < static_cast<std::ptrdiff_t>(m_heldOpen)) return false;
+  m_pElementStack.erase(open, m_pElementStack.end());
+  std::replace(m_elderSiblings.begin(), m_elderSiblings.end(), const_cast<CXmlElement*>(element),
+               static_cast<CXmlElement*>(nullptr));
+  return true;
 }
 
 void CXmlDocument::AddElementAttribute(CXmlElement* element, const std::string& localName,

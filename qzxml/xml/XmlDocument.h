@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -48,7 +49,8 @@ class QZXML_API CXmlDocument : public CInstanceMonitor {
   // Called with each element as it ends, its content complete. True takes the element out of the
   // tree and frees it, so that a long document can be used up element by element without the tree
   // growing. What it answers for the document element is not regarded: that one stays.
-  // An exception that it throws ends the load and passes on.
+  // An exception that it throws ends the load and passes on. It may build on in the tree; what it
+  // opens there ends with it, and what is open around the element stays open.
   using ElementCallback = bool (*)(CXmlElement* element);
 
   // Without a context, CSerializationContext::GetDefaultContext() is taken. The context is not
@@ -101,12 +103,14 @@ class QZXML_API CXmlDocument : public CInstanceMonitor {
   // Makes this document empty and takes the schema type of its context anew.
   void Init();
   // The root, which is open then; another one that was there goes. A null text is taken as empty,
-  // here and below.
+  // here and below. Throws CQzInvalidStateException "A document can not be loaded from its element
+  // callback." there.
   CXmlElement* AddDocElement(const char* uri, const char* localName);
   // A new last child of the innermost open element, which is open then.
   // Throws CQzException "The document has no open element." when there is none.
   CXmlElement* AddChildElement(const char* uri, const char* localName);
-  // Closes the innermost open element, and offers it to the callback. Nothing when none is open.
+  // Closes the innermost open element, and offers it to the callback. Nothing when none is open, or
+  // none but those around the element that the callback has just now.
   void EndElement();
   static void AddElementAttribute(CXmlElement* element, const std::string& localName,
                                   const std::string& value, const std::string& uri);
@@ -119,6 +123,7 @@ class QZXML_API CXmlDocument : public CInstanceMonitor {
   friend class CExpatReader;
   friend class CXmlElement;
   class CLoadScope;
+  class COffer;
 
   void Parse();      // input of any form
   void ParseText();  // input of XML text
@@ -127,6 +132,7 @@ class QZXML_API CXmlDocument : public CInstanceMonitor {
   CXmlElement* OpenElement(const detail::XmlName* name);
   void CloseElement();
   void OfferElement(CXmlElement* element);
+  bool Forget(const CXmlElement* element);
   void SetNamespaceMapping(std::string alias, std::string uri);
 
   // The tree: its memory and names, its root, and its open elements, innermost last.
@@ -134,6 +140,8 @@ class QZXML_API CXmlDocument : public CInstanceMonitor {
   CXmlElement* m_pDocElement = nullptr;
   std::vector<CXmlElement*> m_pElementStack;
   std::vector<CXmlElement*> m_elderSiblings;  // of the open elements; only for the callback
+  std::size_t m_heldOpen = 0;                 // outermost open elements, while the callback runs
+  bool m_bInCallback = false;
   std::map<std::string, std::string, std::less<>> m_namespaces;         // alias to URI
   mutable std::map<std::string_view, const std::string*> m_aliasOfUri;  // of many, when asked for
   // What is being read. Not owned; null while no load runs.

@@ -81,9 +81,10 @@ class CXmlDocument::CLoadScope {
  public:
   explicit CLoadScope(CXmlDocument& document) : m_document(document) {
     if (document.m_bLoading) {
-      throw CQzInvalidStateException("A document can not be loaded from its element callback.");
+      throw CQzInvalidStateException(Messages::kLoadFromCallback);
     }
     document.Cleanup();
+    document.CXmlDocument::Cleanup();  // a derived class may have left something
     document.m_pNodes->SetBounds(*document.m_pContext);
     document.m_bLoading = true;
   }

@@ -9,12 +9,6 @@
 #include "qzxml/serialization/SerializationContext.h"
 
 namespace QzXmlLib16::detail {
-namespace {
-
-// A tree of so many octets is no danger, however small its input is.
-constexpr std::uint64_t kOctetsWithoutBound = 8 * 1024 * 1024;
-
-}  // namespace
 
 std::uint64_t GetHashSalt() {
   std::random_device device;
@@ -132,26 +126,17 @@ void CXmlNodes::Clear(CXmlElement* root) {
 
 void CXmlNodes::SetBounds(const CSerializationContext& context) {
   m_maxDepth = context.GetMaxDepth() != 0 ? context.GetMaxDepth() : kNone;
-  m_maxAmplification = context.GetMaxAmplification();
-  m_octets = 0;
-  SetInputOctets(0);
+  m_growth.Begin(context.GetMaxAmplification());
 }
 
-void CXmlNodes::ClearBounds() { m_maxDepth = m_maxOctets = kNone; }
-
-void CXmlNodes::SetInputOctets(std::uint64_t octets) {
-  m_maxOctets =
-      m_maxAmplification != 0 ? std::max(kOctetsWithoutBound, octets * m_maxAmplification) : kNone;
+void CXmlNodes::ClearBounds() {
+  m_maxDepth = kNone;
+  m_growth.End();
 }
 
 void CXmlNodes::ThrowDepth() const {
   throw CQzException(FormatString("The document exceeds the depth limit of %d elements",
                                   static_cast<int>(m_maxDepth)));
-}
-
-void CXmlNodes::ThrowGrowth() const {
-  throw CQzException(FormatString("The document grows past %d times its size",
-                                  static_cast<int>(m_maxAmplification)));
 }
 
 }  // namespace QzXmlLib16::detail

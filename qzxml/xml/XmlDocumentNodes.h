@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "qzxml/xml/Arena.h"
+#include "qzxml/xml/GrowthBound.h"
 #include "qzxml/xml/NameTable.h"
 #include "qzxml/xml/XmlAttribute.h"
 #include "qzxml/xml/XmlDocument.h"
@@ -39,7 +40,7 @@ extern CInstanceClass g_attributeClass;
 // depth.
 class CXmlNodes {
  public:
-  explicit CXmlNodes(const CXmlDocument* document) : m_names(document, m_blocks) {}
+  explicit CXmlNodes(const CXmlDocument* document) : m_names(document, m_blocks, m_growth) {}
   CXmlNodes(const CXmlNodes&) = delete;
   CXmlNodes& operator=(const CXmlNodes&) = delete;
 
@@ -94,7 +95,7 @@ class CXmlNodes {
   void ClearBounds();
 
   // Tells how much input there is to compare the growth with.
-  void SetInputOctets(std::uint64_t octets);
+  void SetInputOctets(std::uint64_t octets) { m_growth.SetInputOctets(octets); }
 
   // Throws CQzException "The document exceeds the depth limit of %d elements".
   void CheckDepth(std::size_t depth) const {
@@ -103,17 +104,13 @@ class CXmlNodes {
 
   // Counts octets that are put into the tree.
   // Throws CQzException "The document grows past %d times its size".
-  void CountOctets(std::uint64_t octets) {
-    m_octets += octets;
-    if (m_octets > m_maxOctets) ThrowGrowth();
-  }
+  void CountOctets(std::uint64_t octets) { m_growth.Count(octets); }
 
  private:
   static constexpr std::size_t kLongestStored = 8192;
   static constexpr std::uint64_t kNone = std::numeric_limits<std::uint64_t>::max();
 
   [[noreturn]] void ThrowDepth() const;
-  [[noreturn]] void ThrowGrowth() const;
   CNodeText MakeText(std::string_view text) {
     return m_storesTexts && text.size() <= kLongestStored
                ? CNodeText(m_blocks.AddText(text))
@@ -124,6 +121,7 @@ class CXmlNodes {
   void DestroyTree(CXmlElement* root);
 
   CBlocks m_blocks;
+  CGrowthBound m_growth;
   CArena<CXmlElement> m_elements{m_blocks};
   CArena<CXmlAttribute> m_attributes{m_blocks};
   CArena<CNodeAttributes::List> m_attributeLists{m_blocks};
@@ -131,9 +129,6 @@ class CXmlNodes {
   CNameTable m_names;
   bool m_storesTexts = true;
   std::uint64_t m_maxDepth = kNone;
-  std::uint64_t m_octets = 0;
-  std::uint64_t m_maxOctets = kNone;
-  std::uint32_t m_maxAmplification = 0;
 };
 
 }  // namespace detail
@@ -143,7 +138,7 @@ class CXmlNodes {
 // Opens the child of the innermost open element, or the root when none is open.
 inline CXmlElement* CXmlDocument::OpenElement(const detail::XmlName* name) {
   m_pNodes->CheckDepth(m_pElementStack.size() + 1);
-  m_pNodes->CountOctets(name->localName.size());
+  m_pNodes->CountOctets(name->octets);
   CXmlElement* const parent = m_pElementStack.empty() ? nullptr : m_pElementStack.back();
   if (m_pElementCallback != nullptr) {
     m_elderSiblings.resize(m_pElementStack.size());

@@ -76,8 +76,10 @@ CXmlElement* CXmlElement::CreateNewChildElement() {
 }
 
 CXmlElement::Owner CXmlElement::RemoveLastChildElement() {
+  if (m_pLastChild == nullptr) return nullptr;
+  if (!const_cast<CXmlDocument*>(GetDocument())->Forget(m_pLastChild)) return nullptr;
   CXmlElement* before = m_pLastChild;
-  while (before != nullptr && before->m_pNextSibling != m_pLastChild) {
+  while (before->m_pNextSibling != m_pLastChild) {
     before = before->m_pNextSibling;
   }
   return RemoveLastChildElement(before);

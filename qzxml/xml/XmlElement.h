@@ -92,7 +92,8 @@ class QZXML_API CXmlElement final : public CInstanceMonitor {
   void AppendText(const char* text, int length);
   // A new last child without name.
   CXmlElement* CreateNewChildElement();
-  // Takes the last child out of the tree; null when there is none. Linear in the children.
+  // Takes the last child out of the tree; null when there is none, and for one that is open while
+  // the element callback runs. Linear in the children.
   Owner RemoveLastChildElement();
   void AddAttribute(const std::string& localName, const std::string& value, const std::string& uri);
   void SetElementName(const char* localName);

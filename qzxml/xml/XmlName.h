@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace QzXmlLib16 {
@@ -15,6 +16,7 @@ struct XmlName {
   const CXmlDocument* document;  // not owned; the name lives as long as the document's content
   const std::string* uri;        // never null, empty for no namespace; shared by names
   std::string localName;         // without prefix
+  std::size_t octets;            // what a node of this name counts against the growth
   bool isNamespaceAttribute;     // as CXmlAttribute::IsNamespaceAttribute answers
   bool isNilAttribute;           // as CXmlAttribute::IsNilAttribute answers
   // The text stored last for a parent element of this name, or null.

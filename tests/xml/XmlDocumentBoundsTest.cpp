@@ -133,6 +133,56 @@ TEST_F(XmlDocumentBounds, EntitiesThatMultiplyAreRefused) {
   EXPECT_GT(9 * kMiB, document.GetDocumentElement()->GetText().size());
 }
 
+// A namespace of that many octets, and elements in it, each with a name of its own or all with one.
+std::string InNamespace(std::size_t octets, std::size_t elements, bool ownNames) {
+  std::string text = "<r xmlns:a='" + std::string(octets, 'u') + "'>";
+  for (std::size_t i = 0; i < elements; ++i) {
+    text += ownNames ? "<a:b" + std::to_string(i) + "/>" : std::string("<a:b/>");
+  }
+  return text + "</r>";
+}
+
+TEST_F(XmlDocumentBounds, ALongNamespaceOfManyNamesMayNotMakeItGrowPastItsBound) {
+  CXmlDocument document;
+  EXPECT_QZ_THROW(CQzException, "The document grows past 100 times its size",
+                  document.LoadXml(InNamespace(1000000, 10000, true).c_str()));
+  EXPECT_QZ_THROW(CQzException, "The document grows past 100 times its size",
+                  document.LoadXml(InNamespace(100000, 10000, false).c_str()));
+  std::string text = "<r xmlns:a='" + std::string(100000, 'u') + "'>";
+  for (int i = 0; i < 1000; ++i) text += "<c a:a='' a:b=''/>";
+  EXPECT_QZ_THROW(CQzException, "The document grows past 100 times its size",
+                  document.LoadXml((text + "</r>").c_str()));
+}
+
+TEST_F(XmlDocumentBounds, NamespacesOfOrdinaryLengthDoNotCountForEachElement) {
+  CSerializationContext context;
+  context.SetMaxAmplification(2);
+  CXmlDocument document(context);
+  document.LoadXml(InNamespace(1023, 100000, false).c_str());
+  EXPECT_EQ(100001, qztest::LiveCounts()["CXmlElement"]);
+}
+
+TEST_F(XmlDocumentBounds, DefaultDeclarationsMayNotMakeItGrowPastItsBound) {
+  std::string text =
+      "<!DOCTYPE r [<!ATTLIST c xmlns:a CDATA '" + std::string(100000, 'u') + "'>]><r>";
+  for (int i = 0; i < 10000; ++i) text += "<c/>";
+  CXmlDocument document;
+  EXPECT_QZ_THROW(CQzException, "The document grows past 100 times its size",
+                  document.LoadXml((text + "</r>").c_str()));
+}
+
+TEST_F(XmlDocumentBounds, ABoundDoesNotHideTheFailureThatWasMet) {
+  CSerializationContext context;
+  context.SetMaxAmplification(1);
+  CXmlDocument document(context);
+  // The text is not in the tree yet when the parser fails; with it the tree is past its bound.
+  const std::string text(9000000, 't');
+  const std::string entities = "<!DOCTYPE r [<!ENTITY e '" + std::string(60000, 'v') + "'>]>";
+  EXPECT_QZ_THROW(CQzException, "mismatched tag at line 1",
+                  document.LoadXml((entities + "<r a='" + text + "'>&e;&e;</s>").c_str()));
+  EXPECT_EQ(120000U, document.GetDocumentElement()->GetText().size());
+}
+
 TEST_F(XmlDocumentBounds, PlainContentMayBeOfAnySize) {
   CSerializationContext context;
   context.SetMaxAmplification(1);

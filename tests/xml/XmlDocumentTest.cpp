@@ -89,6 +89,42 @@ TEST_F(XmlDocument, AnEndWithoutAnOpenElementIsNothing) {
   EXPECT_EQ("(none)", Shape(document));
 }
 
+TEST_F(XmlDocument, AnOpenElementThatIsTakenAwayIsOpenNoLonger) {
+  CXmlDocument document;
+  CXmlElement* root = document.AddDocElement("", "r");
+  document.AddChildElement("", "a");
+  document.AddChildElement("", "b");
+  document.AddChildElement("", "c");
+  EXPECT_EQ("a[b[c]]", Shape(root->RemoveLastChildElement().get()));
+  document.AddChildElement("", "d");
+  EXPECT_EQ("r[d]", Shape(document));
+  document.EndElement();
+  document.EndElement();
+  EXPECT_QZ_THROW(CQzException, "The document has no open element.",
+                  document.AddChildElement("", "e"));
+}
+
+// Keeps what it has; a load may not mix two documents for that.
+class CKeepingDocument : public CXmlDocument {
+ public:
+  void Cleanup() override { ++cleanups; }
+
+  int cleanups = 0;
+};
+
+TEST_F(XmlDocument, EveryLoadBeginsWithTheCleanupOfTheDocumentsClass) {
+  CKeepingDocument document;
+  EXPECT_THROW(document.LoadXml("<r xmlns:p='urn:p'><a>"), CQzException);
+  document.LoadXml("<s>t</s>");
+  EXPECT_EQ("s \"t\"", Shape(document));
+  EXPECT_EQ("", document.LookupNamespaceFromAlias("p"));
+  EXPECT_THROW(document.LoadXml(""), CQzException);
+  EXPECT_THROW(document.LoadXml(u""), CQzException);
+  EXPECT_THROW(document.LoadXmlStream(nullptr, 0), CQzException);
+  EXPECT_THROW(document.Load("/none/none"), CQzException);
+  EXPECT_EQ(6, document.cleanups);
+}
+
 TEST_F(XmlDocument, ASecondRootTakesThePlaceOfTheFirst) {
   CXmlDocument document;
   document.AddDocElement("", "r");

@@ -1,0 +1,31 @@
+#include "qzxml/xml/GrowthBound.h"
+
+#include <algorithm>
+
+#include "qzxml/runtime/Functions.h"
+#include "qzxml/runtime/QzException.h"
+
+namespace QzXmlLib16::detail {
+namespace {
+
+// A tree of so many octets is no danger, however small its input is.
+constexpr std::uint64_t kOctetsWithoutBound = 8 * 1024 * 1024;
+
+}  // namespace
+
+void CGrowthBound::Begin(std::uint32_t times) {
+  m_times = times;
+  m_octets = 0;
+  SetInputOctets(0);
+}
+
+void CGrowthBound::SetInputOctets(std::uint64_t octets) {
+  m_maxOctets = m_times != 0 ? std::max(kOctetsWithoutBound, octets * m_times) : kNone;
+}
+
+void CGrowthBound::Throw() const {
+  throw CQzException(
+      FormatString("The document grows past %d times its size", static_cast<int>(m_times)));
+}
+
+}  // namespace QzXmlLib16::detail
