@@ -31,8 +31,9 @@ THIRD_PARTY = {
 # From below to above; a header includes its own level and those below. The first match counts.
 LEVELS = [
     ("platform", re.compile(r"qzxml/platform/")),
-    ("runtime", re.compile(r"qzxml/runtime/")),
-    ("values", re.compile(r"qzxml/values/")),
+    ("runtime", re.compile(r"qzxml/runtime/(?!BinaryStream\.h$)")),
+    # The stream of bytes holds a value of bytes.
+    ("values", re.compile(r"qzxml/(values/|runtime/BinaryStream\.h$)")),
     ("xml", re.compile(r"qzxml/xml/")),
     ("object base", re.compile(
         r"qzxml/serialization/(EventSink|Messages|NamespaceAliasMap|NamespaceRules|Nillable"

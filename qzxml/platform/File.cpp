@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <utility>
 
 namespace QzXmlLib16::detail {
 namespace {
@@ -77,11 +78,44 @@ std::unique_ptr<IFile> OpenPosixFile(const char* path, FileMode mode, int& error
   return file;
 }
 
+class CPosixOutputFile final : public IOutputFile {
+ public:
+  explicit CPosixOutputFile(int descriptor) : m_descriptor(descriptor) {}
+  ~CPosixOutputFile() override { Close(); }
+
+  int Write(const void* data, std::size_t length) override {
+    for (const char* at = static_cast<const char*>(data); length > 0;) {
+      const ssize_t count = write(m_descriptor, at, std::min(length, kMostAtOnce));
+      if (count >= 0) {
+        at += count;
+        length -= static_cast<std::size_t>(count);
+      } else if (errno != EINTR) {
+        return errno;
+      }
+    }
+    return 0;
+  }
+
+  int Close() override {
+    if (m_descriptor < 0) return 0;
+    const int descriptor = std::exchange(m_descriptor, -1);
+    // An interrupted close has closed all the same.
+    return close(descriptor) == 0 || errno == EINTR ? 0 : errno;
+  }
+
+ private:
+  int m_descriptor;  // below 0 when closed
+};
+
+constexpr mode_t kEverybodyMayReadAndWrite = 0666;  // less what the process's mask takes away
+
 std::atomic<FileOpener> g_opener{&OpenPosixFile};
 
 }  // namespace
 
 IFile::~IFile() = default;
+
+IOutputFile::~IOutputFile() = default;
 
 std::unique_ptr<IFile> OpenFile(const char* path, FileMode mode, int& error) {
   return g_opener.load(std::memory_order_acquire)(path, mode, error);
@@ -89,6 +123,24 @@ std::unique_ptr<IFile> OpenFile(const char* path, FileMode mode, int& error) {
 
 FileOpener SetFileOpener(FileOpener opener) {
   return g_opener.exchange(opener != nullptr ? opener : &OpenPosixFile);
+}
+
+std::unique_ptr<IOutputFile> CreateOutputFile(const char* path, int& error) {
+  // O_NONBLOCK lets a fifo without a reader answer at once; then the writes are to wait again.
+  const int descriptor =
+      open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NONBLOCK, kEverybodyMayReadAndWrite);
+  if (descriptor < 0) {
+    error = errno;
+    return nullptr;
+  }
+  auto file = std::make_unique<CPosixOutputFile>(descriptor);
+  const int flags = fcntl(descriptor, F_GETFL);
+  if (flags < 0 || fcntl(descriptor, F_SETFL, flags & ~O_NONBLOCK) != 0) {
+    error = errno;
+    return nullptr;
+  }
+  error = 0;
+  return file;
 }
 
 }  // namespace QzXmlLib16::detail

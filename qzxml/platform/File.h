@@ -42,4 +42,25 @@ QZXML_API std::unique_ptr<IFile> OpenFile(const char* path, FileMode mode, int& 
 using FileOpener = std::unique_ptr<IFile> (*)(const char* path, FileMode mode, int& error);
 QZXML_API FileOpener SetFileOpener(FileOpener opener);
 
+// A file that is written from its begin. Both operations answer 0, or the error number of the
+// system. The destructor closes it in silence. One thread at a time. The system's own write-back is
+// at work behind what was written.
+class QZXML_API IOutputFile {
+ public:
+  IOutputFile() = default;
+  IOutputFile(const IOutputFile&) = delete;
+  IOutputFile& operator=(const IOutputFile&) = delete;
+  virtual ~IOutputFile();
+
+  // All of it, behind what was written before.
+  virtual int Write(const void* data, std::size_t length) = 0;
+
+  // To be called once, last: what the system could not write shows here at the latest.
+  virtual int Close() = 0;
+};
+
+// Makes a file, or empties the one that is there; null and the error number when that fails. A
+// folder fails with EISDIR. The call does not wait: a fifo without a reader fails with ENXIO.
+QZXML_API std::unique_ptr<IOutputFile> CreateOutputFile(const char* path, int& error);
+
 }  // namespace QzXmlLib16::detail

@@ -50,6 +50,14 @@ void CStringBuffer::AppendTo(std::string& out) const {
   for (const Block& block : m_blocks) out.append(block.data.get(), GetDataIn(block));
 }
 
+void CStringBuffer::CopyTo(char* out) const {
+  for (const Block& block : m_blocks) {
+    const std::uint32_t length = GetDataIn(block);
+    std::memcpy(out, block.data.get(), length);
+    out += length;
+  }
+}
+
 void CStringBuffer::Reset() {
   if (m_blocks.size() != 1) {
     Clear();

@@ -72,6 +72,8 @@ class QZXML_API CStringBuffer : public ::CInstanceMonitor {
 
   // Adds all the text to a string, each byte copied once; the buffer stays as it is.
   void AppendTo(std::string& out) const;
+  // Puts all the text at a place with room for GetLength() bytes.
+  void CopyTo(char* out) const;
 
   // Forgets the text. A single block is kept with the capacity that it has.
   void Reset();

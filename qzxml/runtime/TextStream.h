@@ -11,6 +11,8 @@
 
 namespace QzXmlLib16 {
 
+class CBinaryData;
+
 // Where the text writers put a document: holds local text in memory. Derived streams pass it on in
 // Flush. Belongs to one thread.
 class QZXML_API CTextStream : private ::CInstanceMonitor {
@@ -47,6 +49,11 @@ class QZXML_API CTextStream : private ::CInstanceMonitor {
   // The pending text as a string, each byte copied once. The stream is empty afterwards.
   std::string TakeText();
   void AppendTo(std::string& out) const { m_buffer.AppendTo(out); }
+
+  // The pending text in the stream's encoding, without a byte-order mark; it stays pending. A text
+  // ends at its first zero byte. Throws CQzException "Unknown Encoding, select UTF-8 (contact our
+  // support team)" for XmlEncoding_Default and unknown values.
+  void GetEncodedData(CBinaryData& out);
 
  protected:
   // For derived classes, which count under their own name.

@@ -21,8 +21,14 @@ namespace QzXmlLib16 {
 class CBinaryData;
 class CElement;
 class CXmlCollectionBase;
+class CTextStream;
 class CXmlElement;
 class CXmlWriter;
+
+// True lets ToXmlFile and ToJsonFile write while the document grows, when they are not to compress:
+// memory then holds one chunk of it. False, the default, has it whole in memory first. For the
+// whole process; to be set before work starts.
+QZXML_API void AsyncToXmlFile(bool async);
 
 // The root of everything that can be written as a document and read back: generated classes,
 // collections and open content.
@@ -47,11 +53,42 @@ class QZXML_API CXmlObjectBase : public IEventSink {
 
   // --- Writing
 
-  // The object as the text of a document. Throws CQzException and its family for a value that the
-  // schema does not allow; the object is never changed.
+  // Every entry throws CQzException and its family for a value that the schema does not allow; the
+  // object is never changed. Those that give bytes or a file throw CQzException "Unknown Encoding,
+  // select UTF-8 (contact our support team)" for another encoding than UTF-8 and the two of UTF-16,
+  // and what CQzZip::Compress throws. A file is made anew where there is one, begins with FF FE for
+  // UTF-16, and stays as far as it got where the system fails: CQzException "Failed to write data
+  // to the file [%s] error [0x%08X]". CompressionType_ZLib is not for files: CQzException "ZLIB
+  // Compression only available for To Stream methods.".
+
+  // Into a file: the whole document in one go, or bit by bit as AsyncToXmlFile says.
+  virtual void ToXmlFile(
+      const char* fileName, bool declaration = true, bool formatted = true,
+      XmlEncoding encoding = XmlEncoding_UTF8, EOLType eol = EOLType_LF,
+      const CSerializationContext& context = CSerializationContext::GetDefaultContext(),
+      CompressionType compression = CompressionType_None) const;
+  virtual void ToJsonFile(
+      const char* fileName, bool formatted = true, XmlEncoding encoding = XmlEncoding_UTF8,
+      EOLType eol = EOLType_LF,
+      const CSerializationContext& context = CSerializationContext::GetDefaultContext(),
+      CompressionType compression = CompressionType_None) const;
+  // The text of a document.
   virtual std::string ToXml(
       bool declaration = true, bool formatted = true, EOLType eol = EOLType_LF,
       const CSerializationContext& context = CSerializationContext::GetDefaultContext()) const;
+  virtual std::string ToJson(
+      bool formatted = true, EOLType eol = EOLType_LF,
+      const CSerializationContext& context = CSerializationContext::GetDefaultContext()) const;
+  // The bytes of a document, without a byte-order mark.
+  virtual CBinaryData ToXmlStream(
+      bool declaration = true, bool formatted = true, XmlEncoding encoding = XmlEncoding_UTF8,
+      EOLType eol = EOLType_LF,
+      const CSerializationContext& context = CSerializationContext::GetDefaultContext(),
+      CompressionType compression = CompressionType_None) const;
+  virtual CBinaryData ToJsonStream(
+      bool formatted = true, XmlEncoding encoding = XmlEncoding_UTF8, EOLType eol = EOLType_LF,
+      const CSerializationContext& context = CSerializationContext::GetDefaultContext(),
+      CompressionType compression = CompressionType_None) const;
 
   // --- Reading
   // Each empties the object and fills it from a document, whose root may have any name: the object
@@ -170,6 +207,11 @@ class QZXML_API CXmlObjectBase : public IEventSink {
                                                   int index);
 
  private:
+  void WriteXml(CTextStream& stream, bool declaration, bool formatted, EOLType eol,
+                const CSerializationContext& context) const;
+  void WriteJson(CTextStream& stream, bool formatted, EOLType eol,
+                 const CSerializationContext& context) const;
+
   // The walks reach the protected operations of objects of every class.
   friend class CAttributeCol;
   friend class CElement;

@@ -1,6 +1,10 @@
 #include "qzxml/collections/Element.h"
+#include "qzxml/runtime/BinaryStream.h"
+#include "qzxml/runtime/FileTextStream.h"
 #include "qzxml/runtime/QzException.h"
+#include "qzxml/runtime/QzZip.h"
 #include "qzxml/runtime/TextStream.h"
+#include "qzxml/serialization/FileOutput.h"
 #include "qzxml/serialization/XmlObjectBase.h"
 #include "qzxml/values/BinaryData.h"
 #include "qzxml/xml/Messages.h"
@@ -13,9 +17,8 @@
 
 namespace QzXmlLib16 {
 
-std::string CXmlObjectBase::ToXml(bool declaration, bool formatted, EOLType eol,
-                                  const CSerializationContext& context) const {
-  CTextStream stream(XmlEncoding_Default);
+void CXmlObjectBase::WriteXml(CTextStream& stream, bool declaration, bool formatted, EOLType eol,
+                              const CSerializationContext& context) const {
   CXmlTextWriter writer(&stream);
   writer.StartDocument();
   writer.SetFormatted(formatted);
@@ -25,7 +28,38 @@ std::string CXmlObjectBase::ToXml(bool declaration, bool formatted, EOLType eol,
   if (declaration) writer.WriteXmlDeclaration();
   ToXml_Int(&writer, true, GetTargetNamespace().c_str(), context, false);
   writer.EndDocument();
+}
+
+std::string CXmlObjectBase::ToXml(bool declaration, bool formatted, EOLType eol,
+                                  const CSerializationContext& context) const {
+  CTextStream stream(XmlEncoding_Default);
+  WriteXml(stream, declaration, formatted, eol, context);
   return stream.TakeText();
+}
+
+CBinaryData CXmlObjectBase::ToXmlStream(bool declaration, bool formatted, XmlEncoding encoding,
+                                        EOLType eol, const CSerializationContext& context,
+                                        CompressionType compression) const {
+  CTextStream stream(encoding);
+  WriteXml(stream, declaration, formatted, eol, context);
+  CBinaryData bytes;
+  stream.GetEncodedData(bytes);
+  CQzZip::Compress(bytes, compression);
+  return bytes;
+}
+
+void CXmlObjectBase::ToXmlFile(const char* fileName, bool declaration, bool formatted,
+                               XmlEncoding encoding, EOLType eol,
+                               const CSerializationContext& context,
+                               CompressionType compression) const {
+  if (detail::IsFileWrittenInPieces(compression)) {
+    CFileTextStream stream(fileName, encoding);
+    WriteXml(stream, declaration, formatted, eol, context);
+  } else {
+    const CBinaryData bytes =
+        ToXmlStream(declaration, formatted, encoding, eol, context, compression);
+    CFileBinaryStream(fileName, encoding, bytes).Write();
+  }
 }
 
 void CXmlObjectBase::FromXmlFile(const char* fileName, const CSerializationContext& context) {

@@ -3,9 +3,11 @@
 
 #include <cerrno>
 #include <string>
+#include <thread>
 
 #include "qzxml/platform/File.h"
 #include "tests/support/Documents.h"
+#include "tests/support/FileLimits.h"
 
 namespace QzXmlLib16::detail {
 namespace {
@@ -81,6 +83,87 @@ TEST(File, AnOpenerStandsInForTheSystemUntilItIsTakenAway) {
   EXPECT_NE(nullptr, Open(file.path(), error));
   EXPECT_EQ(0, error);
   EXPECT_EQ(system, SetFileOpener(nullptr));
+}
+
+// --- Writing
+
+TEST(OutputFile, WritesOneBehindTheOtherAndReplacesWhatWasThere) {
+  const qztest::TemporaryFile file("what was there before, and longer");
+  int error = -1;
+  const std::unique_ptr<IOutputFile> output = CreateOutputFile(file.path().c_str(), error);
+  ASSERT_NE(nullptr, output);
+  EXPECT_EQ(0, error);
+  EXPECT_EQ("", qztest::ReadWholeFile(file.path()));
+  EXPECT_EQ(0, output->Write("one\0", 4));
+  EXPECT_EQ(0, output->Write(nullptr, 0));
+  EXPECT_EQ(0, output->Write("two", 3));
+  EXPECT_EQ(0, output->Close());
+  EXPECT_EQ(std::string("one\0two", 7), qztest::ReadWholeFile(file.path()));
+}
+
+TEST(OutputFile, AFileThatIsOpenElsewhereIsReplacedAllTheSame) {
+  const qztest::TemporaryFile file("old");
+  int error = -1;
+  const auto first = CreateOutputFile(file.path().c_str(), error);
+  ASSERT_NE(nullptr, first);
+  EXPECT_NE(nullptr, CreateOutputFile(file.path().c_str(), error));
+  EXPECT_EQ(0, error);
+}
+
+TEST(OutputFile, AnswersTheErrorOfTheSystem) {
+  const qztest::TemporaryFile file("");
+  const std::string fifo = file.path() + ".fifo";
+  ASSERT_EQ(0, mkfifo(fifo.c_str(), 0600));
+  const struct {
+    std::string path;
+    int error;
+  } cases[] = {
+      {"/no/such/folder/file", ENOENT},  {"", ENOENT},  {"/tmp", EISDIR},
+      {file.path() + "/below", ENOTDIR}, {fifo, ENXIO},
+  };
+  const int before = qztest::OpenDescriptors();
+  for (const auto& c : cases) {
+    int error = 0;
+    EXPECT_EQ(nullptr, CreateOutputFile(c.path.c_str(), error)) << c.path;
+    EXPECT_EQ(c.error, error) << c.path;
+  }
+  EXPECT_EQ(before, qztest::OpenDescriptors());
+}
+
+TEST(OutputFile, AFullDiskFailsWhereItIsWritten) {
+  int error = -1;
+  const auto full = CreateOutputFile("/dev/full", error);
+  ASSERT_NE(nullptr, full);
+  EXPECT_EQ(ENOSPC, full->Write("x", 1));
+}
+
+TEST(OutputFile, WhatFitsIsWrittenAndTheRestFails) {
+  const qztest::TemporaryFile file("");
+  int error = -1;
+  const auto output = CreateOutputFile(file.path().c_str(), error);
+  ASSERT_NE(nullptr, output);
+  const qztest::FileSizeLimit limit(10);
+  EXPECT_EQ(EFBIG, output->Write("0123456789ABC", 13));
+  EXPECT_EQ("0123456789", qztest::ReadWholeFile(file.path()));
+}
+
+TEST(OutputFile, WritesIntoAFifoThatHasAReader) {
+  const qztest::TemporaryFile file("");
+  const std::string fifo = file.path() + ".fifo";
+  ASSERT_EQ(0, mkfifo(fifo.c_str(), 0600));
+  std::string read;
+  std::thread reader([&] { read = qztest::ReadWholeFile(fifo); });
+  std::unique_ptr<IOutputFile> output;
+  for (int error = ENXIO; output == nullptr && error == ENXIO;) {
+    output = CreateOutputFile(fifo.c_str(), error);
+    std::this_thread::yield();
+  }
+  ASSERT_NE(nullptr, output);
+  const std::string content(300000, 'x');  // more than a fifo holds, so that the writer waits
+  EXPECT_EQ(0, output->Write(content.data(), content.size()));
+  EXPECT_EQ(0, output->Close());
+  reader.join();
+  EXPECT_EQ(content, read);
 }
 
 }  // namespace

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "qzxml/runtime/XmlTypes.h"
+
+namespace QzXmlLib16::detail {
+
+// How the entries that write a text into a file go about it: true to write it while it grows, false
+// to have the bytes in memory first. Throws CQzException "ZLIB Compression only available for To
+// Stream methods.".
+bool IsFileWrittenInPieces(CompressionType compression);
+
+}  // namespace QzXmlLib16::detail
