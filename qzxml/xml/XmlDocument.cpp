@@ -85,9 +85,12 @@ void CXmlDocument::SetNamespaceMapping(std::string alias, std::string uri) {
 
 CXmlElement* CXmlDocument::AddDocElement(const char* uri, const char* localName) {
   if (m_bInCallback) throw CQzInvalidStateException(Messages::kLoadFromCallback);
+  // The texts may be those of the tree that goes.
+  const detail::XmlName* const name =
+      m_pNodes->GetNames().Find(detail::ViewOf(uri), detail::ViewOf(localName));
   m_pElementStack.clear();
   if (m_pDocElement != nullptr) m_pNodes->Destroy(std::exchange(m_pDocElement, nullptr));
-  return OpenElement(m_pNodes->GetNames().Find(detail::ViewOf(uri), detail::ViewOf(localName)));
+  return OpenElement(name);
 }
 
 CXmlElement* CXmlDocument::AddChildElement(const char* uri, const char* localName) {
@@ -132,7 +135,7 @@ void CXmlDocument::OfferElement(CXmlElement* element) {
   CXmlElement* const parent = m_pElementStack.back();
   CXmlElement* const elder = m_elderSiblings[m_pElementStack.size()];
   if (elder != nullptr && elder->m_pNextSibling == parent->m_pLastChild) {
-    parent->RemoveLastChildElement(elder);
+    m_pNodes->Destroy(parent->UnlinkLastChild(elder));
   } else {
     parent->RemoveLastChildElement();
   }

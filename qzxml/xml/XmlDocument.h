@@ -81,8 +81,9 @@ class QZXML_API CXmlDocument : public CInstanceMonitor {
   const std::string& LookupAliasFromNamespace(const char* uri) const;
 
   // --- Loading. Each throws CQzException; with the text of Expat and the line, "%s at line %d",
-  // for what is not well-formed; "The document exceeds the depth limit of %d elements" and "The
-  // document grows past %d times its size" for the bounds of the context.
+  // for what is not well-formed. Bytes and texts are read where they stand, so they must not be of
+  // this document's own tree, which goes first. "The document exceeds the depth limit of %d
+  // elements" and "The document grows past %d times its size" for the bounds of the context.
 
   // Throws "Failed to open the file [%s] Error [0x%08x]", "Failed to get the size of the file [%s]
   // Error [0x%08x]" and "Failed to read the contents of the file [%s] Error [0x%08x]" with the
@@ -103,8 +104,8 @@ class QZXML_API CXmlDocument : public CInstanceMonitor {
   // Makes this document empty and takes the schema type of its context anew.
   void Init();
   // The root, which is open then; another one that was there goes. A null text is taken as empty,
-  // here and below. Throws CQzInvalidStateException "A document can not be loaded from its element
-  // callback." there.
+  // here and below. From the element callback it throws CQzInvalidStateException "A document can
+  // not be loaded from its element callback."
   CXmlElement* AddDocElement(const char* uri, const char* localName);
   // A new last child of the innermost open element, which is open then.
   // Throws CQzException "The document has no open element." when there is none.

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <string>
 #include <utility>
 
 #include "qzxml/platform/File.h"
@@ -106,12 +107,12 @@ class CXmlDocument::CLoadScope {
 };
 
 void CXmlDocument::Load(const char* path) {
-  if (path == nullptr) path = "";
+  const std::string file(detail::ViewOf(path));  // the path may be a text of the tree that goes
   CLoadScope scope(*this);
   if (g_asyncFromXmlFile.load(std::memory_order_relaxed)) {
-    LoadFileInChunks(scope, path);
+    LoadFileInChunks(scope, file.c_str());
   } else {
-    LoadWholeFile(scope, path);
+    LoadWholeFile(scope, file.c_str());
   }
 }
 

@@ -114,8 +114,18 @@ void CXmlNodes::DestroyTree(CXmlElement* root) {
 
 void CXmlNodes::Destroy(CXmlElement* element) { DestroyTree(element); }
 
+CXmlElement::Owner CXmlNodes::Take(CXmlElement* element) {
+  if (m_taken == nullptr) m_taken = std::make_shared<CTakenElements>();
+  m_taken->Add(element);
+  return CXmlElement::Owner(element, CXmlElement::Deleter{m_taken});
+}
+
 void CXmlNodes::Clear(CXmlElement* root) {
   if (root != nullptr) DestroyTree(root);
+  if (m_taken != nullptr) {
+    for (CXmlElement* element : m_taken->RemoveAll()) DestroyTree(element);
+    m_taken = nullptr;
+  }
   m_elements.Clear();
   m_attributes.Clear();
   m_attributeLists.Clear();

@@ -7,6 +7,7 @@
 #include <new>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -34,6 +35,19 @@ inline std::string_view ViewOf(const char* text) {
 // The classes that the nodes count under.
 extern CInstanceClass g_elementClass;
 extern CInstanceClass g_attributeClass;
+
+// The elements of one content of a document that were taken out of its tree. Shared with those who
+// hold them, so that they know it when the content goes first.
+class CTakenElements {
+ public:
+  void Add(CXmlElement* element) { m_elements.insert(element); }
+  bool Remove(CXmlElement* element) { return m_elements.erase(element) != 0; }
+  // All there are, and none is left.
+  std::unordered_set<CXmlElement*> RemoveAll() { return std::exchange(m_elements, {}); }
+
+ private:
+  std::unordered_set<CXmlElement*> m_elements;
+};
 
 // What holds the tree of one document: the memory of its nodes, its names, and the bounds of the
 // load that is running. Every node is made and destroyed here; destroying is a loop, whatever the
@@ -83,10 +97,15 @@ class CXmlNodes {
   // The vector of attributes, which is made when it is not there yet.
   const std::vector<CXmlAttribute*>& FetchList(CNodeAttributes& attributes);
 
+  // Makes an element, which is to leave the tree, one that is held.
+  CXmlElement::Owner Take(CXmlElement* element);
+  CTakenElements* GetTaken() const { return m_taken.get(); }  // null for none
+
   // Frees an element that no list holds, with all below it; its memory is used again.
   void Destroy(CXmlElement* element);
 
-  // Frees the tree of this root, all names and all memory. The root may be null.
+  // Frees the tree of this root and what was taken out of it, all names and all memory. The root
+  // may be null.
   void Clear(CXmlElement* root);
 
   // --- Bounds of a load; none while no load runs.
@@ -127,6 +146,7 @@ class CXmlNodes {
   CArena<CNodeAttributes::List> m_attributeLists{m_blocks};
   CArena<std::string> m_strings{m_blocks};
   CNameTable m_names;
+  std::shared_ptr<CTakenElements> m_taken;  // null for none
   bool m_storesTexts = true;
   std::uint64_t m_maxDepth = kNone;
 };

@@ -23,7 +23,10 @@ bool OneEndsWithOther(std::string_view a, std::string_view b) {
 CInstanceClass detail::g_elementClass("CXmlElement");
 
 void CXmlElement::Deleter::operator()(CXmlElement* element) const {
-  element->GetNodes().Destroy(element);
+  // Without a list this owner was made from a bare pointer, of an element that is there still.
+  detail::CTakenElements* const list =
+      taken != nullptr ? taken.get() : element->GetNodes().GetTaken();
+  if (list != nullptr && list->Remove(element)) element->GetNodes().Destroy(element);
 }
 
 detail::CXmlNodes& CXmlElement::GetNodes() const { return *m_pName->document->m_pNodes; }
@@ -62,10 +65,14 @@ void CXmlElement::AppendText(std::string_view text) {
 void CXmlElement::AppendCountedText(std::string_view text) {
   std::string& own = GetNodes().OwnString(m_text);
   const std::size_t needed = own.size() + text.size();
-  if (!own.empty() && needed > own.capacity()) {
-    own.reserve(std::max(own.capacity() * 2, needed));
+  if (own.empty() || needed <= own.capacity()) {
+    own.append(text);
+    return;
   }
-  own.append(text);
+  std::string grown;  // what is appended may be a part of what is there
+  grown.reserve(std::max(own.capacity() * 2, needed));
+  grown.append(own).append(text);
+  own = std::move(grown);
 }
 
 CXmlElement* CXmlElement::CreateNewChildElement() {
@@ -82,18 +89,19 @@ CXmlElement::Owner CXmlElement::RemoveLastChildElement() {
   while (before->m_pNextSibling != m_pLastChild) {
     before = before->m_pNextSibling;
   }
-  return RemoveLastChildElement(before);
+  Owner owner = GetNodes().Take(m_pLastChild);
+  UnlinkLastChild(before);
+  return owner;
 }
 
-// The last child's predecessor in the ring is known; null when there is no child.
-CXmlElement::Owner CXmlElement::RemoveLastChildElement(CXmlElement* before) {
+// The last child's predecessor in the ring is known.
+CXmlElement* CXmlElement::UnlinkLastChild(CXmlElement* before) {
   CXmlElement* const last = m_pLastChild;
-  if (last == nullptr) return nullptr;
   before->m_pNextSibling = last->m_pNextSibling;
   m_pLastChild = before != last ? before : nullptr;
   last->m_pNextSibling = nullptr;
   last->m_pParent = nullptr;
-  return Owner(last);
+  return last;
 }
 
 void CXmlElement::AddAttribute(const std::string& localName, const std::string& value,

@@ -18,8 +18,9 @@ class CExpatReader;
 class CXmlDocument;
 
 namespace detail {
+class CTakenElements;
 class CXmlNodes;
-}
+}  // namespace detail
 
 // An element of a CXmlDocument: a name, a namespace, attributes, child elements and one text.
 //
@@ -35,11 +36,13 @@ class CXmlNodes;
 // One thread at a time, together with its document.
 class QZXML_API CXmlElement final : public CInstanceMonitor {
  public:
-  // Gives an element that was taken out of its tree back to its document.
+  // Gives an element that was taken out of its tree back to its document, unless it went with the
+  // document's content before.
   struct QZXML_API Deleter {
     void operator()(CXmlElement* element) const;
+    std::shared_ptr<detail::CTakenElements> taken;
   };
-  // An element outside the tree. It must not outlive its document's content.
+  // An element outside the tree, which ends with its document's content all the same.
   using Owner = std::unique_ptr<CXmlElement, Deleter>;
 
   CXmlElement(const CXmlElement&) = delete;
@@ -111,7 +114,7 @@ class QZXML_API CXmlElement final : public CInstanceMonitor {
   detail::CXmlNodes& GetNodes() const;
   const std::string& FetchText() const;
   const std::vector<CXmlAttribute*>& FetchAttributes() const;
-  Owner RemoveLastChildElement(CXmlElement* before);
+  CXmlElement* UnlinkLastChild(CXmlElement* before);
   void AppendText(std::string_view text);
   void AppendCountedText(std::string_view text);  // counted against the growth already
   std::string GetQName() const;

@@ -223,6 +223,21 @@ TEST_F(XmlDocumentLoad, AWholeFileIsReadAtOnceAndClosedBehindIt) {
   EXPECT_EQ(LoadedFromText(fake.content), Shape(document));
 }
 
+TEST_F(XmlDocumentLoad, ADocumentCanNameTheFileThatComesInItsPlace) {
+  const qztest::TemporaryFile file("<s/>");
+  for (const bool inChunks : {false, true}) {
+    const InChunks chunks(inChunks);
+    CXmlDocument document;
+    document.LoadXml(("<r href='" + file.path() + "'/>").c_str());
+    document.Load(document.GetDocumentElement()->GetAttribute("href", "").c_str());
+    EXPECT_EQ("s", Shape(document));
+    document.LoadXml("<r>/a-folder/that-is/not-there</r>");
+    EXPECT_QZ_THROW(CQzException,
+                    "Failed to open the file [/a-folder/that-is/not-there] Error [0x00000002]",
+                    document.Load(document.GetDocumentElement()->GetText().c_str()));
+  }
+}
+
 TEST_F(XmlDocumentLoad, AnEmptyFileFailsInExpat) {
   const qztest::TemporaryFile file("");
   for (const bool inChunks : {false, true}) {

@@ -135,6 +135,16 @@ TEST_F(XmlDocument, ASecondRootTakesThePlaceOfTheFirst) {
   EXPECT_EQ(2, qztest::LiveCounts()["CXmlElement"]);
 }
 
+TEST_F(XmlDocument, ASecondRootMayHaveItsNameFromTheFirst) {
+  CXmlDocument document;
+  CXmlElement* root = document.AddDocElement("urn:r", "r");
+  root->AppendText("a-text-of-some-length-that-becomes-a-name");
+  root->AddAttribute("a", "urn:of-an-attribute-of-the-first-root", "");
+  document.AddDocElement(root->GetAttribute("a", "").c_str(), root->GetText().c_str());
+  EXPECT_EQ("{urn:of-an-attribute-of-the-first-root}a-text-of-some-length-that-becomes-a-name",
+            Shape(document));
+}
+
 TEST_F(XmlDocument, TheSchemaTypeOfTheContextIsTakenByInit) {
   CSerializationContext context;
   CXmlDocument document(context);

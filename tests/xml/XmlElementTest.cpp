@@ -98,6 +98,20 @@ TEST_F(XmlElement, TextOfAnyLengthIsKept) {
   }
 }
 
+TEST_F(XmlElement, ATextCanBeAppendedToItself) {
+  root->AppendText("0123456789abcdefghij");
+  std::string expected = "0123456789abcdefghij";
+  for (int i = 0; i < 10; ++i) {
+    root->AppendText(root->GetText().c_str());
+    expected += expected;
+    EXPECT_EQ(expected, root->GetText());
+    const std::string part = expected.substr(3, 7);
+    root->AppendText(root->GetText().c_str() + 3, 7);
+    expected += part;
+    EXPECT_EQ(expected, root->GetText());
+  }
+}
+
 TEST_F(XmlElement, ATextThatDoesNotFitDoublesItsCapacity) {
   root->AppendText(std::string(100, 'x').c_str());
   for (int i = 0; i < 10; ++i) {
@@ -188,6 +202,42 @@ TEST_F(XmlElement, AChildIsTakenWithAllThatIsBelowIt) {
   taken.reset();
   EXPECT_EQ(elements - 2, qztest::LiveCounts()["CXmlElement"]);
   EXPECT_EQ(0, qztest::LiveCounts()["CXmlAttribute"]);
+}
+
+TEST_F(XmlElement, WhatWasTakenCanBeLetGoAndHeldAgain) {
+  Add("a");
+  Add("b");
+  CXmlElement* a = root->GetFirstElement();
+  EXPECT_EQ("b", Shape(root->RemoveLastChildElement().release()));  // goes with the document
+  const CXmlElement::Owner held(root->RemoveLastChildElement().release());
+  EXPECT_EQ(a, held.get());
+  EXPECT_EQ(3, qztest::LiveCounts()["CXmlElement"]);
+  { const CXmlElement::Owner neverTaken(root); }
+  EXPECT_EQ("r", Shape(document));
+}
+
+TEST_F(XmlElement, WhatWasTakenGoesWithItsDocumentWhoeverHoldsIt) {
+  CXmlElement::Owner first;
+  CXmlElement::Owner second;
+  CXmlElement::Owner third;
+  {
+    CXmlDocument other;
+    CXmlElement* otherRoot = other.AddDocElement("", "r");
+    otherRoot->CreateNewChildElement()->AppendText("a text that is longer than a small one");
+    otherRoot->CreateNewChildElement()->AddAttribute("a", "", "");
+    first = otherRoot->RemoveLastChildElement();
+    second = otherRoot->RemoveLastChildElement();
+    EXPECT_EQ(" a=''", Shape(first.get()));
+    other.Cleanup();
+    EXPECT_EQ(1, qztest::LiveCounts()["CXmlElement"]);  // the root of the fixture
+    first.reset();
+    // The next content may stand in the same memory.
+    other.LoadXml("<r><a/><b/></r>");
+    third = other.GetDocumentElement()->RemoveLastChildElement();
+    second.reset();
+    EXPECT_EQ("b", Shape(third.get()));
+  }
+  EXPECT_EQ(1, qztest::LiveCounts()["CXmlElement"]);
 }
 
 // --- Paths
