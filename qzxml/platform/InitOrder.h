@@ -14,6 +14,7 @@ namespace QzXmlLib16::detail {
 
 enum InitOrder : int {
   InitOrder_InstanceTracking = 150,  // its dump comes when the others are gone
+  InitOrder_NumericRanges = 175,     // tables of facets may be static
   InitOrder_MetaDataLock = 200,      // a static object may make its tables on the spot
   InitOrder_DefaultContext = 250,
 };

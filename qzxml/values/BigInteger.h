@@ -197,16 +197,23 @@ class QZXML_API CBigInteger {
   friend class CDecimal;
   struct Unset {};
   explicit CBigInteger(Unset) noexcept : m_sign(1) {}  // without digits until they are assigned
-  CBigInteger(int sign, Digits&& digits) noexcept;
 
-  bool IsZero() const;                                   // of either sign
-  int GetSignum() const;                                 // -1, 0 or 1: a zero has no sign here
-  void AssignText(const char* first, const char* last);  // ASCII digits, most significant first
-  void AddSigned(const CBigInteger& other, int sign);    // plus the magnitude with that sign
-  bool IsRefusedDivisor() const;                         // of /=, % and %=
-  void TimesPow10(int count);                            // as * Pow10(count)
-  void DividePow10(int count);                           // as / Pow10(count)
-  CBigInteger RemainderPow10(int count) const;           // as % Pow10(count)
+  // From ASCII digits, most significant first, none of them for 0.
+  static void BuildText(const char* first, const char* last, Digits& out);
+  void AppendMagnitude(std::string& text) const;
+
+  bool IsZero() const;                                 // of either sign
+  int GetSignum() const;                               // -1, 0 or 1: a zero has no sign here
+  std::int64_t GetInt64() const;                       // of a value that is in its range
+  bool IsRefusedDivisor() const;                       // of /=, % and %=
+  void AddSigned(const CBigInteger& other, int sign);  // plus the magnitude with that sign
+  CBigInteger GetQuotient(const CBigInteger& divisor) const;
+  CBigInteger GetRemainder(const CBigInteger& divisor) const;
+
+  // As * Pow10(count), / Pow10(count) and % Pow10(count); count is not negative.
+  void TimesPow10(int count);
+  void DividePow10(int count);
+  CBigInteger RemainderPow10(int count) const;
 
   std::int32_t m_sign;  // 1 or -1, of a zero too
   Digits m_digits;      // empty only in a value that was moved from

@@ -124,16 +124,26 @@ class QZXML_API CDecimal {
  private:
   CDecimal(CBigInteger integerPart, CBigInteger fractionPart, int divider);
 
-  void ChangeFractionalDivider(int newDivider);
-  void Rationalise();
-  static int Normalize(CDecimal& a, CDecimal& b);
+  // --- Places. ---
+  void ChangeFractionalDivider(int newDivider);  // rounds when places go; newDivider is 0 or more
+  static int GetRounding(const CBigInteger& number, int count);
+  void Rationalise();        // takes zeros off the end of the fraction, down to one place
+  void RationaliseAndCut();  // and cuts it to the places that are kept
+  static int Normalize(CDecimal& a, CDecimal& b);  // returns the places that both have then
+  static int GetKeptPlaces();                      // m_maxDivider as it is used
 
-  void RoundFraction(const CBigInteger& remainder,
-                     int count);            // by what a cut of count digits left
-  CBigInteger GetUnits(int divider) const;  // the value in units of 10 to the minus divider
-  // -1, 0 or 1 for the numbers, whatever the signs of zeros.
-  int CompareWithInteger(const CBigInteger& other) const;
-  void CutToMaxDecimalPlaces();
+  // One more for the integer part and a whole less for the fraction part, and the other way.
+  void CarryWhole(int divider);
+  void BorrowWhole(int divider);
+
+  // The value counted in units of its last place; the decimal of such a count, cut to the places
+  // that are kept.
+  CBigInteger GetUnits() const;
+  static CDecimal FromUnits(CBigInteger units, int divider);
+
+  int CompareFractions(const CDecimal& other) const;       // of equal integer parts
+  int CompareWithInteger(const CBigInteger& other) const;  // zeros have no sign here
+  void AppendFraction(std::string& text) const;
 
   CBigInteger m_integerPart;
   CBigInteger m_fractionPart;

@@ -18,5 +18,8 @@ inline constexpr char kInvalidTypeToConvert[] = "Invalid Type %d to convert to s
 // CQzException.
 inline constexpr char kBinaryDataTooLong[] = "Binary data can not hold more than 4294967295 bytes";
 
+// CQzInvalidValueException.
+inline constexpr char kDivisionByZero[] = "ERROR: Overflow in operator/.";
+
 }  // namespace Messages
 }  // namespace QzXmlLib16

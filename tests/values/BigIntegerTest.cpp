@@ -1,0 +1,660 @@
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <random>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "qzxml/values/BigInteger.h"
+#include "qzxml/values/Decimal.h"
+#include "tests/support/QzTest.h"
+
+using QzXmlLib16::CBigInteger;
+using QzXmlLib16::CDecimal;
+using QzXmlLib16::CQzException;
+using QzXmlLib16::CQzInvalidValueException;
+
+namespace {
+
+// Read by a static initialiser, as tables of facets may do.
+const CBigInteger kBeyondLong = CBigInteger::MAX_LONG + CBigInteger(1);
+const std::string kMaxDoubleText = CBigInteger::MAX_DOUBLE.ToString();
+
+constexpr char kDivisionByZero[] = "ERROR: Overflow in operator/.";
+constexpr char kOutOfInt[] = "ERROR: Value out of bound of int.";
+constexpr char kOutOfLongLong[] = "ERROR: Value out of bound of LONGLONG.";
+
+struct IntegerCase {
+  const char* a;
+  const char* operation;
+  const char* b;
+  const char* result;  // a zero with its sign, or the text of the failure
+};
+
+const IntegerCase kCases[] = {
+#include "tests/values/BigIntegerCases.inc"
+};
+
+// The text, with the sign of a zero.
+std::string SignedText(const CBigInteger& value) {
+  const bool negativeZero = value == CBigInteger() && value < CBigInteger();
+  return negativeZero ? "-" + value.ToString() : value.ToString();
+}
+
+CBigInteger Calculate(const CBigInteger& a, const std::string& operation, const CBigInteger& b) {
+  if (operation == "+") return a + b;
+  if (operation == "-") return a - b;
+  if (operation == "*") return a * b;
+  if (operation == "/") return a / b;
+  if (operation == "%") return a % b;
+  if (operation == "root") return a.SquareRoot();
+  if (operation == "int") return CBigInteger(static_cast<int>(a));
+  if (operation == "long long") return CBigInteger(static_cast<long long>(a));
+  CBigInteger result(a);
+  if (operation == "+=") return result += b;
+  if (operation == "-=") return result -= b;
+  if (operation == "*=") return result *= b;
+  if (operation == "/=") return result /= b;
+  if (operation == "%=") return result %= b;
+  throw CQzException("an operation that the test does not know");
+}
+
+std::string Outcome(const IntegerCase& c) {
+  try {
+    return SignedText(Calculate(CBigInteger(c.a), c.operation, CBigInteger(c.b)));
+  } catch (const CQzInvalidValueException& e) {
+    return e.GetMessage();
+  }
+}
+
+struct TextCase {
+  const char* text;
+  const char* value;  // with the sign of a zero
+};
+
+CBigInteger::Digits DigitsOf(const std::string& text) {
+  CBigInteger::Digits digits;
+  for (std::size_t i = text.size(); i-- > 0;) digits.push_back(static_cast<char>(text[i] - '0'));
+  return digits;
+}
+
+std::string TextOf(const CBigInteger::Digits& digits) {
+  std::string text;
+  for (std::size_t i = digits.size(); i-- > 0;) text += static_cast<char>(digits[i] + '0');
+  return text;
+}
+
+// The product, a digit of one by a digit of the other.
+std::string SchoolbookProduct(const std::string& a, const std::string& b) {
+  std::vector<unsigned> sums(a.size() + b.size() + 1, 0);
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    for (std::size_t j = 0; j < b.size(); ++j) {
+      sums[i + j] +=
+          static_cast<unsigned>((a[a.size() - 1 - i] - '0') * (b[b.size() - 1 - j] - '0'));
+    }
+  }
+  std::string text;
+  unsigned carry = 0;
+  for (const unsigned sum : sums) {
+    text.insert(text.begin(), static_cast<char>('0' + (sum + carry) % 10));
+    carry = (sum + carry) / 10;
+  }
+  const std::size_t first = text.find_first_not_of('0');
+  return first == std::string::npos ? "0" : text.substr(first);
+}
+
+// Groups of nine digits at the ends of their range are where a division estimates wrongly.
+std::string TextOfGroups(std::mt19937& random, int groups) {
+  static const char* const kEdges[] = {"000000000", "000000001", "499999999", "500000000",
+                                       "500000001", "999999998", "999999999"};
+  std::string text = std::to_string(1 + random() % 9);
+  for (int i = 0; i < groups; ++i) {
+    const auto pick = random() % 10;
+    text += pick < 7 ? kEdges[pick] : std::to_string(100000000 + random() % 900000000);
+  }
+  return text;
+}
+
+}  // namespace
+
+TEST(BigInteger, CalculatesAsTheTableSays) {
+  for (const IntegerCase& c : kCases) {
+    EXPECT_EQ(c.result, Outcome(c)) << c.a << ' ' << c.operation << ' ' << c.b;
+  }
+}
+
+TEST(BigInteger, ReadsPlainTextLeniently) {
+  const TextCase cases[] = {
+      {"", "0"},
+      {"   ", "0"},
+      {"0", "0"},
+      {"-0", "-0"},
+      {"000", "0"},
+      {"007", "7"},
+      {"-007", "-7"},
+      {"+5", "5"},
+      {"  +5  ", "5"},
+      {"12-34", "34"},
+      {"1 2", "2"},
+      {"-1 2", "-2"},
+      {"- 5", "-5"},
+      {"--5", "-5"},
+      {"+-5", "5"},
+      {"-+5", "-5"},
+      {"-", "-0"},
+      {"+", "0"},
+      {"5-", "0"},
+      {"-5-", "-0"},
+      {"5\n", "0"},
+      {"-5\t ", "-0"},
+      {"\n5", "5"},
+      {"\n-5", "5"},
+      {"\t\r\n 5", "5"},
+      {" -5 ", "-5"},
+      {"5 \n 6", "6"},
+      {"\n", "0"},
+      {"- ", "-0"},
+      {" - 0 ", "-0"},
+      {"1+2+003", "3"},
+      {"340282366920938463463374607431768211456", "340282366920938463463374607431768211456"},
+  };
+  for (const TextCase& c : cases) {
+    EXPECT_EQ(c.value, SignedText(CBigInteger(c.text))) << '[' << c.text << ']';
+    CBigInteger value(77);
+    value.Parse(c.text);
+    EXPECT_EQ(c.value, SignedText(value)) << '[' << c.text << ']';
+  }
+  EXPECT_EQ("0", CBigInteger(static_cast<const char*>(nullptr)).ToString());
+}
+
+TEST(BigInteger, WritesZeroWithoutASign) {
+  for (const char* text : {"", "   ", "0", "-0"}) EXPECT_EQ("0", CBigInteger(text).ToString());
+  EXPECT_EQ("0", CBigInteger().ToString());
+}
+
+TEST(BigInteger, ReadsOtherTextAsADecimalAndRounds) {
+  const TextCase cases[] = {
+      {"1.5", "1"},    {"1.6", "2"},     {"-1.6", "-2"}, {"-1.5", "-1"}, {"1e3", "1000"},
+      {"1E3", "1000"}, {"12e-1", "1"},   {"16e-1", "2"}, {"-0.4", "-0"}, {"5.", "5"},
+      {".", "0"},      {"1-2.0", "-12"}, {"1 2.", "12"},
+  };
+  for (const TextCase& c : cases) EXPECT_EQ(c.value, SignedText(CBigInteger(c.text))) << c.text;
+}
+
+TEST(BigInteger, RefusesOtherTextWithTheFailureOfADecimal) {
+  EXPECT_QZ_THROW(
+      CQzInvalidValueException,
+      "The string representing a Decimal, contained an invalid char at position 2 [12x].",
+      CBigInteger("12x"));
+  CBigInteger value(7);
+  EXPECT_QZ_THROW(
+      CQzInvalidValueException,
+      "The string representing a Decimal, contained an invalid char at position 1 [-INF].",
+      value.Parse("-INF"));
+  EXPECT_EQ("7", value.ToString());
+}
+
+TEST(BigInteger, IsMadeOfEveryIntegerType) {
+  EXPECT_EQ("-2147483648", CBigInteger(std::numeric_limits<int>::min()).ToString());
+  EXPECT_EQ("4294967295", CBigInteger(std::numeric_limits<unsigned int>::max()).ToString());
+  EXPECT_EQ("-9223372036854775808",
+            CBigInteger(std::numeric_limits<std::int64_t>::min()).ToString());
+  EXPECT_EQ("-9223372036854775808", CBigInteger(std::numeric_limits<long long>::min()).ToString());
+  EXPECT_EQ("18446744073709551615",
+            CBigInteger(std::numeric_limits<std::uint64_t>::max()).ToString());
+  EXPECT_EQ("18446744073709551615",
+            CBigInteger(std::numeric_limits<unsigned long long>::max()).ToString());
+  EXPECT_EQ(std::to_string(std::numeric_limits<long>::min()),
+            CBigInteger(std::numeric_limits<long>::min()).ToString());
+  EXPECT_EQ(std::to_string(std::numeric_limits<unsigned long>::max()),
+            CBigInteger(std::numeric_limits<unsigned long>::max()).ToString());
+  EXPECT_EQ("0", SignedText(CBigInteger(0)));
+}
+
+TEST(BigInteger, RoundsADoubleToTheNearestWithTiesDown) {
+  const std::pair<double, const char*> cases[] = {
+      {0.0, "0"},
+      {0.5, "0"},
+      {0.51, "1"},
+      {1.5, "1"},
+      {2.5, "2"},
+      {2.6, "3"},
+      {-0.3, "-0"},
+      {-0.5, "-0"},
+      {-1.5, "-1"},
+      {-1.6, "-2"},
+      {1e6, "1000000"},
+      {-0.0, "0"},
+      {123456789.49, "123456789"},
+      {4503599627370496.0, "4503599627370496"},
+      // The half that is taken off is lost here, and with it the last unit.
+      {4503599627370497.0, "4503599627370496"},
+      {1e15, "1000000000000000"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(c.second, SignedText(CBigInteger(c.first))) << c.first;
+}
+
+TEST(BigInteger, RefusesADoubleThatIsNoNumber) {
+  const double infinity = std::numeric_limits<double>::infinity();
+  EXPECT_QZ_THROW(
+      CQzInvalidValueException,
+      "The string representing a Decimal, contained an invalid char at position 0 [inf\n].",
+      CBigInteger{infinity});
+  EXPECT_QZ_THROW(
+      CQzInvalidValueException,
+      "The string representing a Decimal, contained an invalid char at position 1 [-inf\n].",
+      CBigInteger(-infinity));
+  const double nan = std::copysign(std::numeric_limits<double>::quiet_NaN(), 1.0);
+  EXPECT_QZ_THROW(
+      CQzInvalidValueException,
+      "The string representing a Decimal, contained an invalid char at position 0 [nan\n].",
+      CBigInteger{nan});
+  CBigInteger::Digits digits;
+  EXPECT_QZ_THROW(
+      CQzInvalidValueException,
+      "The string representing a Decimal, contained an invalid char at position 0 [inf\n].",
+      CBigInteger::BuildDouble(infinity, digits));
+}
+
+TEST(BigInteger, IsMadeOfADecimalByRounding) {
+  EXPECT_EQ("1", CBigInteger(CDecimal("1.5")).ToString());
+  EXPECT_EQ("2", CBigInteger(CDecimal("1.51")).ToString());
+  EXPECT_EQ("-2", CBigInteger(CDecimal("-1.51")).ToString());
+  EXPECT_EQ("-0", SignedText(CBigInteger(CDecimal("-0.5"))));
+}
+
+TEST(BigInteger, ANegativeZeroIsEqualToZeroAndLessThanIt) {
+  const CBigInteger negative("-0");
+  const CBigInteger positive("0");
+  EXPECT_TRUE(negative == positive);
+  EXPECT_FALSE(negative != positive);
+  EXPECT_TRUE(negative < positive);
+  EXPECT_TRUE(positive > negative);
+  EXPECT_FALSE(negative > positive);
+  EXPECT_FALSE(positive < negative);
+  EXPECT_TRUE(negative <= positive);
+  EXPECT_FALSE(negative >= positive);
+  EXPECT_TRUE(positive >= negative);
+  EXPECT_FALSE(positive <= negative);
+  EXPECT_FALSE(negative < negative);
+}
+
+TEST(BigInteger, OrdersNumbersBySignLengthAndDigits) {
+  const char* const ordered[] = {"-1000000000000000000000",
+                                 "-999999999999999999999",
+                                 "-12",
+                                 "-11",
+                                 "-2",
+                                 "-0",
+                                 "0",
+                                 "2",
+                                 "11",
+                                 "12",
+                                 "999999999999999999999",
+                                 "1000000000000000000000"};
+  const int count = static_cast<int>(std::size(ordered));
+  for (int i = 0; i < count; ++i) {
+    for (int j = 0; j < count; ++j) {
+      const CBigInteger a(ordered[i]);
+      const CBigInteger b(ordered[j]);
+      EXPECT_EQ(i < j, a < b) << ordered[i] << ' ' << ordered[j];
+      EXPECT_EQ(i <= j, a <= b) << ordered[i] << ' ' << ordered[j];
+      EXPECT_EQ(i > j, a > b) << ordered[i] << ' ' << ordered[j];
+      EXPECT_EQ(i >= j, a >= b) << ordered[i] << ' ' << ordered[j];
+      const bool zeros = i + j == 11 && (i == 5 || i == 6);
+      EXPECT_EQ(i == j || zeros, a == b) << ordered[i] << ' ' << ordered[j];
+      EXPECT_EQ(i != j && !zeros, a != b) << ordered[i] << ' ' << ordered[j];
+    }
+  }
+}
+
+TEST(BigInteger, DivisionsDifferInTheDivisorsThatTheyRefuse) {
+  EXPECT_EQ("-3", (CBigInteger(7) / CBigInteger(-2)).ToString());
+  EXPECT_EQ("-1", (CBigInteger(-7) % CBigInteger(2)).ToString());
+  EXPECT_QZ_THROW(CQzInvalidValueException, "ERROR: Overflow in operator%.",
+                  CBigInteger(7) % CBigInteger(-2));
+  EXPECT_QZ_THROW(CQzInvalidValueException, "ERROR: Overflow in operator/.",
+                  CBigInteger(5) / CBigInteger(0));
+  EXPECT_QZ_THROW(CQzInvalidValueException, "ERROR: Overflow in operator/.",
+                  CBigInteger(0) / CBigInteger("-0"));
+
+  CBigInteger value(7);
+  for (const char* divisor : {"-2", "0", "-0"}) {
+    EXPECT_QZ_THROW(CQzInvalidValueException, "ERROR: Overflow in operator /=.",
+                    value /= CBigInteger(divisor));
+    EXPECT_QZ_THROW(CQzInvalidValueException, "ERROR: Overflow in operator%=.",
+                    value %= CBigInteger(divisor));
+    EXPECT_QZ_THROW(CQzInvalidValueException, "ERROR: Overflow in operator%.",
+                    value % CBigInteger(divisor));
+    EXPECT_EQ("7", value.ToString());
+  }
+}
+
+TEST(BigInteger, ConvertsToIntWithinItsRange) {
+  EXPECT_EQ(std::numeric_limits<int>::max(), static_cast<int>(CBigInteger::MAX_LONG));
+  EXPECT_EQ(std::numeric_limits<int>::min(), static_cast<int>(CBigInteger::MIN_LONG));
+  EXPECT_EQ(0, static_cast<int>(CBigInteger("-0")));
+  int number = 7;
+  EXPECT_QZ_THROW(CQzInvalidValueException, kOutOfInt, number = CBigInteger::MAX_LONG + 1);
+  EXPECT_QZ_THROW(CQzInvalidValueException, kOutOfInt, number = CBigInteger::MIN_LONG - 1);
+  EXPECT_EQ(7, number);
+}
+
+TEST(BigInteger, ConvertsToLongLongExactlyUpTo4999999999) {
+  EXPECT_EQ(4999999999LL, static_cast<long long>(CBigInteger("4999999999")));
+  EXPECT_EQ(-4999999999LL, static_cast<long long>(CBigInteger("-4999999999")));
+  EXPECT_EQ(705032704LL, static_cast<long long>(CBigInteger("5000000000")));
+  EXPECT_EQ(-705032704LL, static_cast<long long>(CBigInteger("-5000000000")));
+  EXPECT_QZ_THROW(CQzInvalidValueException, kOutOfLongLong,
+                  static_cast<void>(static_cast<long long>(CBigInteger::MAX_LONGLONG + 1)));
+  const long number = CBigInteger(-123456);
+  EXPECT_EQ(-123456, number);
+  const std::int64_t wide = CBigInteger(123456);
+  EXPECT_EQ(123456, wide);
+}
+
+TEST(BigInteger, SquareRootsAreRoundedDown) {
+  EXPECT_EQ("9", CBigInteger(99).SquareRoot().ToString());
+  EXPECT_EQ("10", CBigInteger(100).SquareRoot().ToString());
+  EXPECT_EQ("1", CBigInteger(1).SquareRoot().ToString());
+  EXPECT_QZ_THROW(CQzInvalidValueException, kDivisionByZero, CBigInteger(0).SquareRoot());
+  EXPECT_QZ_THROW(CQzInvalidValueException, "ERROR: Negative Number in function SquareRoot().",
+                  CBigInteger(-4).SquareRoot());
+  EXPECT_QZ_THROW(CQzInvalidValueException, "ERROR: Negative Number in function SquareRoot().",
+                  CBigInteger("-0").SquareRoot());
+  for (int number = 1; number < 3000; ++number) {
+    const int root = CBigInteger(number).SquareRoot();
+    EXPECT_TRUE(root * root <= number && (root + 1) * (root + 1) > number) << number;
+  }
+}
+
+TEST(BigInteger, TheMinusSignNegatesTheObjectItself) {
+  CBigInteger value(5);
+  CBigInteger& result = -value;
+  EXPECT_EQ(&value, &result);
+  EXPECT_EQ("-5", value.ToString());
+}
+
+TEST(BigInteger, SignsChangeInPlaceOrInACopy) {
+  CBigInteger value(-5);
+  EXPECT_EQ("5", value.GetAbs().ToString());
+  EXPECT_EQ("5", value.GetNegative().ToString());
+  EXPECT_EQ("-5", value.ToString());
+  value.Abs();
+  EXPECT_EQ("5", value.ToString());
+  value.Negate();
+  EXPECT_EQ("-5", value.ToString());
+  EXPECT_EQ("-0", SignedText(CBigInteger(0).GetNegative()));
+}
+
+TEST(BigInteger, PowersOfTenAreOneDigitAndZeros) {
+  EXPECT_EQ("1", CBigInteger::Pow10(0).ToString());
+  EXPECT_EQ("1000", CBigInteger::Pow10(3).ToString());
+  EXPECT_EQ("1" + std::string(100000, '0'), CBigInteger::Pow10(100000).ToString());
+}
+
+TEST(BigInteger, TheRangesHaveTheirValuesInStaticInitialisers) {
+  EXPECT_EQ("2147483648", kBeyondLong.ToString());
+  EXPECT_EQ("17" + std::string(307, '0'), kMaxDoubleText);
+  EXPECT_EQ("-17" + std::string(307, '0'), CBigInteger::MIN_DOUBLE.ToString());
+  EXPECT_EQ("2147483647", CBigInteger::MAX_LONG.ToString());
+  EXPECT_EQ("-2147483648", CBigInteger::MIN_LONG.ToString());
+  EXPECT_EQ("9223372036854775807", CBigInteger::MAX_LONGLONG.ToString());
+  EXPECT_EQ("-9223372036854775808", CBigInteger::MIN_LONGLONG.ToString());
+}
+
+TEST(BigInteger, TakesPlainNumbersAsOperands) {
+  const CBigInteger value(12);
+  EXPECT_TRUE(value == 12 && value != 13 && value < 13L && value <= 12ULL && value > 11U);
+  EXPECT_TRUE(value >= 12.0);
+  EXPECT_EQ("14", (value + 2).ToString());
+  EXPECT_EQ("10", (value - 2).ToString());
+  EXPECT_EQ("24", (value * 2).ToString());
+  EXPECT_EQ("-6", (value / -2).ToString());
+  EXPECT_EQ("2", (value % 5).ToString());
+}
+
+TEST(BigInteger, AnOperandMayBeTheResult) {
+  CBigInteger value("123456789012345678901234567890");
+  value += value;
+  EXPECT_EQ("246913578024691357802469135780", value.ToString());
+  value *= value;
+  EXPECT_EQ("60966315012955347001981406250144795150007620799500076208400", value.ToString());
+  value /= value;
+  EXPECT_EQ("1", value.ToString());
+  value %= value;
+  EXPECT_EQ("0", value.ToString());
+  value -= value;
+  EXPECT_EQ("0", SignedText(value));
+}
+
+TEST(BigInteger, MovesAndLeavesAZero) {
+  static_assert(std::is_nothrow_move_constructible_v<CBigInteger>);
+  static_assert(std::is_nothrow_move_assignable_v<CBigInteger>);
+  static_assert(std::has_virtual_destructor_v<CBigInteger>);
+  CBigInteger value("12345678901234567890");
+  const CBigInteger moved(std::move(value));
+  EXPECT_EQ("12345678901234567890", moved.ToString());
+  EXPECT_EQ("0", value.ToString());
+  EXPECT_TRUE(value == CBigInteger() && CBigInteger() == value);
+  EXPECT_FALSE(value < CBigInteger() || value > CBigInteger());
+  EXPECT_EQ("5", (value + 5).ToString());
+  EXPECT_EQ("-5", (value - 5).ToString());
+  EXPECT_EQ("5", (CBigInteger(5) - value).ToString());
+  EXPECT_EQ("0", (value * value).ToString());
+  EXPECT_EQ("0", (value / CBigInteger(3)).ToString());
+  EXPECT_EQ("0", (value + value).ToString());
+  EXPECT_EQ(0, static_cast<int>(value));
+  EXPECT_QZ_THROW(CQzInvalidValueException, kDivisionByZero, CBigInteger(3) / value);
+  value = moved;
+  EXPECT_EQ("12345678901234567890", value.ToString());
+}
+
+TEST(BigInteger, IsMadeOfASignAndDigitsByAClassBelowIt) {
+  class Derived : public CBigInteger {
+   public:
+    Derived(int sign, const Digits& digits) : CBigInteger(sign, digits) {}
+  };
+  EXPECT_EQ("-123", Derived(-1, {3, 2, 1}).ToString());
+  EXPECT_EQ("12", Derived(1, {2, 1, 0, 0}).ToString());
+  EXPECT_EQ("-0", SignedText(Derived(-1, {})));
+}
+
+// --- Magnitudes. ---
+
+TEST(BigIntegerDigits, AreBuiltOfTextAndNumbers) {
+  const TextCase cases[] = {{"", "0"},     {"0", "0"},   {"000", "0"}, {"0120", "120"},
+                            {"a12", "12"}, {"12a", "0"}, {"-7", "7"},  {"1x2x34", "34"}};
+  for (const TextCase& c : cases) {
+    CBigInteger::Digits digits{9};
+    CBigInteger::Build(std::string(c.text), digits);
+    EXPECT_EQ(c.value, TextOf(digits)) << c.text;
+  }
+  CBigInteger::Digits digits;
+  CBigInteger::Build(0U, digits);
+  EXPECT_EQ(CBigInteger::Digits({0}), digits);
+  CBigInteger::Build(4294967295U, digits);
+  EXPECT_EQ("4294967295", TextOf(digits));
+  CBigInteger::BuildDWORDLONG(18446744073709551615ULL, digits);
+  EXPECT_EQ("18446744073709551615", TextOf(digits));
+  CBigInteger::BuildDouble(1234.5, digits);
+  EXPECT_EQ("1234", TextOf(digits));
+  CBigInteger::BuildDouble(0.2, digits);
+  EXPECT_EQ("0", TextOf(digits));
+}
+
+TEST(BigIntegerDigits, AreNotBuiltOfANegativeDouble) {
+  CBigInteger::Digits digits;
+  EXPECT_QZ_ASSERT("d >= 0", CBigInteger::BuildDouble(-1.0, digits));
+}
+
+TEST(BigIntegerDigits, AreCleanedDownToOneDigit) {
+  const std::pair<CBigInteger::Digits, CBigInteger::Digits> cases[] = {
+      {{0, 0}, {0}}, {{1, 2, 0, 0}, {1, 2}}, {{0, 1}, {0, 1}}, {{}, {0}}};
+  for (const auto& c : cases) {
+    CBigInteger::Digits digits = c.first;
+    CBigInteger::Clean(digits);
+    EXPECT_EQ(c.second, digits);
+  }
+}
+
+TEST(BigIntegerDigits, AreComparedByLengthAndFromTheTop) {
+  EXPECT_EQ(0, CBigInteger::Compare({1, 2}, {1, 2}));
+  EXPECT_EQ(-1, CBigInteger::Compare({9, 9}, {0, 0, 1}));
+  EXPECT_EQ(1, CBigInteger::Compare({0, 0, 1}, {9, 9}));
+  EXPECT_EQ(-1, CBigInteger::Compare({9, 1}, {0, 2}));
+  EXPECT_EQ(1, CBigInteger::Compare({2, 1}, {1, 1}));
+}
+
+TEST(BigIntegerDigits, AreAddedAndSubtractedWithCarries) {
+  CBigInteger::Digits out;
+  CBigInteger::Add(DigitsOf("999"), DigitsOf("1"), out);
+  EXPECT_EQ("1000", TextOf(out));
+  CBigInteger::Add(DigitsOf("5"), DigitsOf("12345"), out);
+  EXPECT_EQ("12350", TextOf(out));
+  CBigInteger::Subtract(DigitsOf("1000"), DigitsOf("1"), out);
+  EXPECT_EQ("999", TextOf(out));
+  CBigInteger::Subtract(DigitsOf("1000"), DigitsOf("999"), out);
+  EXPECT_EQ("1", TextOf(out));
+  CBigInteger::Subtract(DigitsOf("50"), DigitsOf("50"), out);
+  EXPECT_EQ("0", TextOf(out));
+  EXPECT_QZ_ASSERT("a >= b", CBigInteger::Subtract({1}, {2}, out));
+}
+
+TEST(BigIntegerDigits, AreMultipliedByADigit) {
+  CBigInteger::Digits out;
+  CBigInteger::Multiply(DigitsOf("99"), 9, out);
+  EXPECT_EQ("891", TextOf(out));
+  CBigInteger::Multiply(DigitsOf("99"), 0, out);
+  EXPECT_EQ("0", TextOf(out));
+  CBigInteger::Multiply(DigitsOf("0"), 7, out);
+  EXPECT_EQ("0", TextOf(out));
+}
+
+TEST(BigIntegerDigits, AreShiftedByZerosInFront) {
+  CBigInteger::Digits digits{5};
+  CBigInteger::ShiftLeft(digits, 3);
+  EXPECT_EQ("5000", TextOf(digits));
+  CBigInteger::ShiftLeft(digits, 0);
+  CBigInteger::ShiftLeft(digits, -1);
+  EXPECT_EQ("5000", TextOf(digits));
+  EXPECT_EQ(4, CBigInteger::Position(digits));
+  EXPECT_EQ(1, CBigInteger::Position({}));
+  CBigInteger::Pow10(2, digits);
+  EXPECT_EQ("100", TextOf(digits));
+}
+
+TEST(BigIntegerDigits, DivideRefusesAZeroDivisor) {
+  CBigInteger::Digits quotient;
+  CBigInteger::Digits remainder;
+  EXPECT_QZ_THROW(CQzInvalidValueException, kDivisionByZero,
+                  CBigInteger::Divide({5}, {0}, quotient, remainder));
+  EXPECT_QZ_THROW(CQzInvalidValueException, kDivisionByZero,
+                  CBigInteger::Divide({0}, {0}, quotient, remainder));
+  EXPECT_QZ_THROW(CQzInvalidValueException, kDivisionByZero,
+                  CBigInteger::Divide(DigitsOf(std::string(50, '7')), {0}, quotient, remainder));
+}
+
+TEST(BigIntegerDigits, ResultsMayReplaceOperands) {
+  const std::string a = "987654321098765432109876543210";
+  const std::string b = "123456789012345678901234567890";
+  CBigInteger::Digits x = DigitsOf(a);
+  CBigInteger::Digits y = DigitsOf(b);
+  CBigInteger::Add(x, y, y);
+  EXPECT_EQ("1111111110111111111011111111100", TextOf(y));
+  CBigInteger::Subtract(y, x, x);
+  EXPECT_EQ(b, TextOf(x));
+  CBigInteger::Subtract(y, x, y);
+  EXPECT_EQ(a, TextOf(y));
+  CBigInteger::Divide(y, x, y, x);
+  EXPECT_EQ("8", TextOf(y));
+  EXPECT_EQ("9000000000900000000090", TextOf(x));
+  CBigInteger::Multiply(x, x, x);
+  EXPECT_EQ(SchoolbookProduct("9000000000900000000090", "9000000000900000000090"), TextOf(x));
+  CBigInteger::Multiply(y, 7, y);
+  EXPECT_EQ("56", TextOf(y));
+}
+
+TEST(BigIntegerDigits, SmallNumbersCalculateAsTheMachineDoes) {
+  for (unsigned a = 0; a < 130; ++a) {
+    for (unsigned b = 0; b < 130; ++b) {
+      CBigInteger::Digits x;
+      CBigInteger::Digits y;
+      CBigInteger::Build(a, x);
+      CBigInteger::Build(b, y);
+      CBigInteger::Digits out;
+      CBigInteger::Digits rest;
+      CBigInteger::Add(x, y, out);
+      ASSERT_EQ(std::to_string(a + b), TextOf(out));
+      CBigInteger::Multiply(x, y, out);
+      ASSERT_EQ(std::to_string(a * b), TextOf(out));
+      if (a >= b) {
+        CBigInteger::Subtract(x, y, out);
+        ASSERT_EQ(std::to_string(a - b), TextOf(out));
+      }
+      if (b == 0) continue;
+      CBigInteger::Divide(x, y, out, rest);
+      ASSERT_EQ(std::to_string(a / b), TextOf(out));
+      ASSERT_EQ(std::to_string(a % b), TextOf(rest));
+    }
+  }
+}
+
+TEST(BigIntegerDigits, LargeProductsAndQuotientsAgreeWithTheSchoolbook) {
+  std::mt19937 random(20040506);
+  for (int round = 0; round < 1500; ++round) {
+    const std::string a = TextOfGroups(random, static_cast<int>(random() % 9));
+    const std::string b = TextOfGroups(random, static_cast<int>(random() % 6));
+    const CBigInteger::Digits x = DigitsOf(a);
+    const CBigInteger::Digits y = DigitsOf(b);
+    CBigInteger::Digits product;
+    CBigInteger::Multiply(x, y, product);
+    ASSERT_EQ(SchoolbookProduct(a, b), TextOf(product)) << a << " * " << b;
+
+    CBigInteger::Digits quotient;
+    CBigInteger::Digits rest;
+    CBigInteger::Divide(x, y, quotient, rest);
+    ASSERT_EQ(-1, CBigInteger::Compare(rest, y)) << a << " / " << b;
+    CBigInteger::Digits whole;
+    CBigInteger::Add(DigitsOf(SchoolbookProduct(TextOf(quotient), b)), rest, whole);
+    ASSERT_EQ(a, TextOf(whole)) << a << " / " << b << " = " << TextOf(quotient);
+  }
+}
+
+// Numbers for which the estimate of a limb is too large even behind its correction.
+TEST(BigIntegerDigits, ALimbThatWasEstimatedTooLargeIsTakenBack) {
+  const struct {
+    const char *a, *b, *quotient, *remainder;
+  } cases[] = {
+      {"999999998999999999499999999499999999", "999999998999999999500000000", "999999999",
+       "999999998999999998999999999"},
+      {"999999999000000000000000000000000001", "999999999000000000500000001", "999999999",
+       "999999998499999999500000002"},
+      {"999999999000000001500000000000000000", "499999999500000000999999999", "1999999999",
+       "499999999000000002999999999"},
+      {"500000000999999998500000001000000001", "500000001500000000500000000", "999999998",
+       "500000001000000002000000001"},
+  };
+  for (const auto& c : cases) {
+    CBigInteger::Digits quotient;
+    CBigInteger::Digits rest;
+    CBigInteger::Divide(DigitsOf(c.a), DigitsOf(c.b), quotient, rest);
+    EXPECT_EQ(c.quotient, TextOf(quotient)) << c.a << " / " << c.b;
+    EXPECT_EQ(c.remainder, TextOf(rest)) << c.a << " / " << c.b;
+  }
+}
+
+TEST(BigInteger, HandlesTenThousandDigits) {
+  std::string text = "1";
+  while (text.size() < 10000) text += std::to_string(text.size() * 7919 % 100003);
+  text.resize(10000);
+  const CBigInteger value(text.c_str());
+  EXPECT_EQ(text, value.ToString());
+  const CBigInteger square = value * value;
+  EXPECT_TRUE(square / value == value);
+  const CBigInteger root = value.SquareRoot();
+  EXPECT_TRUE(root * root <= value && value < (root + 1) * (root + 1));
+  EXPECT_EQ("1", ((square + 1) % value).ToString());
+}
