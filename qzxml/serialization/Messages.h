@@ -20,6 +20,9 @@ inline constexpr char kUnknownAndMissingElements[] =
 // name of the member and the value's text.
 inline constexpr char kInvalidTextValue[] = "Invalid Value for %s [%s].";
 
+// CQzException, for a value that fails a facet and is shown as a number of up to 32 bits.
+inline constexpr char kInvalidNumberValue[] = "Invalid Value for %s [%d]";
+
 // CQzValidationException, with the name of the element or the attribute.
 inline constexpr char kGetPropertyFailed[] = "Failed to get the property value for [%s].";
 

@@ -9,8 +9,12 @@
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/serialization/Messages.h"
 #include "qzxml/serialization/Pattern.h"
+#include "qzxml/values/BigInteger.h"
 #include "qzxml/values/BinaryData.h"
 #include "qzxml/values/Conversions.h"
+#include "qzxml/values/DateTime.h"
+#include "qzxml/values/DateTimeSpan.h"
+#include "qzxml/values/Decimal.h"
 #include "qzxml/values/QzVariant.h"
 
 // A check is a chain of facets, each read and tested before the next is read, so that a bound that
@@ -127,17 +131,44 @@ template <typename T>
 using Parse = T (*)(const std::string&, Rule);
 
 template <typename T, typename Compare>
-bool KeepsBound(T value, const std::string& facet, Parse<T> parse, Compare compare) {
+bool KeepsBound(const T& value, const std::string& facet, Parse<T> parse, Compare compare) {
   return facet.empty() || compare(value, parse(facet, CWhitespaceUtils::WhitespaceRule_Collapse));
 }
 
 // Written as what must hold, so that a NaN fails every bound that is present.
 template <typename T>
-bool KeepsBounds(T value, const CPrimitiveRestrictions& facets, Parse<T> parse) {
-  return KeepsBound(value, facets.GetMinInclusive(), parse, [](T a, T b) { return a >= b; }) &&
-         KeepsBound(value, facets.GetMaxInclusive(), parse, [](T a, T b) { return a <= b; }) &&
-         KeepsBound(value, facets.GetMinExclusive(), parse, [](T a, T b) { return a > b; }) &&
-         KeepsBound(value, facets.GetMaxExclusive(), parse, [](T a, T b) { return a < b; });
+bool KeepsBounds(const T& value, const CPrimitiveRestrictions& facets, Parse<T> parse) {
+  const auto isNotBelow = [](const T& a, const T& b) { return a >= b; };
+  const auto isNotAbove = [](const T& a, const T& b) { return a <= b; };
+  const auto isAbove = [](const T& a, const T& b) { return a > b; };
+  const auto isBelow = [](const T& a, const T& b) { return a < b; };
+  return KeepsBound(value, facets.GetMinInclusive(), parse, isNotBelow) &&
+         KeepsBound(value, facets.GetMaxInclusive(), parse, isNotAbove) &&
+         KeepsBound(value, facets.GetMinExclusive(), parse, isAbove) &&
+         KeepsBound(value, facets.GetMaxExclusive(), parse, isBelow);
+}
+
+// The bounds of dates and durations. Meant: what can not be compared keeps every bound.
+template <typename T>
+bool KeepsPartialBounds(const T& value, const CPrimitiveRestrictions& facets, Parse<T> parse) {
+  const auto isNotBelow = [](const T& a, const T& b) {
+    return a.CompareTo(b) != CDateTime::dtc_less;
+  };
+  const auto isNotAbove = [](const T& a, const T& b) {
+    return a.CompareTo(b) != CDateTime::dtc_greater;
+  };
+  const auto isAbove = [](const T& a, const T& b) {
+    const CDateTime::DTCompareResult result = a.CompareTo(b);
+    return result == CDateTime::dtc_greater || result == CDateTime::dtc_indeterminate;
+  };
+  const auto isBelow = [](const T& a, const T& b) {
+    const CDateTime::DTCompareResult result = a.CompareTo(b);
+    return result == CDateTime::dtc_less || result == CDateTime::dtc_indeterminate;
+  };
+  return KeepsBound(value, facets.GetMinInclusive(), parse, isNotBelow) &&
+         KeepsBound(value, facets.GetMaxInclusive(), parse, isNotAbove) &&
+         KeepsBound(value, facets.GetMinExclusive(), parse, isAbove) &&
+         KeepsBound(value, facets.GetMaxExclusive(), parse, isBelow);
 }
 
 // Meant: the minus sign of a number counts as one of its digits.
@@ -150,6 +181,20 @@ bool KeepsNumberFacets(T value, const CPrimitiveRestrictions& facets, Parse<T> p
                        std::string (*toString)(T)) {
   return KeepsBounds(value, facets, parse) &&
          (facets.GetTotalDigits() < 0 || KeepsTotalDigits(toString(value), facets));
+}
+
+// Meant: a fraction counts with the zeros behind the point, and a part that is zero counts nothing.
+bool KeepsDecimalDigits(const CDecimal& value, const CPrimitiveRestrictions& facets) {
+  const std::int32_t most = facets.GetTotalDigits();
+  const std::int32_t mostBehindPoint = facets.GetFractionDigits();
+  if (most < 0 && mostBehindPoint < 0) return true;
+  const CBigInteger zero;
+  const CBigInteger whole = value.GetIntegerPart().GetAbs();
+  const bool hasFraction = value.GetFractionPart() != zero;
+  const auto behindPoint = static_cast<std::size_t>(hasFraction ? value.GetFractionDivider() : 0);
+  const std::size_t aheadOfPoint = whole == zero ? 0 : whole.ToString().size();
+  return (most < 0 || aheadOfPoint + behindPoint <= static_cast<std::size_t>(most)) &&
+         (mostBehindPoint < 0 || behindPoint <= static_cast<std::size_t>(mostBehindPoint));
 }
 
 bool KeepsLengths(std::size_t length, const CPrimitiveRestrictions& facets) {
@@ -182,7 +227,7 @@ template <typename T>
 void CheckSmallNumber(const char* name, T value, const CPrimitiveRestrictions& facets,
                       Parse<T> parse, std::string (*toString)(T), std::int32_t shown) {
   if (KeepsNumberFacets(value, facets, parse, toString)) return;
-  throw CQzException(FormatString("Invalid Value for %s [%d]", name, shown));
+  throw CQzException(FormatString(Messages::kInvalidNumberValue, name, shown));
 }
 
 template <typename T>
@@ -190,6 +235,22 @@ void CheckLargeNumber(const char* name, T value, const CPrimitiveRestrictions& f
                       Parse<T> parse, std::string (*toString)(T)) {
   if (KeepsNumberFacets(value, facets, parse, toString)) return;
   ThrowInvalidText(name, toString(value));
+}
+
+// Dates that are plain numbers.
+template <typename T>
+void CheckDateNumber(const char* name, T value, const CPrimitiveRestrictions& facets,
+                     Parse<T> parse) {
+  if (KeepsBounds(value, facets, parse)) return;
+  throw CQzException(
+      FormatString(Messages::kInvalidNumberValue, name, static_cast<std::int32_t>(value)));
+}
+
+// Dates and durations.
+template <typename T>
+void CheckPartiallyOrdered(const char* name, const T& value, const CPrimitiveRestrictions& facets,
+                           Parse<T> parse) {
+  if (!KeepsPartialBounds(value, facets, parse)) ThrowInvalidText(name, value.ToString());
 }
 
 template <typename T>
@@ -270,9 +331,61 @@ void CheckR8(const char* name, double value, const Restrictions& restrictions) {
   CheckReal(name, value, restrictions, &CConversions::r8FromString);
 }
 
+void CheckDuration(const char* name, const CDateTimeSpan& value, const Restrictions& restrictions) {
+  CheckPartiallyOrdered(name, value, restrictions, &CConversions::durationFromString);
+}
+
+void CheckYearMonth(const char* name, const CDateTime& value, const Restrictions& restrictions) {
+  CheckPartiallyOrdered(name, value, restrictions, &CConversions::yearMonthFromString);
+}
+
+void CheckMonthDay(const char* name, const CDateTime& value, const Restrictions& restrictions) {
+  CheckPartiallyOrdered(name, value, restrictions, &CConversions::monthDayFromString);
+}
+
+void CheckYear(const char* name, unsigned short value, const Restrictions& restrictions) {
+  CheckDateNumber(name, value, restrictions, &CConversions::yearFromString);
+}
+
+void CheckMonth(const char* name, unsigned char value, const Restrictions& restrictions) {
+  CheckDateNumber(name, value, restrictions, &CConversions::monthFromString);
+}
+
+void CheckDay(const char* name, unsigned char value, const Restrictions& restrictions) {
+  CheckDateNumber(name, value, restrictions, &CConversions::dayFromString);
+}
+
+void CheckDate(const char* name, const CDateTime& value, const Restrictions& restrictions) {
+  CheckPartiallyOrdered(name, value, restrictions, &CConversions::dateFromString);
+}
+
+void CheckDateTime(const char* name, const CDateTime& value, const Restrictions& restrictions) {
+  CheckPartiallyOrdered(name, value, restrictions, &CConversions::datetimeFromString);
+}
+
+void CheckTime(const char* name, const CDateTime& value, const Restrictions& restrictions) {
+  CheckPartiallyOrdered(name, value, restrictions, &CConversions::timeFromString);
+}
+
 void CheckString(const char* name, const std::string& value, const Restrictions& restrictions) {
   if (!KeepsLengths(value.size(), restrictions) || !KeepsPattern(name, value, restrictions)) {
     ThrowInvalidText(name, value);
+  }
+}
+
+void CheckBoolean(const char*, bool, const Restrictions&) {}
+
+void CheckDecimal(const char* name, const CDecimal& value, const Restrictions& restrictions) {
+  if (!KeepsBounds(value, restrictions, &CConversions::decimalFromString) ||
+      !KeepsDecimalDigits(value, restrictions)) {
+    ThrowInvalidText(name, value.ToString());
+  }
+}
+
+void CheckInteger(const char* name, const CBigInteger& value, const Restrictions& restrictions) {
+  if (!KeepsBounds(value, restrictions, &CConversions::integerFromString) ||
+      (restrictions.GetTotalDigits() >= 0 && !KeepsTotalDigits(value.ToString(), restrictions))) {
+    ThrowInvalidText(name, value.ToString());
   }
 }
 
@@ -305,10 +418,32 @@ void CheckPrimitiveRestriction(const char* name, const QzVariant& value, ItemTyp
       return detail::CheckR4(name, value.GetR4(), restrictions);
     case ItemType_r8:
       return detail::CheckR8(name, value.GetR8(), restrictions);
+    case ItemType_duration:
+      return detail::CheckDuration(name, value.GetDuration(), restrictions);
+    case ItemType_yearMonth:
+      return detail::CheckYearMonth(name, value.GetYearMonth(), restrictions);
+    case ItemType_monthDay:
+      return detail::CheckMonthDay(name, value.GetMonthDay(), restrictions);
+    case ItemType_year:
+      return detail::CheckYear(name, value.GetYear(), restrictions);
+    case ItemType_month:
+      return detail::CheckMonth(name, value.GetMonth(), restrictions);
+    case ItemType_day:
+      return detail::CheckDay(name, value.GetDay(), restrictions);
+    case ItemType_date:
+      return detail::CheckDate(name, value.GetDate(), restrictions);
+    case ItemType_datetime:
+      return detail::CheckDateTime(name, value.GetDateTime(), restrictions);
+    case ItemType_time:
+      return detail::CheckTime(name, value.GetTime(), restrictions);
     case ItemType_string:
       return detail::CheckString(name, value.GetStringReference(), restrictions);
     case ItemType_boolean:
       return;
+    case ItemType_decimal:
+      return detail::CheckDecimal(name, value.GetDecimalReference(), restrictions);
+    case ItemType_integer:
+      return detail::CheckInteger(name, value.GetIntegerReference(), restrictions);
     default:
       throw CQzInvalidValueException(FormatString("Unknown type [%s].", value.GetType().c_str()));
   }

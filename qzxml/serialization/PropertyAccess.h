@@ -6,7 +6,11 @@
 #include <utility>
 
 #include "qzxml/runtime/SmartPtr.h"
+#include "qzxml/values/BigInteger.h"
 #include "qzxml/values/BinaryData.h"
+#include "qzxml/values/DateTime.h"
+#include "qzxml/values/DateTimeSpan.h"
+#include "qzxml/values/Decimal.h"
 #include "qzxml/values/QzVariant.h"
 
 // What a class's AccessProperty is made of: each function passes one property from the object into
@@ -43,11 +47,54 @@ QZXML_VARIANT_KIND(ItemType_ui4, std::uint32_t, UI4)
 QZXML_VARIANT_KIND(ItemType_ui8, std::uint64_t, UI8)
 QZXML_VARIANT_KIND(ItemType_r4, float, R4)
 QZXML_VARIANT_KIND(ItemType_r8, double, R8)
+QZXML_VARIANT_KIND(ItemType_year, std::uint16_t, Year)
+QZXML_VARIANT_KIND(ItemType_month, std::uint8_t, Month)
+QZXML_VARIANT_KIND(ItemType_day, std::uint8_t, Day)
 QZXML_VARIANT_KIND(ItemType_char, char, Char)
 QZXML_VARIANT_KIND(ItemType_boolean, bool, Boolean)
 #undef QZXML_VARIANT_KIND
 
-// A text passes without a copy: out of the object it is lent, into the object it is moved.
+// A date is lent.
+#define QZXML_VARIANT_KIND(kind, name)                                        \
+  template <>                                                                 \
+  struct VariantKind<kind> {                                                  \
+    using Value = CDateTime;                                                  \
+    static void Set(QzVariant& variant, const CDateTime& value) {             \
+      variant.LendDateTime(kind, value);                                      \
+    }                                                                         \
+    static CDateTime Take(QzVariant& variant) { return variant.Get##name(); } \
+  };
+QZXML_VARIANT_KIND(ItemType_yearMonth, YearMonth)
+QZXML_VARIANT_KIND(ItemType_monthDay, MonthDay)
+QZXML_VARIANT_KIND(ItemType_date, Date)
+QZXML_VARIANT_KIND(ItemType_datetime, DateTime)
+QZXML_VARIANT_KIND(ItemType_time, Time)
+#undef QZXML_VARIANT_KIND
+
+// So is a duration.
+template <>
+struct VariantKind<ItemType_duration> {
+  using Value = CDateTimeSpan;
+  static void Set(QzVariant& variant, const CDateTimeSpan& value) { variant.LendDuration(value); }
+  static CDateTimeSpan Take(QzVariant& variant) { return variant.GetDuration(); }
+};
+
+// A number of any size and a text pass without a copy: out of the object they are lent, into the
+// object they are moved.
+template <>
+struct VariantKind<ItemType_decimal> {
+  using Value = CDecimal;
+  static void Set(QzVariant& variant, const CDecimal& value) { variant.LendDecimal(value); }
+  static CDecimal Take(QzVariant& variant) { return variant.TakeDecimal(); }
+};
+
+template <>
+struct VariantKind<ItemType_integer> {
+  using Value = CBigInteger;
+  static void Set(QzVariant& variant, const CBigInteger& value) { variant.LendInteger(value); }
+  static CBigInteger Take(QzVariant& variant) { return variant.TakeInteger(); }
+};
+
 template <>
 struct VariantKind<ItemType_string> {
   using Value = std::string;

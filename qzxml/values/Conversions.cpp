@@ -10,8 +10,9 @@
 #include "qzxml/values/ConversionsDetail.h"
 #include "qzxml/values/Messages.h"
 
-// Binary data, integers, text and booleans; reals are in ConversionsReal.cpp. A FromString applies
-// the rule to a view of the text, which copies nothing as a rule, and reads that view.
+// Binary data, integers, text and booleans; reals are in ConversionsReal.cpp, dates, durations and
+// numbers of any size in ConversionsObjects.cpp. A FromString applies the rule to a view of the
+// text, which copies nothing as a rule, and reads that view.
 namespace QzXmlLib16 {
 namespace detail {
 
@@ -23,6 +24,18 @@ void ThrowNotConvertible(std::string_view text, const char* kind) {
 void ThrowTooLarge(std::string_view text, const char* kind) {
   throw CQzInvalidValueException(
       FormatString(Messages::kTooLarge, std::string(text).c_str(), kind));
+}
+
+const char* RuledText(const std::string& value, CWhitespaceUtils::WhitespaceRule rule,
+                      std::string& scratch) {
+  const std::string_view text = ApplyRule(rule, value, scratch);
+  if (text.data() + text.size() == value.data() + value.size()) return text.data();
+  if (text.data() != scratch.data()) {
+    scratch.assign(text);
+  } else {
+    scratch.resize(text.size());
+  }
+  return scratch.c_str();
 }
 
 }  // namespace detail
@@ -101,18 +114,6 @@ bool ParseBoolean(std::string_view text, bool& value) {
   return value || EqualsIgnoringCase(text, "false");
 }
 
-// The value behind the rule, zero-terminated: value itself where the rule has nothing to change.
-const char* RuledText(const std::string& value, Rule rule, std::string& scratch) {
-  const std::string_view text = detail::ApplyRule(rule, value, scratch);
-  if (text.data() + text.size() == value.data() + value.size()) return text.data();
-  if (text.data() != scratch.data()) {
-    scratch.assign(text);
-  } else {
-    scratch.resize(text.size());
-  }
-  return scratch.c_str();
-}
-
 }  // namespace
 
 // --- Binary data. ---
@@ -124,7 +125,7 @@ std::string CConversions::hexBinaryToString(const CBinaryData& value) {
 CBinaryData CConversions::hexBinaryFromString(const std::string& value, WhitespaceRule rule) {
   std::string scratch;
   CBinaryData data;
-  data.SetAsHexString(RuledText(value, rule, scratch));
+  data.SetAsHexString(detail::RuledText(value, rule, scratch));
   return data;
 }
 
@@ -196,23 +197,6 @@ std::string CConversions::ui8ToString(std::uint64_t value) { return IntegerToStr
 
 std::uint64_t CConversions::ui8FromString(const std::string& value, WhitespaceRule rule) {
   return IntegerFromString<std::uint64_t>(value, rule, "ui8");
-}
-
-// --- Dates that are plain numbers. ---
-
-std::string CConversions::yearToString(unsigned short value) {
-  char buffer[detail::kNumberSize];
-  return std::string(buffer, detail::WriteYear(buffer, value));
-}
-
-std::string CConversions::monthToString(unsigned char value) {
-  char buffer[detail::kNumberSize];
-  return std::string(buffer, detail::WriteMonth(buffer, value));
-}
-
-std::string CConversions::dayToString(unsigned char value) {
-  char buffer[detail::kNumberSize];
-  return std::string(buffer, detail::WriteDay(buffer, value));
 }
 
 // --- Text. ---

@@ -56,6 +56,10 @@ inline bool IsKnownRule(CWhitespaceUtils::WhitespaceRule rule) {
          rule <= CWhitespaceUtils::WhitespaceRule_Collapse;
 }
 
+// What the rule makes of value, zero-terminated: value itself where there is nothing to change.
+const char* RuledText(const std::string& value, CWhitespaceUtils::WhitespaceRule rule,
+                      std::string& scratch);
+
 // Behind the white space that strtol and strtod skip in the "C" locale.
 inline const char* SkipLeadingSpace(const char* at, const char* end) {
   while (at != end && (*at == ' ' || (*at >= '\t' && *at <= '\r'))) ++at;

@@ -1,6 +1,5 @@
 #include "qzxml/values/QzVariant.h"
 
-#include <memory>
 #include <utility>
 
 #include "qzxml/collections/XmlCollectionBase.h"
@@ -11,69 +10,24 @@
 #include "qzxml/values/Conversions.h"
 #include "qzxml/values/ConversionsDetail.h"
 #include "qzxml/values/Messages.h"
+#include "qzxml/values/QzVariantPayload.h"
 
-// The kind decides which member of the union is in use. Whatever sets a kind whose payload is a
-// pointer has the new payload ready before the old one goes, so that neither a failed allocation
-// nor a payload that lives by the old one alone leaves a pointer to nothing.
-//
-// Without assertions a getter of the wrong kind still touches no memory but the variant's own: a
-// pointer is only followed when the kind says that there is one.
+// State, copying, text and objects; the setters and getters of the values are in
+// QzVariantValues.cpp.
 namespace QzXmlLib16 {
 namespace {
 
+constexpr const char* kTypeNames[] = {
+    nullptr,     "hexBinary", "base64Binary", "i1",      "i2",      "i4",      "i8",
+    "ui1",       "ui2",       "ui4",          "ui8",     "r4",      "r8",      "duration",
+    "yearMonth", "monthDay",  "year",         "month",   "day",     "date",    "datetime",
+    "time",      "char",      "string",       "boolean", "decimal", "integer",
+};
+static_assert(sizeof kTypeNames / sizeof *kTypeNames == ItemType_integer + 1, "one for each kind");
+
 // Null for a kind without a name.
 const char* FindTypeName(ItemType type) {
-  switch (type) {
-    case ItemType_hexBinary:
-      return "hexBinary";
-    case ItemType_base64Binary:
-      return "base64Binary";
-    case ItemType_i1:
-      return "i1";
-    case ItemType_i2:
-      return "i2";
-    case ItemType_i4:
-      return "i4";
-    case ItemType_i8:
-      return "i8";
-    case ItemType_ui1:
-      return "ui1";
-    case ItemType_ui2:
-      return "ui2";
-    case ItemType_ui4:
-      return "ui4";
-    case ItemType_ui8:
-      return "ui8";
-    case ItemType_r4:
-      return "r4";
-    case ItemType_r8:
-      return "r8";
-    case ItemType_year:
-      return "year";
-    case ItemType_month:
-      return "month";
-    case ItemType_day:
-      return "day";
-    case ItemType_char:
-      return "char";
-    case ItemType_string:
-      return "string";
-    case ItemType_boolean:
-      return "boolean";
-    default:
-      return nullptr;
-  }
-}
-
-// Whether the kind's payload is a pointer that has to be given up.
-constexpr bool HasPayload(ItemType type) {
-  return type == ItemType_hexBinary || type == ItemType_base64Binary || type == ItemType_string ||
-         type == ItemType_XmlObjectBase || type == ItemType_XmlCollection;
-}
-
-const std::string& EmptyText() {
-  static const std::string& s_empty = *new std::string;  // never destroyed
-  return s_empty;
+  return type < ItemType_None || type > ItemType_integer ? nullptr : kTypeNames[type];
 }
 
 }  // namespace
@@ -116,13 +70,21 @@ void QzVariant::CopyPayload(const QzVariant& other) {
       return;
     case ItemType_hexBinary:
     case ItemType_base64Binary:
-      if (other.m_value.m_pBinaryData == nullptr) return;
-      m_value.m_pBinaryData = new CBinaryData(*other.m_value.m_pBinaryData);
-      return;
+      return CopyOwned(other, &Value::m_pBinaryData);
+    case ItemType_duration:
+      return CopyOwned(other, &Value::m_pDateTimeSpan);
+    case ItemType_yearMonth:
+    case ItemType_monthDay:
+    case ItemType_date:
+    case ItemType_datetime:
+    case ItemType_time:
+      return CopyOwned(other, &Value::m_pDateTime);
     case ItemType_string:
-      if (other.m_value.m_pString == nullptr) return;
-      m_value.m_pString = new std::string(*other.m_value.m_pString);
-      return;
+      return CopyOwned(other, &Value::m_pString);
+    case ItemType_decimal:
+      return CopyOwned(other, &Value::m_pDecimal);
+    case ItemType_integer:
+      return CopyOwned(other, &Value::m_pBigInteger);
     case ItemType_XmlObjectBase:
       m_value = other.m_value;
       if (m_value.m_pXmlObject != nullptr) m_value.m_pXmlObject->AddRef();
@@ -142,7 +104,7 @@ void QzVariant::CopyPayload(const QzVariant& other) {
 void QzVariant::Clear() {
   if (m_type == ItemType_None) return;
   m_isNil = false;
-  if (HasPayload(m_type)) ReleasePayload();
+  if (detail::HasPayload(m_type)) ReleasePayload();
   m_type = ItemType_None;
 }
 
@@ -151,13 +113,21 @@ void QzVariant::ReleasePayload() {
   switch (m_type) {
     case ItemType_hexBinary:
     case ItemType_base64Binary:
-      delete std::exchange(m_value.m_pBinaryData, nullptr);
-      return;
+      return FreePayload(&Value::m_pBinaryData);
+    case ItemType_duration:
+      return FreePayload(&Value::m_pDateTimeSpan);
+    case ItemType_yearMonth:
+    case ItemType_monthDay:
+    case ItemType_date:
+    case ItemType_datetime:
+    case ItemType_time:
+      return FreePayload(&Value::m_pDateTime);
     case ItemType_string:
-      if (!m_isLent) delete m_value.m_pString;
-      m_value.m_pString = nullptr;
-      m_isLent = false;
-      return;
+      return FreePayload(&Value::m_pString);
+    case ItemType_decimal:
+      return FreePayload(&Value::m_pDecimal);
+    case ItemType_integer:
+      return FreePayload(&Value::m_pBigInteger);
     case ItemType_XmlObjectBase:
       if (CXmlObjectBase* object = std::exchange(m_value.m_pXmlObject, nullptr)) object->Release();
       return;
@@ -167,14 +137,6 @@ void QzVariant::ReleasePayload() {
     default:
       return;
   }
-}
-
-template <typename T>
-void QzVariant::SetScalar(ItemType type, T Value::*member, T value) {
-  if (HasPayload(m_type)) ReleasePayload();
-  if (m_type != ItemType_None) m_isNil = false;
-  m_type = type;
-  m_value.*member = value;
 }
 
 void QzVariant::SetInvalid() {
@@ -249,8 +211,24 @@ void QzVariant::AppendOther(std::string_view format, std::string& out) const {
       return detail::AppendR4(m_value.m_r4, format, out);
     case ItemType_r8:
       return detail::AppendR8(m_value.m_r8, format, out);
+    case ItemType_duration:
+      if (m_value.m_pDateTimeSpan != nullptr) out += m_value.m_pDateTimeSpan->ToString();
+      return;
+    case ItemType_yearMonth:
+    case ItemType_monthDay:
+    case ItemType_date:
+    case ItemType_datetime:
+    case ItemType_time:
+      if (m_value.m_pDateTime != nullptr) out += m_value.m_pDateTime->ToString();
+      return;
     case ItemType_string:
       out += GetStringReference();
+      return;
+    case ItemType_decimal:
+      out += CConversions::decimalToString(GetDecimalReference(), std::string(format));
+      return;
+    case ItemType_integer:
+      out += GetIntegerReference().ToString();
       return;
     default:
       throw CQzException(FormatString(Messages::kInvalidTypeToConvert, m_type));
@@ -281,9 +259,10 @@ void QzVariant::FromString(const std::string& value, ItemType type,
                            CWhitespaceUtils::WhitespaceRule rule) {
   switch (type) {
     case ItemType_hexBinary:
-      return SetBinaryData(type, CConversions::hexBinaryFromString(value, rule));
+      return SetOwned(type, &Value::m_pBinaryData, CConversions::hexBinaryFromString(value, rule));
     case ItemType_base64Binary:
-      return SetBinaryData(type, CConversions::base64BinaryFromString(value, rule));
+      return SetOwned(type, &Value::m_pBinaryData,
+                      CConversions::base64BinaryFromString(value, rule));
     case ItemType_i1:
       return SetI1(CConversions::i1FromString(value, rule));
     case ItemType_i2:
@@ -304,12 +283,34 @@ void QzVariant::FromString(const std::string& value, ItemType type,
       return SetScalar(type, &Value::m_r4, CConversions::r4FromString(value, rule));
     case ItemType_r8:
       return SetScalar(type, &Value::m_r8, CConversions::r8FromString(value, rule));
+    case ItemType_duration:
+      return SetOwned(type, &Value::m_pDateTimeSpan, CConversions::durationFromString(value, rule));
+    case ItemType_yearMonth:
+      return SetOwned(type, &Value::m_pDateTime, CConversions::yearMonthFromString(value, rule));
+    case ItemType_monthDay:
+      return SetOwned(type, &Value::m_pDateTime, CConversions::monthDayFromString(value, rule));
+    case ItemType_year:
+      return SetScalar(type, &Value::m_ui2, CConversions::yearFromString(value, rule));
+    case ItemType_month:
+      return SetScalar(type, &Value::m_ui1, CConversions::monthFromString(value, rule));
+    case ItemType_day:
+      return SetScalar(type, &Value::m_ui1, CConversions::dayFromString(value, rule));
+    case ItemType_date:
+      return SetOwned(type, &Value::m_pDateTime, CConversions::dateFromString(value, rule));
+    case ItemType_datetime:
+      return SetOwned(type, &Value::m_pDateTime, CConversions::datetimeFromString(value, rule));
+    case ItemType_time:
+      return SetOwned(type, &Value::m_pDateTime, CConversions::timeFromString(value, rule));
     case ItemType_char:
       return SetScalar(type, &Value::m_char, CConversions::charFromString(value, rule));
     case ItemType_string:
       return SetString(CConversions::stringFromString(value, rule));
     case ItemType_boolean:
       return SetBoolean(CConversions::booleanFromString(value, rule));
+    case ItemType_decimal:
+      return SetOwned(type, &Value::m_pDecimal, CConversions::decimalFromString(value, rule));
+    case ItemType_integer:
+      return SetOwned(type, &Value::m_pBigInteger, CConversions::integerFromString(value, rule));
     default:
       throw CQzException(FormatString(Messages::kInvalidTypeToConvert, m_type));
   }
@@ -343,185 +344,6 @@ CSmartPtr<CXmlCollectionBase> QzVariant::GetXmlCollection() const {
   QZ_ASSERT_TEXT(hasCollection && m_value.m_pXmlCol != nullptr,
                  "m_type == ItemType_XmlCollection && m_pXmlCol != 0");
   return CSmartPtr<CXmlCollectionBase>(hasCollection ? m_value.m_pXmlCol : nullptr);
-}
-
-// --- Binary data and text. ---
-
-void QzVariant::SetBinaryData(ItemType type, CBinaryData value) {
-  std::unique_ptr<CBinaryData> data = std::make_unique<CBinaryData>(std::move(value));
-  Clear();
-  m_type = type;
-  m_value.m_pBinaryData = data.release();
-}
-
-// Null when there is none: of another kind, or nil.
-const CBinaryData* QzVariant::FindBinaryData() const {
-  const bool hasData = m_type == ItemType_hexBinary || m_type == ItemType_base64Binary;
-  return hasData ? m_value.m_pBinaryData : nullptr;
-}
-
-void QzVariant::SetHexBinary(const CBinaryData& value) { SetBinaryData(ItemType_hexBinary, value); }
-
-CBinaryData QzVariant::GetHexBinary() const {
-  QZ_ASSERT(m_type == ItemType_hexBinary);
-  const CBinaryData* const data = FindBinaryData();
-  return data == nullptr ? CBinaryData() : *data;
-}
-
-void QzVariant::SetBase64Binary(const CBinaryData& value) {
-  SetBinaryData(ItemType_base64Binary, value);
-}
-
-CBinaryData QzVariant::GetBase64Binary() const {
-  QZ_ASSERT(m_type == ItemType_base64Binary);
-  const CBinaryData* const data = FindBinaryData();
-  return data == nullptr ? CBinaryData() : *data;
-}
-
-void QzVariant::SetString(std::string value) {
-  if (m_type == ItemType_string && m_value.m_pString != nullptr && !m_isLent) {
-    *m_value.m_pString = std::move(value);
-    m_isNil = false;
-    return;
-  }
-  std::unique_ptr<std::string> text = std::make_unique<std::string>(std::move(value));
-  Clear();
-  m_type = ItemType_string;
-  m_value.m_pString = text.release();
-}
-
-std::string QzVariant::GetString() const { return GetStringReference(); }
-
-const std::string& QzVariant::GetStringReference() const {
-  const bool hasText = m_type == ItemType_string && m_value.m_pString != nullptr;
-  QZ_ASSERT_TEXT(hasText, "m_type == ItemType_string && m_pString != 0");
-  return hasText ? *m_value.m_pString : EmptyText();
-}
-
-void QzVariant::LendString(const std::string& value) {
-  if (m_type == ItemType_string && m_value.m_pString == &value) return;
-  Clear();
-  m_type = ItemType_string;
-  m_isLent = true;
-  m_value.m_pString = const_cast<std::string*>(&value);  // never written through
-}
-
-std::string QzVariant::TakeString() {
-  if (m_type != ItemType_string || m_value.m_pString == nullptr || m_isLent) return GetString();
-  std::string text = std::move(*m_value.m_pString);
-  Clear();
-  return text;
-}
-
-// --- Numbers. ---
-
-void QzVariant::SetI1(char value) {
-  SetScalar(ItemType_i1, &Value::m_i1, static_cast<std::int8_t>(value));
-}
-
-char QzVariant::GetI1() const {
-  QZ_ASSERT(m_type == ItemType_i1);
-  return static_cast<char>(m_value.m_i1);
-}
-
-void QzVariant::SetI2(short value) { SetScalar(ItemType_i2, &Value::m_i2, value); }
-
-short QzVariant::GetI2() const {
-  QZ_ASSERT(m_type == ItemType_i2);
-  return m_value.m_i2;
-}
-
-void QzVariant::SetI4(std::int32_t value) { SetScalar(ItemType_i4, &Value::m_i4, value); }
-
-std::int32_t QzVariant::GetI4() const {
-  QZ_ASSERT(m_type == ItemType_i4);
-  return m_value.m_i4;
-}
-
-void QzVariant::SetI8(std::int64_t value) { SetScalar(ItemType_i8, &Value::m_i8, value); }
-
-std::int64_t QzVariant::GetI8() const {
-  QZ_ASSERT(m_type == ItemType_i8);
-  return m_value.m_i8;
-}
-
-void QzVariant::SetUI1(unsigned char value) { SetScalar(ItemType_ui1, &Value::m_ui1, value); }
-
-unsigned char QzVariant::GetUI1() const {
-  QZ_ASSERT(m_type == ItemType_ui1);
-  return m_value.m_ui1;
-}
-
-void QzVariant::SetUI2(unsigned short value) { SetScalar(ItemType_ui2, &Value::m_ui2, value); }
-
-unsigned short QzVariant::GetUI2() const {
-  QZ_ASSERT(m_type == ItemType_ui2);
-  return m_value.m_ui2;
-}
-
-void QzVariant::SetUI4(std::uint32_t value) { SetScalar(ItemType_ui4, &Value::m_ui4, value); }
-
-std::uint32_t QzVariant::GetUI4() const {
-  QZ_ASSERT(m_type == ItemType_ui4);
-  return m_value.m_ui4;
-}
-
-void QzVariant::SetUI8(std::uint64_t value) { SetScalar(ItemType_ui8, &Value::m_ui8, value); }
-
-std::uint64_t QzVariant::GetUI8() const {
-  QZ_ASSERT(m_type == ItemType_ui8);
-  return m_value.m_ui8;
-}
-
-void QzVariant::SetR4(float value) { SetScalar(ItemType_r4, &Value::m_r4, value); }
-
-float QzVariant::GetR4() const {
-  QZ_ASSERT(m_type == ItemType_r4);
-  return m_value.m_r4;
-}
-
-void QzVariant::SetR8(double value) { SetScalar(ItemType_r8, &Value::m_r8, value); }
-
-double QzVariant::GetR8() const {
-  QZ_ASSERT(m_type == ItemType_r8);
-  return m_value.m_r8;
-}
-
-void QzVariant::SetYear(unsigned short value) { SetScalar(ItemType_year, &Value::m_ui2, value); }
-
-unsigned short QzVariant::GetYear() const {
-  QZ_ASSERT(m_type == ItemType_year);
-  return m_value.m_ui2;
-}
-
-void QzVariant::SetMonth(unsigned char value) { SetScalar(ItemType_month, &Value::m_ui1, value); }
-
-unsigned char QzVariant::GetMonth() const {
-  QZ_ASSERT(m_type == ItemType_month);
-  return m_value.m_ui1;
-}
-
-void QzVariant::SetDay(unsigned char value) { SetScalar(ItemType_day, &Value::m_ui1, value); }
-
-unsigned char QzVariant::GetDay() const {
-  QZ_ASSERT(m_type == ItemType_day);
-  return m_value.m_ui1;
-}
-
-void QzVariant::SetChar(char value) { SetScalar(ItemType_char, &Value::m_char, value); }
-
-char QzVariant::GetChar() const {
-  QZ_ASSERT(m_type == ItemType_char);
-  return m_value.m_char;
-}
-
-void QzVariant::SetBoolean(bool value) {
-  SetScalar(ItemType_boolean, &Value::m_boolean, static_cast<std::uint8_t>(value));
-}
-
-bool QzVariant::GetBoolean() const {
-  QZ_ASSERT(m_type == ItemType_boolean);
-  return m_value.m_boolean != 0;
 }
 
 }  // namespace QzXmlLib16

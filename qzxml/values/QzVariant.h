@@ -6,7 +6,11 @@
 
 #include "qzxml/platform/Export.h"
 #include "qzxml/runtime/SmartPtr.h"
+#include "qzxml/values/BigInteger.h"
 #include "qzxml/values/BinaryData.h"
+#include "qzxml/values/DateTime.h"
+#include "qzxml/values/DateTimeSpan.h"
+#include "qzxml/values/Decimal.h"
 #include "qzxml/values/ItemType.h"
 #include "qzxml/values/WhitespaceUtils.h"
 
@@ -34,8 +38,9 @@ void AppendText(const QzVariant& value, std::string_view format, std::string& ou
 //   text = value.ToString("%.2f");  // "0.50"
 //
 // It is invalid (kind 0, not nil), holds a value (kind 1 to 28, not nil), or is nil, where the kind
-// tells what it is nil of. Text and binary data are owned (but see LendString), objects are held by
-// one reference. A plain value: copy it freely; one thread at a time.
+// tells what it is nil of. Text, binary data, dates and numbers of any size are owned (but see
+// LendString), objects are held by one reference. A plain value: copy it freely; one thread at a
+// time.
 struct QZXML_API QzVariant {
  public:
   QzVariant() noexcept : m_isNil(false), m_isLent(false), m_type(ItemType_None), m_value() {}
@@ -63,8 +68,8 @@ struct QZXML_API QzVariant {
   ItemType GetTypeAsEnum() const { return m_type; }
 
   // --- Text, by the rules of CConversions. ---
-  // The format serves r4 and r8 and may be null. The nil flag is not looked at: test IsNil first.
-  // Throws CQzException "Invalid Type %d to convert to string" for a kind without a text.
+  // The format serves r4, r8 and decimal and may be null. The nil flag is not looked at: test IsNil
+  // first. Throws CQzException "Invalid Type %d to convert to string" for a kind without a text.
   std::string ToString(const char* format) const;
 
   // Reads a value of the kind type. What the conversion throws leaves this variant as it was.
@@ -104,21 +109,39 @@ struct QZXML_API QzVariant {
   float GetR4() const;
   void SetR8(double value);
   double GetR8() const;
+  void SetDuration(const CDateTimeSpan& value);
+  CDateTimeSpan GetDuration() const;
+  void SetYearMonth(const CDateTime& value);
+  CDateTime GetYearMonth() const;
+  void SetMonthDay(const CDateTime& value);
+  CDateTime GetMonthDay() const;
   void SetYear(unsigned short value);
   unsigned short GetYear() const;
   void SetMonth(unsigned char value);
   unsigned char GetMonth() const;
   void SetDay(unsigned char value);
   unsigned char GetDay() const;
+  void SetDate(const CDateTime& value);
+  CDateTime GetDate() const;
+  void SetDateTime(const CDateTime& value);
+  CDateTime GetDateTime() const;
+  void SetTime(const CDateTime& value);
+  CDateTime GetTime() const;
   void SetChar(char value);
   char GetChar() const;
   void SetString(std::string value);
   std::string GetString() const;
   void SetBoolean(bool value);
   bool GetBoolean() const;
+  void SetDecimal(const CDecimal& value);
+  CDecimal GetDecimal() const;
+  void SetInteger(const CBigInteger& value);
+  CBigInteger GetInteger() const;
 
-  // As GetString, without the copy: valid until this variant changes.
+  // As GetString, GetDecimal and GetInteger, without the copy: valid until this variant changes.
   const std::string& GetStringReference() const;
+  const CDecimal& GetDecimalReference() const;
+  const CBigInteger& GetIntegerReference() const;
 
   // As SetString, without the copy: the text stays the caller's and has to live, unchanged, for as
   // long as this variant holds it. A copy of the variant has a text of its own. For properties,
@@ -126,6 +149,15 @@ struct QZXML_API QzVariant {
   void LendString(const std::string& value);
   // As GetString, and gives the text up where it is this variant's own: this one is invalid then.
   std::string TakeString();
+
+  // The same for the other kinds whose values are objects. The kind of a CDateTime is one of those
+  // that hold one: asserts "kind holds a CDateTime", and the variant is invalid otherwise.
+  void LendDuration(const CDateTimeSpan& value);
+  void LendDateTime(ItemType kind, const CDateTime& value);
+  void LendDecimal(const CDecimal& value);
+  CDecimal TakeDecimal();
+  void LendInteger(const CBigInteger& value);
+  CBigInteger TakeInteger();
 
  private:
   friend struct QzVariantTestAccess;
@@ -147,6 +179,10 @@ struct QZXML_API QzVariant {
     double m_r8;
     std::string* m_pString;
     CBinaryData* m_pBinaryData;
+    CDateTime* m_pDateTime;
+    CDateTimeSpan* m_pDateTimeSpan;
+    CDecimal* m_pDecimal;
+    CBigInteger* m_pBigInteger;
     CXmlObjectBase* m_pXmlObject;
     CXmlCollectionBase* m_pXmlCol;
   };
@@ -156,13 +192,23 @@ struct QZXML_API QzVariant {
   void TakeOver(QzVariant& other) noexcept;
   template <typename T>
   void SetScalar(ItemType type, T Value::*member, T value);
-  void SetBinaryData(ItemType type, CBinaryData value);
+  template <typename T>
+  void SetOwned(ItemType type, T* Value::*member, T value);
+  template <typename T>
+  void LendPayload(ItemType type, T* Value::*member, const T& value);
+  template <typename T>
+  T TakePayload(T* Value::*member);
+  template <typename T>
+  void FreePayload(T* Value::*member);
+  template <typename T>
+  void CopyOwned(const QzVariant& other, T* Value::*member);
   const CBinaryData* FindBinaryData() const;
+  const CDateTime* FindDateTime() const;
   char* WriteScalar(char* buffer, std::string_view format) const;
   void AppendOther(std::string_view format, std::string& out) const;
 
   bool m_isNil;
-  bool m_isLent;  // m_pString is somebody else's
+  bool m_isLent;  // what the pointer of the payload points to is somebody else's
   ItemType m_type;
   Value m_value;
 };
