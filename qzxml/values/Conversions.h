@@ -4,15 +4,14 @@
 #include <string>
 
 #include "qzxml/platform/Export.h"
+#include "qzxml/values/BigInteger.h"
 #include "qzxml/values/BinaryData.h"
+#include "qzxml/values/DateTime.h"
+#include "qzxml/values/DateTimeSpan.h"
+#include "qzxml/values/Decimal.h"
 #include "qzxml/values/WhitespaceUtils.h"
 
 namespace QzXmlLib16 {
-
-class CBigInteger;
-class CDateTime;
-class CDateTimeSpan;
-class CDecimal;
 
 // Every lexical form of the library: one ToString and one FromString for each primitive kind of
 // ItemType. Whatever reads or writes a primitive as text comes here.

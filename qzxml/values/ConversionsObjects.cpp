@@ -2,12 +2,8 @@
 #include <limits>
 #include <system_error>
 
-#include "qzxml/values/BigInteger.h"
 #include "qzxml/values/Conversions.h"
 #include "qzxml/values/ConversionsDetail.h"
-#include "qzxml/values/DateTime.h"
-#include "qzxml/values/DateTimeSpan.h"
-#include "qzxml/values/Decimal.h"
 
 // The kinds whose values are objects, which know their own lexical forms: numbers of any size,
 // dates, times and durations; and the dates that are plain numbers, which are read as dates.
