@@ -9,9 +9,22 @@
 #include "qzxml/runtime/Encoder.h"
 #include "qzxml/serialization/PrimitiveRestrictions.h"
 #include "qzxml/values/QzVariant.h"
+#include "tests/serialization/Facets.h"
 #include "tests/support/CommaLocale.h"
 #include "tests/support/QzTest.h"
 
+using qztest::Check;
+using qztest::Facets;
+using qztest::Length;
+using qztest::MakeValue;
+using qztest::MaxExclusive;
+using qztest::MaxInclusive;
+using qztest::MaxLength;
+using qztest::MinExclusive;
+using qztest::MinInclusive;
+using qztest::MinLength;
+using qztest::Pattern;
+using qztest::TotalDigits;
 using QzXmlLib16::CBinaryData;
 using QzXmlLib16::CheckPrimitiveRestriction;
 using QzXmlLib16::CPrimitiveRestrictions;
@@ -23,95 +36,6 @@ using QzXmlLib16::MatchesRegularExpression;
 using QzXmlLib16::QzVariant;
 
 namespace {
-
-// The facets of one type, the absent ones left out.
-struct Facets {
-  const char* pattern = "";
-  int minLength = -1;
-  int maxLength = -1;
-  const char* minInclusive = "";
-  const char* maxInclusive = "";
-  const char* minExclusive = "";
-  const char* maxExclusive = "";
-  int length = -1;
-  int totalDigits = -1;
-  int fractionDigits = -1;
-
-  CPrimitiveRestrictions Make() const {
-    return CPrimitiveRestrictions(pattern, minLength, maxLength, minInclusive, maxInclusive,
-                                  minExclusive, maxExclusive, length, totalDigits, fractionDigits);
-  }
-};
-
-Facets Pattern(const char* pattern) {
-  Facets facets;
-  facets.pattern = pattern;
-  return facets;
-}
-
-Facets MinLength(int value) {
-  Facets facets;
-  facets.minLength = value;
-  return facets;
-}
-
-Facets MaxLength(int value) {
-  Facets facets;
-  facets.maxLength = value;
-  return facets;
-}
-
-Facets Length(int value) {
-  Facets facets;
-  facets.length = value;
-  return facets;
-}
-
-Facets MinInclusive(const char* value) {
-  Facets facets;
-  facets.minInclusive = value;
-  return facets;
-}
-
-Facets MaxInclusive(const char* value) {
-  Facets facets;
-  facets.maxInclusive = value;
-  return facets;
-}
-
-Facets MinExclusive(const char* value) {
-  Facets facets;
-  facets.minExclusive = value;
-  return facets;
-}
-
-Facets MaxExclusive(const char* value) {
-  Facets facets;
-  facets.maxExclusive = value;
-  return facets;
-}
-
-Facets TotalDigits(int value) {
-  Facets facets;
-  facets.totalDigits = value;
-  return facets;
-}
-
-QzVariant MakeValue(ItemType type, const std::string& text) {
-  QzVariant value;
-  value.FromString(text, type, CWhitespaceUtils::WhitespaceRule_None);
-  return value;
-}
-
-// The failure of the check, or "" when the value passes.
-std::string Check(ItemType type, const std::string& text, const Facets& facets) {
-  try {
-    CheckPrimitiveRestriction("name", MakeValue(type, text), type, facets.Make());
-  } catch (const CQzException& e) {
-    return e.GetMessage();
-  }
-  return "";
-}
 
 std::string CheckText(const std::string& text, const Facets& facets) {
   return Check(QzXmlLib16::ItemType_string, text, facets);

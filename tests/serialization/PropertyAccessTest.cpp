@@ -1,12 +1,14 @@
 #include "qzxml/collections/Element.h"
 #include "qzxml/collections/ElementCol.h"
 #include "qzxml/serialization/PropertyAccess.h"
+#include "qzxml/values/Conversions.h"
 #include "tests/serialization/Note.h"
 #include "tests/support/QzTest.h"
 
 namespace QzXmlLib16 {
 namespace {
 
+constexpr auto kNone = CWhitespaceUtils::WhitespaceRule_None;
 constexpr char kLongText[] = "a text that is too long to be kept in place";
 
 // Out of one property into the variant, and from there into another.
@@ -44,11 +46,49 @@ TEST(PropertyAccess, AValuePassesBothWaysAndAnAbsentOneIsInvalid) {
   ExpectPassage<ItemType_ui8>(std::uint64_t{18446744073709551615u}, "ui8");
   ExpectPassage<ItemType_r4>(0.1f, "r4");
   ExpectPassage<ItemType_r8>(-1e300, "r8");
+  ExpectPassage<ItemType_duration>(CDateTimeSpan(1, 2, 3, 4, 5, 6), "duration");
+  ExpectPassage<ItemType_yearMonth>(CConversions::yearMonthFromString("2004-05", kNone),
+                                    "yearMonth");
+  ExpectPassage<ItemType_monthDay>(CConversions::monthDayFromString("--05-06", kNone), "monthDay");
+  ExpectPassage<ItemType_year>(static_cast<std::uint16_t>(65535), "year");
+  ExpectPassage<ItemType_month>(static_cast<std::uint8_t>(12), "month");
+  ExpectPassage<ItemType_day>(static_cast<std::uint8_t>(31), "day");
+  ExpectPassage<ItemType_date>(CConversions::dateFromString("2004-05-06", kNone), "date");
+  ExpectPassage<ItemType_datetime>(CDateTime("2004-05-06T07:08:09Z"), "datetime");
+  ExpectPassage<ItemType_time>(CConversions::timeFromString("07:08:09.5", kNone), "time");
   ExpectPassage<ItemType_char>('x', "char");
   ExpectPassage<ItemType_string>(std::string(kLongText), "string");
   ExpectPassage<ItemType_string>(std::string(), "string");
   ExpectPassage<ItemType_boolean>(true, "boolean");
   ExpectPassage<ItemType_boolean>(false, "boolean");
+  ExpectPassage<ItemType_decimal>(CDecimal("-12345678901234567890.05"), "decimal");
+  ExpectPassage<ItemType_integer>(CBigInteger("-12345678901234567890"), "integer");
+}
+
+TEST(PropertyAccess, NumbersOfAnySizeAndDatesPassWithoutACopy) {
+  std::optional<CDecimal> decimal = CDecimal("1.5");
+  QzVariant value;
+  AccessValue<ItemType_decimal>(true, value, decimal);
+  EXPECT_EQ(&*decimal, &value.GetDecimalReference());
+  AccessValue<ItemType_decimal>(false, value, decimal);  // back to its own property
+  EXPECT_EQ("1.5", decimal->ToString());
+
+  std::optional<CBigInteger> integer = CBigInteger("7");
+  AccessValue<ItemType_integer>(true, value, integer);
+  EXPECT_EQ(&*integer, &value.GetIntegerReference());
+  AccessValue<ItemType_integer>(false, value, integer);
+  EXPECT_EQ("7", integer->ToString());
+
+  std::optional<CDateTime> date = CConversions::dateFromString("2004-05-06", kNone);
+  AccessValue<ItemType_date>(true, value, date);
+  AccessValue<ItemType_date>(false, value, date);
+  EXPECT_EQ("2004-05-06", date->ToString());
+
+  std::optional<CDateTimeSpan> span = CDateTimeSpan(1, 2, 3, 4, 5, 6);
+  AccessValue<ItemType_duration>(true, value, span);
+  EXPECT_EQ("P1Y2M3DT4H5M6S", value.ToString(nullptr));
+  AccessValue<ItemType_duration>(false, value, span);
+  EXPECT_EQ("P1Y2M3DT4H5M6S", span->ToString());
 }
 
 TEST(PropertyAccess, ATextPassesWithoutACopy) {

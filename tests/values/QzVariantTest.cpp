@@ -20,7 +20,11 @@ struct QzVariantTestAccess {
 
 }  // namespace QzXmlLib16
 
+using QzXmlLib16::CBigInteger;
 using QzXmlLib16::CBinaryData;
+using QzXmlLib16::CDateTime;
+using QzXmlLib16::CDateTimeSpan;
+using QzXmlLib16::CDecimal;
 using QzXmlLib16::CElementCol;
 using QzXmlLib16::CQzException;
 using QzXmlLib16::CQzInvalidValueException;
@@ -44,8 +48,26 @@ struct Kind {
   std::string text;
   std::function<void(const QzVariant&)> get;
   const char* assertion;
-  bool isRead;  // whether FromString takes the kind
 };
+
+// A date or a time of any type, from its text.
+CDateTime MakeDate(const char* text) {
+  CDateTime date;
+  date.ParseXSDDate(text);
+  return date;
+}
+
+CDateTime MakeTime(const char* text) {
+  CDateTime time;
+  time.ParseXSDTime(text);
+  return time;
+}
+
+CDateTimeSpan MakeSpan(const char* text) {
+  CDateTimeSpan span;
+  span.ParseXSDDuration(text);
+  return span;
+}
 
 const unsigned char kBytes[] = {0x4D, 0x61, 0x6E};
 
@@ -53,49 +75,82 @@ const std::vector<Kind>& GetKinds() {
   static const std::vector<Kind> s_kinds = {
       {1, "hexBinary", [](QzVariant& v) { v.SetHexBinary(CBinaryData(kBytes, 3)); }, "4D616E",
        [](const QzVariant& v) { EXPECT_EQ(CBinaryData("Man"), v.GetHexBinary()); },
-       "m_type == ItemType_hexBinary", true},
+       "m_type == ItemType_hexBinary"},
       {2, "base64Binary", [](QzVariant& v) { v.SetBase64Binary(CBinaryData(kBytes, 3)); }, "TWFu",
        [](const QzVariant& v) { EXPECT_EQ(CBinaryData("Man"), v.GetBase64Binary()); },
-       "m_type == ItemType_base64Binary", true},
+       "m_type == ItemType_base64Binary"},
       {3, "i1", [](QzVariant& v) { v.SetI1(static_cast<char>(-128)); }, "-128",
        [](const QzVariant& v) { EXPECT_EQ(static_cast<char>(-128), v.GetI1()); },
-       "m_type == ItemType_i1", true},
+       "m_type == ItemType_i1"},
       {4, "i2", [](QzVariant& v) { v.SetI2(-32768); }, "-32768",
-       [](const QzVariant& v) { EXPECT_EQ(-32768, v.GetI2()); }, "m_type == ItemType_i2", true},
+       [](const QzVariant& v) { EXPECT_EQ(-32768, v.GetI2()); }, "m_type == ItemType_i2"},
       {5, "i4", [](QzVariant& v) { v.SetI4(-2147483647 - 1); }, "-2147483648",
-       [](const QzVariant& v) { EXPECT_EQ(-2147483647 - 1, v.GetI4()); }, "m_type == ItemType_i4",
-       true},
+       [](const QzVariant& v) { EXPECT_EQ(-2147483647 - 1, v.GetI4()); }, "m_type == ItemType_i4"},
       {6, "i8", [](QzVariant& v) { v.SetI8(-9007199254740993); }, "-9007199254740993",
-       [](const QzVariant& v) { EXPECT_EQ(-9007199254740993, v.GetI8()); }, "m_type == ItemType_i8",
-       true},
+       [](const QzVariant& v) { EXPECT_EQ(-9007199254740993, v.GetI8()); },
+       "m_type == ItemType_i8"},
       {7, "ui1", [](QzVariant& v) { v.SetUI1(255); }, "255",
-       [](const QzVariant& v) { EXPECT_EQ(255, v.GetUI1()); }, "m_type == ItemType_ui1", true},
+       [](const QzVariant& v) { EXPECT_EQ(255, v.GetUI1()); }, "m_type == ItemType_ui1"},
       {8, "ui2", [](QzVariant& v) { v.SetUI2(65535); }, "65535",
-       [](const QzVariant& v) { EXPECT_EQ(65535, v.GetUI2()); }, "m_type == ItemType_ui2", true},
+       [](const QzVariant& v) { EXPECT_EQ(65535, v.GetUI2()); }, "m_type == ItemType_ui2"},
       {9, "ui4", [](QzVariant& v) { v.SetUI4(4294967295u); }, "4294967295",
-       [](const QzVariant& v) { EXPECT_EQ(4294967295u, v.GetUI4()); }, "m_type == ItemType_ui4",
-       true},
+       [](const QzVariant& v) { EXPECT_EQ(4294967295u, v.GetUI4()); }, "m_type == ItemType_ui4"},
       {10, "ui8", [](QzVariant& v) { v.SetUI8(18446744073709551615u); }, "18446744073709551615",
        [](const QzVariant& v) { EXPECT_EQ(18446744073709551615u, v.GetUI8()); },
-       "m_type == ItemType_ui8", true},
+       "m_type == ItemType_ui8"},
       {11, "r4", [](QzVariant& v) { v.SetR4(0.1f); }, "0.1",
-       [](const QzVariant& v) { EXPECT_EQ(0.1f, v.GetR4()); }, "m_type == ItemType_r4", true},
+       [](const QzVariant& v) { EXPECT_EQ(0.1f, v.GetR4()); }, "m_type == ItemType_r4"},
       {12, "r8", [](QzVariant& v) { v.SetR8(-1e20); }, "-1e+020",
-       [](const QzVariant& v) { EXPECT_EQ(-1e20, v.GetR8()); }, "m_type == ItemType_r8", true},
+       [](const QzVariant& v) { EXPECT_EQ(-1e20, v.GetR8()); }, "m_type == ItemType_r8"},
+      {13, "duration", [](QzVariant& v) { v.SetDuration(MakeSpan("-P1DT2H")); }, "-P1DT2H",
+       [](const QzVariant& v) { EXPECT_EQ("-P1DT2H", v.GetDuration().ToString()); },
+       "m_type == ItemType_duration"},
+      {14, "yearMonth", [](QzVariant& v) { v.SetYearMonth(MakeDate("2004-05")); }, "2004-05",
+       [](const QzVariant& v) { EXPECT_EQ("2004-05", v.GetYearMonth().ToString()); },
+       "m_type == ItemType_yearMonth"},
+      {15, "monthDay", [](QzVariant& v) { v.SetMonthDay(MakeDate("--02-29Z")); }, "--02-29Z",
+       [](const QzVariant& v) { EXPECT_EQ("--02-29Z", v.GetMonthDay().ToString()); },
+       "m_type == ItemType_monthDay"},
       {16, "year", [](QzVariant& v) { v.SetYear(1999); }, "1999",
-       [](const QzVariant& v) { EXPECT_EQ(1999, v.GetYear()); }, "m_type == ItemType_year", false},
+       [](const QzVariant& v) { EXPECT_EQ(1999, v.GetYear()); }, "m_type == ItemType_year"},
       {17, "month", [](QzVariant& v) { v.SetMonth(2); }, "--02",
-       [](const QzVariant& v) { EXPECT_EQ(2, v.GetMonth()); }, "m_type == ItemType_month", false},
+       [](const QzVariant& v) { EXPECT_EQ(2, v.GetMonth()); }, "m_type == ItemType_month"},
       {18, "day", [](QzVariant& v) { v.SetDay(31); }, "---31",
-       [](const QzVariant& v) { EXPECT_EQ(31, v.GetDay()); }, "m_type == ItemType_day", false},
+       [](const QzVariant& v) { EXPECT_EQ(31, v.GetDay()); }, "m_type == ItemType_day"},
+      {19, "date", [](QzVariant& v) { v.SetDate(MakeDate("-0044-03-15")); }, "-0044-03-15",
+       [](const QzVariant& v) { EXPECT_EQ("-0044-03-15", v.GetDate().ToString()); },
+       "m_type == ItemType_date"},
+      {20, "datetime", [](QzVariant& v) { v.SetDateTime("2004-02-29T23:59:59.5+01:00"); },
+       "2004-02-29T23:59:59.5+01:00",
+       [](const QzVariant& v) {
+         EXPECT_EQ("2004-02-29T23:59:59.5+01:00", v.GetDateTime().ToString());
+       },
+       "m_type == ItemType_datetime"},
+      {21, "time", [](QzVariant& v) { v.SetTime(MakeTime("00:00:00")); }, "00:00:00",
+       [](const QzVariant& v) { EXPECT_EQ("00:00:00", v.GetTime().ToString()); },
+       "m_type == ItemType_time"},
       {22, "char", [](QzVariant& v) { v.SetChar('x'); }, "x",
-       [](const QzVariant& v) { EXPECT_EQ('x', v.GetChar()); }, "m_type == ItemType_char", true},
+       [](const QzVariant& v) { EXPECT_EQ('x', v.GetChar()); }, "m_type == ItemType_char"},
       {23, "string", [](QzVariant& v) { v.SetString("a text that is not short at all"); },
        "a text that is not short at all",
        [](const QzVariant& v) { EXPECT_EQ("a text that is not short at all", v.GetString()); },
-       "m_type == ItemType_string && m_pString != 0", true},
+       "m_type == ItemType_string && m_pString != 0"},
       {24, "boolean", [](QzVariant& v) { v.SetBoolean(true); }, "true",
-       [](const QzVariant& v) { EXPECT_TRUE(v.GetBoolean()); }, "m_type == ItemType_boolean", true},
+       [](const QzVariant& v) { EXPECT_TRUE(v.GetBoolean()); }, "m_type == ItemType_boolean"},
+      {25, "decimal", [](QzVariant& v) { v.SetDecimal("-12345678901234567890.05"); },
+       "-12345678901234567890.05",
+       [](const QzVariant& v) {
+         EXPECT_EQ("-12345678901234567890.05", v.GetDecimal().ToString());
+         EXPECT_EQ("-12345678901234567890.05", v.GetDecimalReference().ToString());
+       },
+       "m_type == ItemType_decimal && m_pDecimal != 0"},
+      {26, "integer", [](QzVariant& v) { v.SetInteger("-123456789012345678901234567890"); },
+       "-123456789012345678901234567890",
+       [](const QzVariant& v) {
+         EXPECT_EQ("-123456789012345678901234567890", v.GetInteger().ToString());
+         EXPECT_EQ("-123456789012345678901234567890", v.GetIntegerReference().ToString());
+       },
+       "m_type == ItemType_integer && m_pBigInteger != 0"},
   };
   return s_kinds;
 }
@@ -165,15 +220,53 @@ TEST(QzVariant, AGetterOfTheWrongKindFollowsNoPointer) {
   EXPECT_EQ("", number.GetStringReference());
   EXPECT_EQ(CBinaryData(), number.GetHexBinary());
   EXPECT_EQ(CBinaryData(), number.GetBase64Binary());
+  EXPECT_EQ("P", number.GetDuration().ToString());
+  for (const CDateTime& date : {number.GetYearMonth(), number.GetMonthDay(), number.GetDate(),
+                                number.GetDateTime(), number.GetTime()}) {
+    EXPECT_EQ(CDateTime::dt_yearZero, date.GetType());
+  }
+  EXPECT_EQ("0", number.GetDecimal().ToString());
+  EXPECT_EQ("0", number.GetInteger().ToString());
   EXPECT_EQ(nullptr, number.GetXmlObject());
   EXPECT_EQ(nullptr, number.GetXmlCollection());
   number.GetBoolean();
+
+  QzVariant text;
+  text.SetString("2004-05-06");
+  EXPECT_EQ(CDateTime::dt_yearZero, text.GetDate().GetType());
+  EXPECT_EQ("0", text.GetDecimal().ToString());
 
   QzVariant nilText;
   nilText.SetString("x");
   nilText.SetNil();
   EXPECT_EQ("", nilText.GetString());
   EXPECT_EQ("", nilText.ToString(nullptr));
+  for (const Kind& kind : GetKinds()) {
+    QzVariant nil;
+    kind.set(nil);
+    nil.SetNil();
+    nil.ToString(nullptr);
+    const QzVariant copy(nil);
+    copy.ToString("1");
+  }
+}
+
+TEST(QzVariant, ANilDateOrNumberIsNoValueOfItsOwn) {
+  const qztest::AssertionRecorder recorder;
+  QzVariant value;
+  value.SetDate(MakeDate("2004-05-06"));
+  value.SetNil();
+  EXPECT_EQ(19, value.GetTypeAsEnum());
+  EXPECT_EQ(CDateTime::dt_yearZero, value.GetDate().GetType());
+  value.SetDuration(MakeSpan("P1D"));
+  value.SetNil();
+  EXPECT_EQ("P", value.GetDuration().ToString());
+  value.SetDecimal("1.5");
+  value.SetNil();
+  EXPECT_EQ("0", value.GetDecimal().ToString());
+  value.SetInteger("7");
+  value.SetNil();
+  EXPECT_EQ("0", value.TakeInteger().ToString());
 }
 
 TEST(QzVariant, GivesAStringWithoutACopy) {
@@ -570,11 +663,11 @@ TEST(QzVariant, AKindWithoutATextThrows) {
   EXPECT_EQ(28, value.GetTypeAsEnum());
 }
 
-TEST(QzVariant, AFormatServesRealsAlone) {
+TEST(QzVariant, AFormatServesRealsAndDecimalsAlone) {
   for (const Kind& kind : GetKinds()) {
     QzVariant value;
     kind.set(value);
-    if (kind.number == 11 || kind.number == 12) continue;
+    if (kind.number == 11 || kind.number == 12 || kind.number == 25) continue;
     EXPECT_EQ(kind.text, value.ToString("%.2f")) << kind.name;
   }
   QzVariant real;
@@ -584,11 +677,15 @@ TEST(QzVariant, AFormatServesRealsAlone) {
   real.SetR4(2.0f / 3);
   EXPECT_EQ("0.67", real.ToString("%.2f"));
   EXPECT_EQ("0.6666667", real.ToString(""));
+  QzVariant decimal;
+  decimal.SetDecimal("12.65");
+  EXPECT_EQ("12.7", decimal.ToString("1"));
+  EXPECT_EQ("12.65", decimal.ToString(""));
+  EXPECT_EQ("13.", decimal.ToString("%.2f"));
 }
 
 TEST(QzVariant, ReadsTheTextOfEveryKindBack) {
   for (const Kind& kind : GetKinds()) {
-    if (!kind.isRead) continue;
     QzVariant value;
     value.SetString("before");
     value.FromString(kind.text, static_cast<ItemType>(kind.number), kNone);
@@ -635,6 +732,21 @@ TEST(QzVariant, ATextThatDoesNotParseLeavesTheValue) {
       {QzXmlLib16::ItemType_ui8, "x", "The value [x] can not be converted to a ui8"},
       {QzXmlLib16::ItemType_r4, "x", "The value [x] can not be converted to a r4"},
       {QzXmlLib16::ItemType_r8, "x", "The value [x] can not be converted to a r8"},
+      {QzXmlLib16::ItemType_duration, "P",
+       "Invalid XSD Duration [P] expected [-]P[nY][nM][nD][T[nH][nM][nS.ff]]"},
+      {QzXmlLib16::ItemType_yearMonth, "x",
+       "Invalid XSD Date [x] expected CCYY-MM-DD[Z|[+|-]hh:mm]"},
+      {QzXmlLib16::ItemType_monthDay, "--02-30", "Invalid Day [30] (1 <= day <= days in month)"},
+      {QzXmlLib16::ItemType_year, "", "Invalid Date (Empty String)"},
+      {QzXmlLib16::ItemType_month, "--00", "Invalid Month [0] (1 <= month <= 12)"},
+      {QzXmlLib16::ItemType_day, "1", "Invalid XSD Date [1] expected CCYY-MM-DD[Z|[+|-]hh:mm]"},
+      {QzXmlLib16::ItemType_date, "2003-02-29", "Invalid Day [29] (1 <= day <= days in month"},
+      {QzXmlLib16::ItemType_datetime, "x", "Invalid XSD DateTime [x]."},
+      {QzXmlLib16::ItemType_time, "x", "Invalid XSD Time [x] expected hh:mm:ss[.ff]"},
+      {QzXmlLib16::ItemType_decimal, "1.x",
+       "The string representing a Decimal, contained an invalid char at position 2 [1.x]."},
+      {QzXmlLib16::ItemType_integer, "x",
+       "The string representing a Decimal, contained an invalid char at position 0 [x]."},
       {QzXmlLib16::ItemType_char, "ab",
        "The value [ab] can not be a char as it is either empty of greater than 1 char long"},
       {QzXmlLib16::ItemType_boolean, "2",
@@ -651,6 +763,10 @@ TEST(QzVariant, ATextThatDoesNotParseLeavesTheValue) {
   value.SetString("before");
   EXPECT_QZ_THROW(CQzException, "Invalid length in hex string",
                   value.FromString("ABC", QzXmlLib16::ItemType_hexBinary, kNone));
+  EXPECT_EQ("before", value.GetString());
+  EXPECT_QZ_THROW(QzXmlLib16::CQzInvalidStateException,
+                  "Failed to GetYear. Invalid Date Type: gMonth.",
+                  value.FromString("--05", QzXmlLib16::ItemType_year, kNone));
   EXPECT_EQ("before", value.GetString());
   value.SetNil();
   EXPECT_QZ_THROW(CQzInvalidValueException, "The value [x] can not be converted to a i4",
@@ -729,5 +845,86 @@ TEST(QzVariant, TakingATextMovesItOut) {
   const char* const place = value.GetStringReference().data();
   const std::string taken = value.TakeString();
   EXPECT_EQ(place, taken.data());
+  EXPECT_FALSE(value.IsValid());
+}
+
+TEST(QzVariant, ADateIsHeldAsItIsWhateverItsType) {
+  QzVariant value;
+  value.SetTime(MakeDate("2004-05-06"));
+  EXPECT_EQ(21, value.GetTypeAsEnum());
+  EXPECT_EQ("2004-05-06", value.ToString(nullptr));
+  value.FromString("2004", QzXmlLib16::ItemType_yearMonth, kNone);
+  EXPECT_EQ(14, value.GetTypeAsEnum());
+  EXPECT_EQ(CDateTime::dt_gYear, value.GetYearMonth().GetType());
+}
+
+TEST(QzVariant, ANumberOfAnySizeMayComeFromTheVariantItself) {
+  QzVariant value;
+  value.SetDecimal("12345678901234567890.5");
+  value.SetDecimal(value.GetDecimalReference());
+  EXPECT_EQ("12345678901234567890.5", value.ToString(nullptr));
+  value.SetInteger(value.GetDecimalReference().GetIntegerPart());
+  EXPECT_EQ("12345678901234567890", value.ToString(nullptr));
+  value.SetDecimal(value.GetIntegerReference());
+  EXPECT_EQ("12345678901234567890", value.ToString(nullptr));
+}
+
+TEST(QzVariant, LendsValuesWithoutCopyingThem) {
+  const CDecimal decimal("1.5");
+  const CBigInteger integer("7");
+  const CDateTimeSpan span = MakeSpan("P1D");
+  const CDateTime date = MakeDate("2004-05-06");
+  QzVariant value;
+  value.LendDecimal(decimal);
+  EXPECT_EQ(&decimal, &value.GetDecimalReference());
+  EXPECT_EQ(25, value.GetTypeAsEnum());
+  QzVariant copy(value);
+  EXPECT_NE(&decimal, &copy.GetDecimalReference());
+  EXPECT_EQ("1.5", copy.ToString(nullptr));
+  EXPECT_EQ("1.5", value.TakeDecimal().ToString());
+
+  value.LendInteger(integer);
+  EXPECT_EQ(&integer, &value.GetIntegerReference());
+  EXPECT_EQ(26, value.GetTypeAsEnum());
+  EXPECT_EQ("7", value.TakeInteger().ToString());
+
+  value.LendDuration(span);
+  EXPECT_EQ(13, value.GetTypeAsEnum());
+  EXPECT_EQ("P1D", value.GetDuration().ToString());
+  copy = value;
+  EXPECT_EQ("P1D", copy.ToString(nullptr));
+
+  for (const int kind : {14, 15, 19, 20, 21}) {
+    value.LendDateTime(static_cast<ItemType>(kind), date);
+    EXPECT_EQ(kind, value.GetTypeAsEnum());
+    EXPECT_EQ("2004-05-06", value.ToString(nullptr));
+  }
+  value.SetNil();
+  EXPECT_EQ("2004-05-06", date.ToString());
+  EXPECT_EQ("1.5", decimal.ToString());
+  EXPECT_EQ("7", integer.ToString());
+}
+
+TEST(QzVariant, ADateIsLentAsOneOfItsKinds) {
+  const CDateTime date = MakeDate("2004-05-06");
+  for (const int kind : {0, 5, 13, 16, 23, 25, 28, 29}) {
+    QzVariant value;
+    EXPECT_QZ_ASSERT("kind holds a CDateTime",
+                     value.LendDateTime(static_cast<ItemType>(kind), date));
+  }
+  const qztest::AssertionRecorder recorder;
+  QzVariant value;
+  value.SetI4(5);
+  value.LendDateTime(QzXmlLib16::ItemType_string, date);
+  EXPECT_FALSE(value.IsValid());
+}
+
+TEST(QzVariant, TakingANumberOfAnySizeLeavesInvalid) {
+  QzVariant value;
+  value.SetDecimal("1.5");
+  EXPECT_EQ("1.5", value.TakeDecimal().ToString());
+  EXPECT_FALSE(value.IsValid());
+  value.SetInteger("7");
+  EXPECT_EQ("7", value.TakeInteger().ToString());
   EXPECT_FALSE(value.IsValid());
 }
