@@ -291,10 +291,13 @@ TEST(PrimitiveRestrictionsObjects, DigitsOfADecimalAreThoseAheadOfAndBehindThePo
     SCOPED_TRACE(c.value);
     const int total = c.aheadOfPoint + c.behindPoint;
     EXPECT_EQ("", Check(kDecimal, c.value, TotalDigits(total)));
-    if (total > 0) EXPECT_NE("", Check(kDecimal, c.value, TotalDigits(total - 1)));
+    if (total > 0) {
+      EXPECT_NE("", Check(kDecimal, c.value, TotalDigits(total - 1)));
+    }
     EXPECT_EQ("", Check(kDecimal, c.value, FractionDigits(c.behindPoint)));
-    if (c.behindPoint > 0)
+    if (c.behindPoint > 0) {
       EXPECT_NE("", Check(kDecimal, c.value, FractionDigits(c.behindPoint - 1)));
+    }
     Facets both = TotalDigits(total);
     both.fractionDigits = c.behindPoint;
     EXPECT_EQ("", Check(kDecimal, c.value, both));
