@@ -251,7 +251,7 @@ void CCopyright::AccessProperty(int index, bool read, QzVariant& value) const {
     case Property_Author:
       return AccessValue<ItemType_string>(read, value, self.m_author);
     case Property_Year:
-      return AccessValue<ItemType_string>(read, value, self.m_year);
+      return AccessValue<ItemType_year>(read, value, self.m_year);
     case Property_License:
       return AccessValue<ItemType_string>(read, value, self.m_license);
     default:
@@ -270,7 +270,7 @@ const CCopyright::CTables& CCopyright::Tables() const {
   return BuildOnce(tables, [](CTables& made) {
     made.info = NewSequenceInfo("copyright", kNamespace);
     made.elements = new CElementInfo* [3] {
-      new CElementInfoSeqPrimOpt("year", kNamespace, Property_Year, false, ItemType_string, nullptr,
+      new CElementInfoSeqPrimOpt("year", kNamespace, Property_Year, false, ItemType_year, nullptr,
                                  CWhitespaceUtils::WhitespaceRule_Collapse,
                                  CPrimitiveRestrictions(), nullptr),
           new CElementInfoSeqPrimOpt(
@@ -297,23 +297,23 @@ CSmartPtr<CXmlObjectBase> CBounds::Create(int, const char* elementName) {
   return object;
 }
 
-void CBounds::SetMinlat(double value) {
-  Check<ItemType_r8>(Tables().attributes[0], value);
+void CBounds::SetMinlat(const CDecimal& value) {
+  Check<ItemType_decimal>(Tables().attributes[0], value);
   m_minlat = value;
 }
 
-void CBounds::SetMinlon(double value) {
-  Check<ItemType_r8>(Tables().attributes[1], value);
+void CBounds::SetMinlon(const CDecimal& value) {
+  Check<ItemType_decimal>(Tables().attributes[1], value);
   m_minlon = value;
 }
 
-void CBounds::SetMaxlat(double value) {
-  Check<ItemType_r8>(Tables().attributes[2], value);
+void CBounds::SetMaxlat(const CDecimal& value) {
+  Check<ItemType_decimal>(Tables().attributes[2], value);
   m_maxlat = value;
 }
 
-void CBounds::SetMaxlon(double value) {
-  Check<ItemType_r8>(Tables().attributes[3], value);
+void CBounds::SetMaxlon(const CDecimal& value) {
+  Check<ItemType_decimal>(Tables().attributes[3], value);
   m_maxlon = value;
 }
 
@@ -321,17 +321,17 @@ void CBounds::AccessProperty(int index, bool read, QzVariant& value) const {
   CBounds& self = const_cast<CBounds&>(*this);
   switch (index) {
     case Property_Minlat:
-      if (!read) return self.SetMinlat(value.GetR8());
-      return AccessValue<ItemType_r8>(true, value, self.m_minlat);
+      if (!read) return self.SetMinlat(value.TakeDecimal());
+      return AccessValue<ItemType_decimal>(true, value, self.m_minlat);
     case Property_Minlon:
-      if (!read) return self.SetMinlon(value.GetR8());
-      return AccessValue<ItemType_r8>(true, value, self.m_minlon);
+      if (!read) return self.SetMinlon(value.TakeDecimal());
+      return AccessValue<ItemType_decimal>(true, value, self.m_minlon);
     case Property_Maxlat:
-      if (!read) return self.SetMaxlat(value.GetR8());
-      return AccessValue<ItemType_r8>(true, value, self.m_maxlat);
+      if (!read) return self.SetMaxlat(value.TakeDecimal());
+      return AccessValue<ItemType_decimal>(true, value, self.m_maxlat);
     case Property_Maxlon:
-      if (!read) return self.SetMaxlon(value.GetR8());
-      return AccessValue<ItemType_r8>(true, value, self.m_maxlon);
+      if (!read) return self.SetMaxlon(value.TakeDecimal());
+      return AccessValue<ItemType_decimal>(true, value, self.m_maxlon);
     default:
       return;
   }
@@ -350,17 +350,17 @@ const CBounds::CTables& CBounds::Tables() const {
     made.info = NewSequenceInfo("bounds", kNamespace);
     made.elements = new CElementInfo* [1] { nullptr };
     made.attributes = new CAttributeInfo* [5] {
-      new CAttributeInfoPrimitive("minlat", "", Property_Minlat, false, ItemType_r8, nullptr,
+      new CAttributeInfoPrimitive("minlat", "", Property_Minlat, false, ItemType_decimal, nullptr,
                                   CWhitespaceUtils::WhitespaceRule_Collapse, Latitude(), nullptr),
-          new CAttributeInfoPrimitive("minlon", "", Property_Minlon, false, ItemType_r8, nullptr,
-                                      CWhitespaceUtils::WhitespaceRule_Collapse, Longitude(),
-                                      nullptr),
-          new CAttributeInfoPrimitive("maxlat", "", Property_Maxlat, false, ItemType_r8, nullptr,
-                                      CWhitespaceUtils::WhitespaceRule_Collapse, Latitude(),
-                                      nullptr),
-          new CAttributeInfoPrimitive("maxlon", "", Property_Maxlon, false, ItemType_r8, nullptr,
-                                      CWhitespaceUtils::WhitespaceRule_Collapse, Longitude(),
-                                      nullptr),
+          new CAttributeInfoPrimitive("minlon", "", Property_Minlon, false, ItemType_decimal,
+                                      nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
+                                      Longitude(), nullptr),
+          new CAttributeInfoPrimitive("maxlat", "", Property_Maxlat, false, ItemType_decimal,
+                                      nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
+                                      Latitude(), nullptr),
+          new CAttributeInfoPrimitive("maxlon", "", Property_Maxlon, false, ItemType_decimal,
+                                      nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
+                                      Longitude(), nullptr),
           nullptr
     };
   });
@@ -446,7 +446,7 @@ void CMetadata::AccessProperty(int index, bool read, QzVariant& value) const {
     case Property_Links:
       return AccessCollection(read, value, m_links);
     case Property_Time:
-      return AccessValue<ItemType_string>(read, value, self.m_time);
+      return AccessValue<ItemType_datetime>(read, value, self.m_time);
     case Property_Keywords:
       return AccessValue<ItemType_string>(read, value, self.m_keywords);
     case Property_Bounds:
@@ -486,7 +486,7 @@ const CMetadata::CTables& CMetadata::Tables() const {
           new CElementInfoSeqClsOpt("copyright", kNamespace, Property_Copyright,
                                     XmlElementType_Element, &CCopyright::Create, 0),
           new CElementInfoSeqClsCol("link", kNamespace, Property_Links, XmlElementType_Element),
-          new CElementInfoSeqPrimOpt("time", kNamespace, Property_Time, false, ItemType_string,
+          new CElementInfoSeqPrimOpt("time", kNamespace, Property_Time, false, ItemType_datetime,
                                      nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
                                      CPrimitiveRestrictions(), nullptr),
           new CElementInfoSeqPrimOpt(
@@ -514,18 +514,18 @@ CSmartPtr<CXmlObjectBase> CWpt::Create(int, const char* elementName) {
   return object;
 }
 
-void CWpt::SetLat(double value) {
-  Check<ItemType_r8>(Tables().attributes[0], value);
+void CWpt::SetLat(const CDecimal& value) {
+  Check<ItemType_decimal>(Tables().attributes[0], value);
   m_lat = value;
 }
 
-void CWpt::SetLon(double value) {
-  Check<ItemType_r8>(Tables().attributes[1], value);
+void CWpt::SetLon(const CDecimal& value) {
+  Check<ItemType_decimal>(Tables().attributes[1], value);
   m_lon = value;
 }
 
-void CWpt::SetMagvar(const std::optional<double>& value) {
-  if (value) Check<ItemType_r8>(Tables().elements[2], *value);
+void CWpt::SetMagvar(const std::optional<CDecimal>& value) {
+  if (value) Check<ItemType_decimal>(Tables().elements[2], *value);
   m_magvar = value;
 }
 
@@ -543,20 +543,20 @@ void CWpt::AccessProperty(int index, bool read, QzVariant& value) const {
   CWpt& self = const_cast<CWpt&>(*this);
   switch (index) {
     case Property_Lat:
-      if (!read) return self.SetLat(value.GetR8());
-      return AccessValue<ItemType_r8>(true, value, self.m_lat);
+      if (!read) return self.SetLat(value.TakeDecimal());
+      return AccessValue<ItemType_decimal>(true, value, self.m_lat);
     case Property_Lon:
-      if (!read) return self.SetLon(value.GetR8());
-      return AccessValue<ItemType_r8>(true, value, self.m_lon);
+      if (!read) return self.SetLon(value.TakeDecimal());
+      return AccessValue<ItemType_decimal>(true, value, self.m_lon);
     case Property_Ele:
-      return AccessValue<ItemType_r8>(read, value, self.m_ele);
+      return AccessValue<ItemType_decimal>(read, value, self.m_ele);
     case Property_Time:
-      return AccessValue<ItemType_string>(read, value, self.m_time);
+      return AccessValue<ItemType_datetime>(read, value, self.m_time);
     case Property_Magvar:
-      if (!read) return self.SetMagvar(value.GetR8());
-      return AccessValue<ItemType_r8>(true, value, self.m_magvar);
+      if (!read) return self.SetMagvar(value.TakeDecimal());
+      return AccessValue<ItemType_decimal>(true, value, self.m_magvar);
     case Property_Geoidheight:
-      return AccessValue<ItemType_r8>(read, value, self.m_geoidheight);
+      return AccessValue<ItemType_decimal>(read, value, self.m_geoidheight);
     case Property_Name:
       return AccessValue<ItemType_string>(read, value, self.m_name);
     case Property_Cmt:
@@ -576,13 +576,13 @@ void CWpt::AccessProperty(int index, bool read, QzVariant& value) const {
     case Property_Sat:
       return AccessValue<ItemType_ui4>(read, value, self.m_sat);
     case Property_Hdop:
-      return AccessValue<ItemType_r8>(read, value, self.m_hdop);
+      return AccessValue<ItemType_decimal>(read, value, self.m_hdop);
     case Property_Vdop:
-      return AccessValue<ItemType_r8>(read, value, self.m_vdop);
+      return AccessValue<ItemType_decimal>(read, value, self.m_vdop);
     case Property_Pdop:
-      return AccessValue<ItemType_r8>(read, value, self.m_pdop);
+      return AccessValue<ItemType_decimal>(read, value, self.m_pdop);
     case Property_Ageofdgpsdata:
-      return AccessValue<ItemType_r8>(read, value, self.m_ageofdgpsdata);
+      return AccessValue<ItemType_decimal>(read, value, self.m_ageofdgpsdata);
     case Property_Dgpsid:
       if (!read) return self.SetDgpsid(value.GetUI2());
       return AccessValue<ItemType_ui2>(true, value, self.m_dgpsid);
@@ -622,17 +622,17 @@ const CWpt::CTables& CWpt::Tables() const {
   return BuildOnce(tables, [](CTables& made) {
     made.info = NewSequenceInfo("wpt", kNamespace);
     made.elements = new CElementInfo* [20] {
-      new CElementInfoSeqPrimOpt("ele", kNamespace, Property_Ele, false, ItemType_r8, nullptr,
+      new CElementInfoSeqPrimOpt("ele", kNamespace, Property_Ele, false, ItemType_decimal, nullptr,
                                  CWhitespaceUtils::WhitespaceRule_Collapse,
                                  CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("time", kNamespace, Property_Time, false, ItemType_string,
+          new CElementInfoSeqPrimOpt("time", kNamespace, Property_Time, false, ItemType_datetime,
                                      nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
                                      CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("magvar", kNamespace, Property_Magvar, false, ItemType_r8,
+          new CElementInfoSeqPrimOpt("magvar", kNamespace, Property_Magvar, false, ItemType_decimal,
                                      nullptr, CWhitespaceUtils::WhitespaceRule_Collapse, Degrees(),
                                      nullptr),
           new CElementInfoSeqPrimOpt(
-              "geoidheight", kNamespace, Property_Geoidheight, false, ItemType_r8, nullptr,
+              "geoidheight", kNamespace, Property_Geoidheight, false, ItemType_decimal, nullptr,
               CWhitespaceUtils::WhitespaceRule_Collapse, CPrimitiveRestrictions(), nullptr),
           new CElementInfoSeqPrimOpt("name", kNamespace, Property_Name, false, ItemType_string,
                                      nullptr, CWhitespaceUtils::WhitespaceRule_None,
@@ -658,17 +658,17 @@ const CWpt::CTables& CWpt::Tables() const {
           new CElementInfoSeqPrimOpt("sat", kNamespace, Property_Sat, false, ItemType_ui4, nullptr,
                                      CWhitespaceUtils::WhitespaceRule_Collapse,
                                      CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("hdop", kNamespace, Property_Hdop, false, ItemType_r8, nullptr,
-                                     CWhitespaceUtils::WhitespaceRule_Collapse,
+          new CElementInfoSeqPrimOpt("hdop", kNamespace, Property_Hdop, false, ItemType_decimal,
+                                     nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
                                      CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("vdop", kNamespace, Property_Vdop, false, ItemType_r8, nullptr,
-                                     CWhitespaceUtils::WhitespaceRule_Collapse,
+          new CElementInfoSeqPrimOpt("vdop", kNamespace, Property_Vdop, false, ItemType_decimal,
+                                     nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
                                      CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("pdop", kNamespace, Property_Pdop, false, ItemType_r8, nullptr,
-                                     CWhitespaceUtils::WhitespaceRule_Collapse,
+          new CElementInfoSeqPrimOpt("pdop", kNamespace, Property_Pdop, false, ItemType_decimal,
+                                     nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
                                      CPrimitiveRestrictions(), nullptr),
           new CElementInfoSeqPrimOpt(
-              "ageofdgpsdata", kNamespace, Property_Ageofdgpsdata, false, ItemType_r8, nullptr,
+              "ageofdgpsdata", kNamespace, Property_Ageofdgpsdata, false, ItemType_decimal, nullptr,
               CWhitespaceUtils::WhitespaceRule_Collapse, CPrimitiveRestrictions(), nullptr),
           new CElementInfoSeqPrimOpt("dgpsid", kNamespace, Property_Dgpsid, false, ItemType_ui2,
                                      nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
@@ -678,9 +678,9 @@ const CWpt::CTables& CWpt::Tables() const {
           nullptr
     };
     made.attributes = new CAttributeInfo* [3] {
-      new CAttributeInfoPrimitive("lat", "", Property_Lat, false, ItemType_r8, nullptr,
+      new CAttributeInfoPrimitive("lat", "", Property_Lat, false, ItemType_decimal, nullptr,
                                   CWhitespaceUtils::WhitespaceRule_Collapse, Latitude(), nullptr),
-          new CAttributeInfoPrimitive("lon", "", Property_Lon, false, ItemType_r8, nullptr,
+          new CAttributeInfoPrimitive("lon", "", Property_Lon, false, ItemType_decimal, nullptr,
                                       CWhitespaceUtils::WhitespaceRule_Collapse, Longitude(),
                                       nullptr),
           nullptr

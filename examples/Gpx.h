@@ -10,10 +10,10 @@
 // GPX 1.1, the format in which receivers and maps exchange waypoints, routes and tracks, bound as a
 // generator binds it: one class for each type of the schema, with a typed accessor for each
 // attribute and child. What the schema makes optional is a std::optional or a null handle; what may
-// repeat is a collection. A setter throws CQzException "Invalid Value for %s [%f]" (or "[%d]") for
-// what a facet of the schema forbids, and leaves the property as it was.
+// repeat is a collection. A setter throws CQzException "Invalid Value for %s [%s]." (or "[%d]", for
+// dgpsid) for what a facet of the schema forbids, and leaves the property as it was.
 //
-// Degrees and heights are held as double and times as text, white space collapsed.
+// Degrees, heights and the like are exact decimals: 45.30 comes back as 45.3, and no digit changes.
 // Source: GPX 1.1 schema, http://www.topografix.com/GPX/1/1/gpx.xsd
 namespace gpx {
 
@@ -136,8 +136,8 @@ class CCopyright : public CGpxClass {
   std::string GetAuthor() const { return m_author.value_or(""); }
   bool IsSetAuthor() const { return m_author.has_value(); }
   void SetAuthor(const std::string& value) { m_author = value; }
-  const std::optional<std::string>& GetYear() const { return m_year; }
-  void SetYear(const std::optional<std::string>& value) { m_year = value; }
+  const std::optional<std::uint16_t>& GetYear() const { return m_year; }
+  void SetYear(const std::optional<std::uint16_t>& value) { m_year = value; }
   const std::optional<std::string>& GetLicense() const { return m_license; }
   void SetLicense(const std::optional<std::string>& value) { m_license = value; }
 
@@ -150,7 +150,7 @@ class CCopyright : public CGpxClass {
   enum Property : int { Property_Author, Property_Year, Property_License };
 
   std::optional<std::string> m_author;
-  std::optional<std::string> m_year;
+  std::optional<std::uint16_t> m_year;
   std::optional<std::string> m_license;
 };
 
@@ -160,18 +160,18 @@ class CBounds : public CGpxClass {
   CBounds();
   static CSmartPtr<QzXmlLib16::CXmlObjectBase> Create(int classId, const char* elementName);
 
-  double GetMinlat() const { return m_minlat.value_or(double{}); }
+  QzXmlLib16::CDecimal GetMinlat() const { return m_minlat.value_or(QzXmlLib16::CDecimal()); }
   bool IsSetMinlat() const { return m_minlat.has_value(); }
-  void SetMinlat(double value);
-  double GetMinlon() const { return m_minlon.value_or(double{}); }
+  void SetMinlat(const QzXmlLib16::CDecimal& value);
+  QzXmlLib16::CDecimal GetMinlon() const { return m_minlon.value_or(QzXmlLib16::CDecimal()); }
   bool IsSetMinlon() const { return m_minlon.has_value(); }
-  void SetMinlon(double value);
-  double GetMaxlat() const { return m_maxlat.value_or(double{}); }
+  void SetMinlon(const QzXmlLib16::CDecimal& value);
+  QzXmlLib16::CDecimal GetMaxlat() const { return m_maxlat.value_or(QzXmlLib16::CDecimal()); }
   bool IsSetMaxlat() const { return m_maxlat.has_value(); }
-  void SetMaxlat(double value);
-  double GetMaxlon() const { return m_maxlon.value_or(double{}); }
+  void SetMaxlat(const QzXmlLib16::CDecimal& value);
+  QzXmlLib16::CDecimal GetMaxlon() const { return m_maxlon.value_or(QzXmlLib16::CDecimal()); }
   bool IsSetMaxlon() const { return m_maxlon.has_value(); }
-  void SetMaxlon(double value);
+  void SetMaxlon(const QzXmlLib16::CDecimal& value);
 
  protected:
   void AccessProperty(int index, bool read, QzXmlLib16::QzVariant& value) const override;
@@ -181,10 +181,10 @@ class CBounds : public CGpxClass {
  private:
   enum Property : int { Property_Minlat, Property_Minlon, Property_Maxlat, Property_Maxlon };
 
-  std::optional<double> m_minlat;
-  std::optional<double> m_minlon;
-  std::optional<double> m_maxlat;
-  std::optional<double> m_maxlon;
+  std::optional<QzXmlLib16::CDecimal> m_minlat;
+  std::optional<QzXmlLib16::CDecimal> m_minlon;
+  std::optional<QzXmlLib16::CDecimal> m_maxlat;
+  std::optional<QzXmlLib16::CDecimal> m_maxlon;
 };
 
 // <extensions>: elements of any other namespace.
@@ -221,8 +221,8 @@ class CMetadata : public CGpxClass {
   const CSmartPtr<CCopyright>& GetCopyright() const { return m_copyright; }
   void SetCopyright(CCopyright* value);
   CLinkCol& GetLinks() const { return *m_links; }
-  const std::optional<std::string>& GetTime() const { return m_time; }
-  void SetTime(const std::optional<std::string>& value) { m_time = value; }
+  const std::optional<QzXmlLib16::CDateTime>& GetTime() const { return m_time; }
+  void SetTime(const std::optional<QzXmlLib16::CDateTime>& value) { m_time = value; }
   const std::optional<std::string>& GetKeywords() const { return m_keywords; }
   void SetKeywords(const std::optional<std::string>& value) { m_keywords = value; }
   const CSmartPtr<CBounds>& GetBounds() const { return m_bounds; }
@@ -253,7 +253,7 @@ class CMetadata : public CGpxClass {
   CSmartPtr<CPerson> m_author;
   CSmartPtr<CCopyright> m_copyright;
   CSmartPtr<CLinkCol> m_links;
-  std::optional<std::string> m_time;
+  std::optional<QzXmlLib16::CDateTime> m_time;
   std::optional<std::string> m_keywords;
   CSmartPtr<CBounds> m_bounds;
   CSmartPtr<CExtensions> m_extensions;
@@ -265,20 +265,20 @@ class CWpt : public CGpxClass {
   CWpt();
   static CSmartPtr<QzXmlLib16::CXmlObjectBase> Create(int classId, const char* elementName);
 
-  double GetLat() const { return m_lat.value_or(double{}); }
+  QzXmlLib16::CDecimal GetLat() const { return m_lat.value_or(QzXmlLib16::CDecimal()); }
   bool IsSetLat() const { return m_lat.has_value(); }
-  void SetLat(double value);
-  double GetLon() const { return m_lon.value_or(double{}); }
+  void SetLat(const QzXmlLib16::CDecimal& value);
+  QzXmlLib16::CDecimal GetLon() const { return m_lon.value_or(QzXmlLib16::CDecimal()); }
   bool IsSetLon() const { return m_lon.has_value(); }
-  void SetLon(double value);
-  const std::optional<double>& GetEle() const { return m_ele; }
-  void SetEle(const std::optional<double>& value) { m_ele = value; }
-  const std::optional<std::string>& GetTime() const { return m_time; }
-  void SetTime(const std::optional<std::string>& value) { m_time = value; }
-  const std::optional<double>& GetMagvar() const { return m_magvar; }
-  void SetMagvar(const std::optional<double>& value);
-  const std::optional<double>& GetGeoidheight() const { return m_geoidheight; }
-  void SetGeoidheight(const std::optional<double>& value) { m_geoidheight = value; }
+  void SetLon(const QzXmlLib16::CDecimal& value);
+  const std::optional<QzXmlLib16::CDecimal>& GetEle() const { return m_ele; }
+  void SetEle(const std::optional<QzXmlLib16::CDecimal>& value) { m_ele = value; }
+  const std::optional<QzXmlLib16::CDateTime>& GetTime() const { return m_time; }
+  void SetTime(const std::optional<QzXmlLib16::CDateTime>& value) { m_time = value; }
+  const std::optional<QzXmlLib16::CDecimal>& GetMagvar() const { return m_magvar; }
+  void SetMagvar(const std::optional<QzXmlLib16::CDecimal>& value);
+  const std::optional<QzXmlLib16::CDecimal>& GetGeoidheight() const { return m_geoidheight; }
+  void SetGeoidheight(const std::optional<QzXmlLib16::CDecimal>& value) { m_geoidheight = value; }
   const std::optional<std::string>& GetName() const { return m_name; }
   void SetName(const std::optional<std::string>& value) { m_name = value; }
   const std::optional<std::string>& GetCmt() const { return m_cmt; }
@@ -296,14 +296,16 @@ class CWpt : public CGpxClass {
   void SetFix(const std::optional<Fix>& value) { m_fix = value; }
   const std::optional<std::uint32_t>& GetSat() const { return m_sat; }
   void SetSat(const std::optional<std::uint32_t>& value) { m_sat = value; }
-  const std::optional<double>& GetHdop() const { return m_hdop; }
-  void SetHdop(const std::optional<double>& value) { m_hdop = value; }
-  const std::optional<double>& GetVdop() const { return m_vdop; }
-  void SetVdop(const std::optional<double>& value) { m_vdop = value; }
-  const std::optional<double>& GetPdop() const { return m_pdop; }
-  void SetPdop(const std::optional<double>& value) { m_pdop = value; }
-  const std::optional<double>& GetAgeofdgpsdata() const { return m_ageofdgpsdata; }
-  void SetAgeofdgpsdata(const std::optional<double>& value) { m_ageofdgpsdata = value; }
+  const std::optional<QzXmlLib16::CDecimal>& GetHdop() const { return m_hdop; }
+  void SetHdop(const std::optional<QzXmlLib16::CDecimal>& value) { m_hdop = value; }
+  const std::optional<QzXmlLib16::CDecimal>& GetVdop() const { return m_vdop; }
+  void SetVdop(const std::optional<QzXmlLib16::CDecimal>& value) { m_vdop = value; }
+  const std::optional<QzXmlLib16::CDecimal>& GetPdop() const { return m_pdop; }
+  void SetPdop(const std::optional<QzXmlLib16::CDecimal>& value) { m_pdop = value; }
+  const std::optional<QzXmlLib16::CDecimal>& GetAgeofdgpsdata() const { return m_ageofdgpsdata; }
+  void SetAgeofdgpsdata(const std::optional<QzXmlLib16::CDecimal>& value) {
+    m_ageofdgpsdata = value;
+  }
   const std::optional<std::uint16_t>& GetDgpsid() const { return m_dgpsid; }
   void SetDgpsid(const std::optional<std::uint16_t>& value);
   const CSmartPtr<CExtensions>& GetExtensions() const { return m_extensions; }
@@ -339,12 +341,12 @@ class CWpt : public CGpxClass {
     Property_Extensions
   };
 
-  std::optional<double> m_lat;
-  std::optional<double> m_lon;
-  std::optional<double> m_ele;
-  std::optional<std::string> m_time;
-  std::optional<double> m_magvar;
-  std::optional<double> m_geoidheight;
+  std::optional<QzXmlLib16::CDecimal> m_lat;
+  std::optional<QzXmlLib16::CDecimal> m_lon;
+  std::optional<QzXmlLib16::CDecimal> m_ele;
+  std::optional<QzXmlLib16::CDateTime> m_time;
+  std::optional<QzXmlLib16::CDecimal> m_magvar;
+  std::optional<QzXmlLib16::CDecimal> m_geoidheight;
   std::optional<std::string> m_name;
   std::optional<std::string> m_cmt;
   std::optional<std::string> m_desc;
@@ -354,10 +356,10 @@ class CWpt : public CGpxClass {
   std::optional<std::string> m_type;
   std::optional<Fix> m_fix;
   std::optional<std::uint32_t> m_sat;
-  std::optional<double> m_hdop;
-  std::optional<double> m_vdop;
-  std::optional<double> m_pdop;
-  std::optional<double> m_ageofdgpsdata;
+  std::optional<QzXmlLib16::CDecimal> m_hdop;
+  std::optional<QzXmlLib16::CDecimal> m_vdop;
+  std::optional<QzXmlLib16::CDecimal> m_pdop;
+  std::optional<QzXmlLib16::CDecimal> m_ageofdgpsdata;
   std::optional<std::uint16_t> m_dgpsid;
   CSmartPtr<CExtensions> m_extensions;
 };

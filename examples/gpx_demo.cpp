@@ -17,9 +17,10 @@ void PrintPoints(const char* what, const gpx::CWptCol& points) {
   int number = 0;
   for (const CSmartPtr<gpx::CWpt>& point : points) {
     if (++number > 3) break;
-    std::printf("    %s %d: %.5f, %.5f", what, number, point->GetLat(), point->GetLon());
-    if (point->GetEle()) std::printf(", %.1f m", *point->GetEle());
-    if (point->GetTime()) std::printf(", %s", point->GetTime()->c_str());
+    std::printf("    %s %d: %s, %s", what, number, point->GetLat().ToString(5).c_str(),
+                point->GetLon().ToString(5).c_str());
+    if (point->GetEle()) std::printf(", %s m", point->GetEle()->ToString(1).c_str());
+    if (point->GetTime()) std::printf(", %s", point->GetTime()->ToString().c_str());
     if (point->GetName()) std::printf(", %s", point->GetName()->c_str());
     std::printf("\n");
   }
