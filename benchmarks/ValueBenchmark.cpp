@@ -37,12 +37,6 @@ int Below(std::mt19937_64& random, std::uint64_t limit) {
   return static_cast<int>(random() % limit);
 }
 
-std::string Print(const char* format, int a, int b, int c, int d, int e, int f) {
-  char text[64];
-  std::snprintf(text, sizeof text, format, a, b, c, d, e, f);
-  return text;
-}
-
 const Texts& I4Texts() {
   static const Texts texts = MakeTexts(
       [](std::mt19937_64& random) { return std::to_string(static_cast<std::int32_t>(random())); });
@@ -72,8 +66,11 @@ const Texts& DecimalTexts() {
 
 const Texts& DateTimeTexts() {
   static const Texts texts = MakeTexts([](std::mt19937_64& random) {
-    return Print("%04d-%02d-%02dT%02d:%02d:%02d", 1970 + Below(random, 60), 1 + Below(random, 12),
-                 1 + Below(random, 28), Below(random, 24), Below(random, 60), Below(random, 60));
+    char text[80];
+    std::snprintf(text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02d", 1970 + Below(random, 60),
+                  1 + Below(random, 12), 1 + Below(random, 28), Below(random, 24),
+                  Below(random, 60), Below(random, 60));
+    return std::string(text);
   });
   return texts;
 }
@@ -152,26 +149,6 @@ Number FromChars(const std::string& text) {
   Number value{};
   std::from_chars(text.data(), text.data() + text.size(), value);
   return value;
-}
-
-struct Pieces {
-  std::uint64_t whole;
-  std::uint64_t fraction;
-};
-
-// An exact decimal of 18 digits is two integers.
-Pieces PiecesFromChars(const std::string& text) {
-  Pieces pieces{};
-  const char* const end = text.data() + text.size();
-  const char* const point = std::from_chars(text.data(), end, pieces.whole).ptr;
-  if (point != end) std::from_chars(point + 1, end, pieces.fraction);
-  return pieces;
-}
-
-char* PiecesToChars(const Pieces& pieces, char* at, char* end) {
-  at = std::to_chars(at, end, pieces.whole).ptr;
-  *at++ = '.';
-  return std::to_chars(at, end, pieces.fraction).ptr;
 }
 
 std::tm Strptime(const std::string& text) {
@@ -254,11 +231,12 @@ void RegisterNumbers() {
   Register("decimal/read/QzVariant",
            [](benchmark::State& s) { Read(s, kDecimal, DecimalTexts()); });
   Register("decimal/read/plain",
-           [](benchmark::State& s) { ReadPlainly(s, DecimalTexts(), &PiecesFromChars); });
+           [](benchmark::State& s) { ReadPlainly(s, DecimalTexts(), &FromChars<double>); });
   Register("decimal/write/QzVariant",
            [](benchmark::State& s) { Write(s, kDecimal, DecimalTexts()); });
   Register("decimal/write/plain", [](benchmark::State& s) {
-    WritePlainly(s, DecimalTexts(), &PiecesFromChars, &PiecesToChars);
+    WritePlainly(s, DecimalTexts(), &FromChars<double>,
+                 [](double v, char* at, char* end) { return std::to_chars(at, end, v).ptr; });
   });
 }
 

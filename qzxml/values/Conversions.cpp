@@ -26,6 +26,31 @@ void ThrowTooLarge(std::string_view text, const char* kind) {
       FormatString(Messages::kTooLarge, std::string(text).c_str(), kind));
 }
 
+std::string IntegerToString(std::uint64_t magnitude, bool isNegative) {
+  static constexpr char kPairs[] =
+      "00010203040506070809101112131415161718192021222324252627282930313233343536373839404142434445"
+      "46"
+      "47484950515253545556575859606162636465666768697071727374757677787980818283848586878889909192"
+      "93"
+      "949596979899";
+  char buffer[kNumberSize];
+  char* const end = buffer + kNumberSize;
+  char* at = end;
+  while (magnitude >= 100) {
+    at -= 2;
+    std::memcpy(at, kPairs + magnitude % 100 * 2, 2);
+    magnitude /= 100;
+  }
+  if (magnitude >= 10) {
+    at -= 2;
+    std::memcpy(at, kPairs + magnitude * 2, 2);
+  } else {
+    *--at = static_cast<char>('0' + magnitude);
+  }
+  if (isNegative) *--at = '-';
+  return std::string(at, end);
+}
+
 const char* RuledText(const std::string& value, CWhitespaceUtils::WhitespaceRule rule,
                       std::string& scratch) {
   const std::string_view text = ApplyRule(rule, value, scratch);
@@ -66,19 +91,41 @@ Integer ParseInteger(std::string_view text, const char* kind) {
 }
 
 template <typename Integer>
-Integer IntegerFromRuledText(const std::string& value, Rule rule, const char* kind) {
+[[gnu::noinline]] Integer IntegerFromRuledText(const std::string& value, Rule rule,
+                                               const char* kind) {
   std::string scratch;
   return ParseInteger<Integer>(detail::ApplyRule(rule, value, scratch), kind);
+}
+
+// As many digits as the numbers of 64 bits surely take.
+constexpr std::ptrdiff_t kMostPlainDigits = 18;
+
+// Reads a text that is nothing but a number in range, without zeros beyond what a number of 64 bits
+// takes; false for any other.
+template <typename Integer>
+bool ParsePlainInteger(const std::string& text, Integer& value) {
+  using Limits = std::numeric_limits<Integer>;
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  const bool negative = std::is_signed_v<Integer> && *at == '-';  // at a zero byte, if need be
+  if (negative) ++at;
+  if (at == end || end - at > kMostPlainDigits) return false;
+  std::uint64_t magnitude = 0;
+  for (; at != end; ++at) {
+    const unsigned digit = static_cast<unsigned char>(*at) - unsigned{'0'};
+    if (digit > 9) return false;
+    magnitude = magnitude * 10 + digit;
+  }
+  if (magnitude > static_cast<std::uint64_t>(Limits::max()) + (negative ? 1 : 0)) return false;
+  value = static_cast<Integer>(negative ? 0 - magnitude : magnitude);
+  return true;
 }
 
 // A text that is nothing but a number has no white space, so no rule changes it.
 template <typename Integer>
 Integer IntegerFromString(const std::string& value, Rule rule, const char* kind) {
-  const char* const end = value.data() + value.size();
   Integer number = 0;
-  const std::from_chars_result result = std::from_chars(value.data(), end, number);
-  const bool isWhole = result.ec == std::errc() && result.ptr == end;
-  if (isWhole && detail::IsKnownRule(rule)) return number;
+  if (ParsePlainInteger(value, number) && detail::IsKnownRule(rule)) return number;
   return IntegerFromRuledText<Integer>(value, rule, kind);
 }
 
@@ -89,12 +136,6 @@ Narrow NarrowTo(Wide wide, const std::string& value, const char* kind) {
     detail::ThrowTooLarge(value, kind);
   }
   return static_cast<Narrow>(wide);
-}
-
-template <typename Integer>
-std::string IntegerToString(Integer value) {
-  char buffer[detail::kNumberSize];
-  return std::string(buffer, detail::WriteInteger(buffer, value));
 }
 
 char ToLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
@@ -150,50 +191,58 @@ CBinaryData CConversions::base64BinaryFromString(const std::string& value, White
 // --- Integers. ---
 
 std::string CConversions::i1ToString(char value) {
-  return IntegerToString(static_cast<signed char>(value));
+  return detail::IntegerToString(static_cast<signed char>(value));
 }
 
 char CConversions::i1FromString(const std::string& value, WhitespaceRule rule) {
   return static_cast<char>(NarrowTo<signed char>(i4FromString(value, rule), value, "i1"));
 }
 
-std::string CConversions::i2ToString(short value) { return IntegerToString(value); }
+std::string CConversions::i2ToString(short value) { return detail::IntegerToString(value); }
 
 short CConversions::i2FromString(const std::string& value, WhitespaceRule rule) {
   return NarrowTo<std::int16_t>(i4FromString(value, rule), value, "i2");
 }
 
-std::string CConversions::i4ToString(std::int32_t value) { return IntegerToString(value); }
+std::string CConversions::i4ToString(std::int32_t value) { return detail::IntegerToString(value); }
 
 std::int32_t CConversions::i4FromString(const std::string& value, WhitespaceRule rule) {
   return IntegerFromString<std::int32_t>(value, rule, "i4");
 }
 
-std::string CConversions::i8ToString(std::int64_t value) { return IntegerToString(value); }
+std::string CConversions::i8ToString(std::int64_t value) { return detail::IntegerToString(value); }
 
 std::int64_t CConversions::i8FromString(const std::string& value, WhitespaceRule rule) {
   return IntegerFromString<std::int64_t>(value, rule, "i8");
 }
 
-std::string CConversions::ui1ToString(unsigned char value) { return IntegerToString(value); }
+std::string CConversions::ui1ToString(unsigned char value) {
+  return detail::IntegerToString(value);
+}
 
 unsigned char CConversions::ui1FromString(const std::string& value, WhitespaceRule rule) {
   return NarrowTo<unsigned char>(ui4FromString(value, rule), value, "ui1");
 }
 
-std::string CConversions::ui2ToString(unsigned short value) { return IntegerToString(value); }
+std::string CConversions::ui2ToString(unsigned short value) {
+  return detail::IntegerToString(value);
+}
 
 unsigned short CConversions::ui2FromString(const std::string& value, WhitespaceRule rule) {
   return NarrowTo<std::uint16_t>(ui4FromString(value, rule), value, "ui2");
 }
 
-std::string CConversions::ui4ToString(std::uint32_t value) { return IntegerToString(value); }
+std::string CConversions::ui4ToString(std::uint32_t value) {
+  return detail::IntegerToString(value);
+}
 
 std::uint32_t CConversions::ui4FromString(const std::string& value, WhitespaceRule rule) {
   return IntegerFromString<std::uint32_t>(value, rule, "ui4");
 }
 
-std::string CConversions::ui8ToString(std::uint64_t value) { return IntegerToString(value); }
+std::string CConversions::ui8ToString(std::uint64_t value) {
+  return detail::IntegerToString(value);
+}
 
 std::uint64_t CConversions::ui8FromString(const std::string& value, WhitespaceRule rule) {
   return IntegerFromString<std::uint64_t>(value, rule, "ui8");

@@ -2,8 +2,10 @@
 
 #include <charconv>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "qzxml/values/WhitespaceUtils.h"
 
@@ -23,6 +25,16 @@ inline char* WriteText(char* buffer, std::string_view text) {
 template <typename Integer>
 char* WriteInteger(char* buffer, Integer value) {
   return std::to_chars(buffer, buffer + kNumberSize, value).ptr;
+}
+
+// The same as a string. The digits are written from the last to the first, two at a time, so that
+// nobody has to know beforehand how many they are.
+std::string IntegerToString(std::uint64_t magnitude, bool isNegative);
+template <typename Integer>
+std::string IntegerToString(Integer value) {
+  const auto bits = static_cast<std::uint64_t>(value);
+  const bool isNegative = std::is_signed_v<Integer> && value < 0;
+  return IntegerToString(isNegative ? 0 - bits : bits, isNegative);
 }
 
 // What yearToString, monthToString and dayToString return.

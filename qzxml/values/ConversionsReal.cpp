@@ -263,7 +263,7 @@ double ParseNumber(std::string_view text, const char* kind) {
   return negative ? -value : value;
 }
 
-double RealFromRuledText(const std::string& value, Rule rule, const char* kind) {
+[[gnu::noinline]] double RealFromRuledText(const std::string& value, Rule rule, const char* kind) {
   std::string scratch;
   return ParseNumber(detail::ApplyRule(rule, value, scratch), kind);
 }

@@ -205,6 +205,8 @@ struct QZXML_API QzVariant {
   const CBinaryData* FindBinaryData() const;
   const CDateTime* FindDateTime() const;
   char* WriteScalar(char* buffer, std::string_view format) const;
+  void FromObjectString(const std::string& value, ItemType type,
+                        CWhitespaceUtils::WhitespaceRule rule);
   void AppendOther(std::string_view format, std::string& out) const;
 
   bool m_isNil;

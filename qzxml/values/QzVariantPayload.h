@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <utility>
 
@@ -13,16 +14,26 @@
 namespace QzXmlLib16 {
 namespace detail {
 
-constexpr bool HoldsDateTime(ItemType type) {
-  return type == ItemType_yearMonth || type == ItemType_monthDay || type == ItemType_date ||
-         type == ItemType_datetime || type == ItemType_time;
+// A bit for each of the kinds.
+template <typename... Types>
+constexpr std::uint32_t KindSet(Types... types) {
+  return ((std::uint32_t{1} << types) | ...);
 }
 
-// Whether the kind's payload is a pointer that has to be given up.
-constexpr bool HasPayload(ItemType type) {
-  return type == ItemType_hexBinary || type == ItemType_base64Binary || type == ItemType_duration ||
-         HoldsDateTime(type) || type == ItemType_string || type >= ItemType_decimal;
+constexpr bool IsIn(ItemType type, std::uint32_t kinds) {
+  return static_cast<std::uint32_t>(type) < 32 && (kinds >> type & 1) != 0;
 }
+
+constexpr std::uint32_t kDateTimes =
+    KindSet(ItemType_yearMonth, ItemType_monthDay, ItemType_date, ItemType_datetime, ItemType_time);
+// The kinds whose payload is a pointer that has to be given up.
+constexpr std::uint32_t kPointers =
+    kDateTimes | KindSet(ItemType_hexBinary, ItemType_base64Binary, ItemType_duration,
+                         ItemType_string, ItemType_decimal, ItemType_integer,
+                         ItemType_XmlObjectBase, ItemType_XmlCollection);
+
+constexpr bool HoldsDateTime(ItemType type) { return IsIn(type, kDateTimes); }
+constexpr bool HasPayload(ItemType type) { return IsIn(type, kPointers); }
 
 }  // namespace detail
 
