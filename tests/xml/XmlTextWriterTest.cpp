@@ -162,6 +162,16 @@ TEST(XmlTextWriter, WritesCommentsInstructionsAndInlineSchemasWithTheirLineEnds)
   }
 }
 
+TEST(XmlTextWriter, DoesNotTouchAnOpenStartTagForACommentOrAnInstruction) {
+  Output out(false);
+  out.Start("a");
+  out.writer.WriteComment("c");
+  out.writer.WriteProcessingInstruction("<?p?>");
+  out.Attribute("b", "1");
+  out.End();
+  EXPECT_EQ("<a<!--c-->\n<?p?>\n\n b=\"1\"/>", out.text());
+}
+
 TEST(XmlTextWriter, PutsAnInlineSchemaInsideTheStartTag) {
   for (const bool formatted : {true, false}) {
     Output out(formatted);
