@@ -102,19 +102,31 @@ void Unpack(const Limbs& limbs, Digits& out) {
   CBigInteger::Clean(out);
 }
 
-Limbs MultiplyLimbs(const Limbs& a, const Limbs& b) {
-  Limbs product(a.size() + b.size(), 0);
-  for (std::size_t i = 0; i < b.size(); ++i) {
-    const std::uint64_t factor = b[i];
-    if (factor == 0) continue;
-    std::uint64_t carry = 0;
-    for (std::size_t j = 0; j < a.size(); ++j) {
-      const std::uint64_t sum = factor * a[j] + product[i + j] + carry;
-      product[i + j] = static_cast<std::uint32_t>(sum % kLimb);
-      carry = sum / kLimb;
-    }
-    product[i + a.size()] = static_cast<std::uint32_t>(carry);
+// Carries what the columns from first on hold above a limb.
+void Carry(std::vector<std::uint64_t>& columns, std::size_t first) {
+  std::uint64_t carry = 0;
+  for (std::size_t i = first; i < columns.size(); ++i) {
+    const std::uint64_t sum = columns[i] + carry;
+    columns[i] = sum % kLimb;
+    carry = sum / kLimb;
   }
+}
+
+// A column of 64 bits holds 18 products of limbs, so carries wait for that many rows, less those of
+// the carries themselves.
+Limbs MultiplyLimbs(const Limbs& a, const Limbs& b) {
+  constexpr std::size_t kRows = 16;
+  std::vector<std::uint64_t> columns(a.size() + b.size(), 0);
+  for (std::size_t i = 0; i < b.size(); ++i) {
+    std::uint64_t* const row = columns.data() + i;
+    const std::uint64_t factor = b[i];
+    for (std::size_t j = 0; j < a.size(); ++j) row[j] += factor * a[j];
+    if (i % kRows == kRows - 1) Carry(columns, i + 1 - kRows);
+  }
+  Carry(columns, 0);
+  Limbs product(columns.size());
+  std::transform(columns.begin(), columns.end(), product.begin(),
+                 [](std::uint64_t column) { return static_cast<std::uint32_t>(column); });
   return product;
 }
 
@@ -214,12 +226,17 @@ void CBigInteger::Build(const std::string& text, Digits& out) {
 
 void CBigInteger::BuildText(const char* first, const char* last, Digits& out) {
   while (first != last && *first == '0') ++first;
-  if (first == last) {
-    out.assign(1, 0);
+  constexpr std::size_t kShort = 32;
+  const auto count = static_cast<std::size_t>(last - first);
+  if (count > kShort) {
+    out.resize(count);
+    for (char& digit : out) digit = static_cast<char>(*--last - '0');
     return;
   }
-  out.resize(static_cast<std::size_t>(last - first));
-  for (char& digit : out) digit = static_cast<char>(*--last - '0');
+  char digits[kShort];
+  digits[0] = 0;
+  for (char* digit = digits; last != first; ++digit) *digit = static_cast<char>(*--last - '0');
+  out.assign(digits, digits + std::max<std::size_t>(count, 1));
 }
 
 void CBigInteger::Build(unsigned int value, Digits& out) { BuildDWORDLONG(value, out); }

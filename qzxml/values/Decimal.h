@@ -124,6 +124,9 @@ class QZXML_API CDecimal {
  private:
   CDecimal(CBigInteger integerPart, CBigInteger fractionPart, int divider);
 
+  void Assign(bool negative, const char* integer, const char* integerEnd, const char* fraction,
+              const char* fractionEnd);
+
   // --- Places. ---
   void ChangeFractionalDivider(int newDivider);  // rounds when places go; newDivider is 0 or more
   static int GetRounding(const CBigInteger& number, int count);

@@ -10,10 +10,11 @@
 #include "qzxml/values/Decimal.h"
 #include "qzxml/values/WhitespaceUtils.h"
 
-// The texts of decimals. Reading collects the digits of the three sections in buffers on the stack
-// and touches the value only when the whole text is good; so the heap holds what the digits of the
-// result need. The buffers bound what a text may ask for: the digits before and behind the point,
-// and the exponent, which is tested digit by digit, ahead of any power of ten.
+// The texts of decimals. An ordinary text is read where it stands. Of any other the digits of the
+// three sections are collected in buffers on the stack, and the value is touched when the whole
+// text is good. Either way the heap holds what the digits of the result need. The buffers bound
+// what a text may ask for: the digits before and behind the point, and the exponent, which is
+// tested digit by digit, ahead of any power of ten.
 namespace QzXmlLib16 {
 namespace {
 
@@ -28,10 +29,8 @@ class DigitBuffer {
  public:
   bool IsFull() const { return m_count == kMostDigits; }
   void Append(char digit) { m_digits[m_count++] = digit; }
-  void DropLast() { --m_count; }
 
   int GetCount() const { return m_count; }
-  char GetLast() const { return m_digits[m_count - 1]; }
   const char* begin() const { return m_digits; }
   const char* end() const { return m_digits + m_count; }
 
@@ -50,7 +49,34 @@ class DigitBuffer {
   char m_digits[kMostDigits];
 };
 
-// Takes a text apart; a failure is raised at the char that has been reached.
+// A text as most are: a minus or none, digits, a point or none, digits. They stay where they are.
+class PlainText {
+ public:
+  explicit PlainText(const char* text)
+      : negative(*text == '-'),
+        integer(text + (negative ? 1 : 0)),
+        point(SkipDigits(integer)),
+        fraction(*point == '.' ? point + 1 : point),
+        end(SkipDigits(fraction)) {}
+
+  bool IsWhole() const {
+    return *end == 0 && point - integer <= kMostDigits && end - fraction <= kMostDigits;
+  }
+
+  const bool negative;
+  const char* const integer;
+  const char* const point;  // the end of the integer part, with a point or without
+  const char* const fraction;
+  const char* const end;
+
+ private:
+  static const char* SkipDigits(const char* at) {
+    while (IsDigit(*at)) ++at;
+    return at;
+  }
+};
+
+// Takes any text apart; a failure is raised at the char that has been reached.
 class DecimalScanner {
  public:
   explicit DecimalScanner(const char* text) : m_text(text), m_at(text) {}
@@ -152,27 +178,35 @@ CDecimal::CDecimal(double value)
 }
 
 void CDecimal::Parse(const char* text) {
-  DecimalScanner scanner(text != nullptr ? text : "");
-  scanner.Scan();
-
-  // The fraction is rationalised ahead of its making.
-  const bool hadPlaces = scanner.fraction.GetCount() > 1;
-  while (scanner.fraction.GetCount() > 1 && scanner.fraction.GetLast() == '0') {
-    scanner.fraction.DropLast();
+  if (text == nullptr) text = "";
+  const PlainText plain(text);
+  if (plain.IsWhole()) {
+    Assign(plain.negative, plain.integer, plain.point, plain.fraction, plain.end);
+    RationaliseAndCut();
+    return;
   }
-  const int sign = scanner.negative ? -1 : 1;
-  CBigInteger::BuildText(scanner.integer.begin(), scanner.integer.end(), m_integerPart.m_digits);
-  CBigInteger::BuildText(scanner.fraction.begin(), scanner.fraction.end(), m_fractionPart.m_digits);
-  m_integerPart.m_sign = sign;
-  // Meant: the fraction of "-1.00" is +0, that of "-1" or "-1.0" is -0; < and > tell them apart.
-  m_fractionPart.m_sign = hadPlaces && m_fractionPart.IsZero() ? 1 : sign;
-  m_fractionDivider = std::max(1, scanner.fraction.GetCount());
-
+  DecimalScanner scanner(text);
+  scanner.Scan();
+  Assign(scanner.negative, scanner.integer.begin(), scanner.integer.end(), scanner.fraction.begin(),
+         scanner.fraction.end());
   if (scanner.hasExponent) {
     const CDecimal power(CBigInteger::Pow10(static_cast<unsigned int>(scanner.exponent)));
     *this = scanner.negativeExponent ? *this / power : *this * power;
   }
   RationaliseAndCut();
+}
+
+// The digits of the parts in ASCII. The zeros at the end of the fraction are left out.
+void CDecimal::Assign(bool negative, const char* integer, const char* integerEnd,
+                      const char* fraction, const char* fractionEnd) {
+  const bool hadPlaces = fractionEnd - fraction > 1;
+  while (fractionEnd - fraction > 1 && fractionEnd[-1] == '0') --fractionEnd;
+  CBigInteger::BuildText(integer, integerEnd, m_integerPart.m_digits);
+  CBigInteger::BuildText(fraction, fractionEnd, m_fractionPart.m_digits);
+  m_integerPart.m_sign = negative ? -1 : 1;
+  // Meant: the fraction of "-1.00" is +0, that of "-1" or "-1.0" is -0; < and > tell them apart.
+  m_fractionPart.m_sign = hadPlaces && m_fractionPart.IsZero() ? 1 : m_integerPart.m_sign;
+  m_fractionDivider = std::max(1, static_cast<int>(fractionEnd - fraction));
 }
 
 std::string CDecimal::ToString() const {
