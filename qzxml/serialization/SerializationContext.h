@@ -188,7 +188,7 @@ class QZXML_API CSerializationContext {
   bool m_bIgnoreMissingMandatoryElements = false;
   bool m_bIgnoreUnknownElements = false;
   bool m_bIgnoreUnknownAttributes = false;
-  bool m_bIgnoreNamespaces = false;
+  mutable bool m_bIgnoreNamespaces = false;  // changed for a time while JSON is read
   bool m_bNoOptionalAttributeDefaultOutput = false;
   bool m_bWriteDefaultElementValues = false;
   bool m_bStripCDATA = true;

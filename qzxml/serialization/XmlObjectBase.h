@@ -95,17 +95,36 @@ class QZXML_API CXmlObjectBase : public IEventSink {
   // takes that name. Throws what loading the document throws, and CQzException with the path of the
   // element for what the schema does not allow; the object then keeps what was read so far.
   // FromXmlElement throws CQzException "Invalid or empty XML document" for null.
+  //
+  // JSON is turned into XML text first, by CXmlDocument::LoadJson and its like; where that text can
+  // not be read, CQzException "Error converting JSON to XML:\n%s" with the text goes around the
+  // failure. Below JsonRoundTrip_Full namespaces are ignored: the flag of the context is set for
+  // the time of the call, though it is const, so one context does not serve two such calls at once.
+  // Meant: the flag is put back to what its getter answered before, which is true for
+  // SchemaType_NoNamespaces.
 
   virtual void FromXmlFile(const char* fileName, const CSerializationContext& context =
                                                      CSerializationContext::GetDefaultContext());
+  virtual void FromJsonFile(const char* fileName, const CSerializationContext& context =
+                                                      CSerializationContext::GetDefaultContext());
   virtual void FromXml(const wchar_t* text, const CSerializationContext& context =
                                                 CSerializationContext::GetDefaultContext());
   virtual void FromXml(const char* text, const CSerializationContext& context =
                                              CSerializationContext::GetDefaultContext());
+  virtual void FromJson(const wchar_t* text, const CSerializationContext& context =
+                                                 CSerializationContext::GetDefaultContext());
+  virtual void FromJson(const char* text, const CSerializationContext& context =
+                                              CSerializationContext::GetDefaultContext());
   virtual void FromXmlStream(
       const CBinaryData& data,
       const CSerializationContext& context = CSerializationContext::GetDefaultContext());
   virtual void FromXmlStream(
+      const BYTE* data, DWORD length,
+      const CSerializationContext& context = CSerializationContext::GetDefaultContext());
+  virtual void FromJsonStream(
+      const CBinaryData& data,
+      const CSerializationContext& context = CSerializationContext::GetDefaultContext());
+  virtual void FromJsonStream(
       const BYTE* data, DWORD length,
       const CSerializationContext& context = CSerializationContext::GetDefaultContext());
   // Goes through text.
@@ -118,6 +137,8 @@ class QZXML_API CXmlObjectBase : public IEventSink {
   // UTF-16.
   void FromXml(const char16_t* text,
                const CSerializationContext& context = CSerializationContext::GetDefaultContext());
+  void FromJson(const char16_t* text,
+                const CSerializationContext& context = CSerializationContext::GetDefaultContext());
 
   // --- Lifetime. Both give the new count; the last Release deletes the object.
   std::int32_t AddRef();
@@ -222,6 +243,8 @@ class QZXML_API CXmlObjectBase : public IEventSink {
   friend class CXmlTypeCollection;
   friend class QzXmlLib16Data::CAttributeInfo;
   friend class QzXmlLib16Data::CElementInfo;
+
+  void FromJson_Int(const CBinaryData& xml, const CSerializationContext& context);
 
   void Destroy();  // not inline: a compiler that sees an object on the stack warns of its deletion
 

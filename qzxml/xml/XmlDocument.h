@@ -15,6 +15,7 @@
 
 namespace QzXmlLib16 {
 
+class CBinaryData;
 class CExpatReader;
 class CSerializationContext;
 class CXmlElement;
@@ -98,6 +99,23 @@ class QZXML_API CXmlDocument : public CInstanceMonitor {
   void LoadXml(const char16_t* text);
   void LoadXml(const wchar_t* text);
 
+  // --- JSON. Each empties this document, puts nothing in it, and gives the JSON text as XML text
+  // in UTF-8. Throws what JsonToXml throws, for a file what Load throws.
+
+  // The bytes are UTF-8, with or without its byte-order mark, or a gzip or zlib stream of them; a
+  // zero byte ends them. An empty file is a text without a value; for no bytes the other throws
+  // "JSON Stream is empty!".
+  CBinaryData LoadJsonFile(const char* path);
+  CBinaryData LoadJsonStream(const unsigned char* data, std::uint32_t length);
+  // The text is in the local encoding, neither compressed nor with a byte-order mark. Null is taken
+  // as the empty text, here and below. Throws "JSON String is empty!" and "A JSON text of 4 GiB or
+  // more is not supported.".
+  CBinaryData LoadJson(const char* text);
+  // Meant: the reader gets the two bytes of each unit, low byte first, as if they were text; so it
+  // meets a zero byte behind each ASCII character, and fails there. Callers know it so.
+  CBinaryData LoadJson(const char16_t* text);
+  CBinaryData LoadJson(const wchar_t* text);
+
   // --- For readers, which build the tree from the root on. While a load runs the bounds of the
   // context are watched here.
 
@@ -128,6 +146,9 @@ class QZXML_API CXmlDocument : public CInstanceMonitor {
 
   void Parse();      // input of any form
   void ParseText();  // input of XML text
+  void InitForJson();
+  void CheckJsonLength(std::uint64_t length);
+  CBinaryData ParseJsonText(const std::string& text) const;
   void LoadWholeFile(CLoadScope& scope, const char* path);
   void LoadFileInChunks(CLoadScope& scope, const char* path);
   CXmlElement* OpenElement(const detail::XmlName* name);

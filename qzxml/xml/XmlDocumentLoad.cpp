@@ -1,5 +1,4 @@
 #include <atomic>
-#include <cerrno>
 #include <cstddef>
 #include <cstring>
 #include <limits>
@@ -15,6 +14,7 @@
 #include "qzxml/serialization/SerializationContext.h"
 #include "qzxml/values/BinaryData.h"
 #include "qzxml/xml/ExpatReader.h"
+#include "qzxml/xml/InputFile.h"
 #include "qzxml/xml/Messages.h"
 #include "qzxml/xml/XmlDocument.h"
 #include "qzxml/xml/XmlDocumentNodes.h"
@@ -29,16 +29,6 @@ constexpr std::size_t kChunk = 0x20000;
 
 std::atomic<bool> g_asyncFromXmlFile{false};
 
-std::unique_ptr<detail::IFile> OpenForReading(const char* path) {
-  int error = 0;
-  auto file = detail::OpenFile(path, detail::FileMode::Read, error);
-  if (file == nullptr) {
-    throw CQzException(
-        FormatString(Messages::kFileNotOpened, path, static_cast<unsigned int>(error)));
-  }
-  return file;
-}
-
 // Input is measured in 32 bits.
 std::uint32_t CheckLength(std::uint64_t length) {
   if (length > std::numeric_limits<std::uint32_t>::max()) {
@@ -50,7 +40,7 @@ std::uint32_t CheckLength(std::uint64_t length) {
 // A file read chunk by chunk. While one is parsed, the system reads the next.
 class CChunks {
  public:
-  explicit CChunks(const char* path) : m_file(OpenForReading(path)) {}
+  explicit CChunks(const char* path) : m_file(detail::OpenForReading(path)) {}
 
   // The next octets of the file, which stay until the next call; fewer than kChunk are the last.
   // Throws CQzException "Failed to read the contents of the file. Error [0x%08x]".
@@ -117,23 +107,8 @@ void CXmlDocument::Load(const char* path) {
 }
 
 void CXmlDocument::LoadWholeFile(CLoadScope& scope, const char* path) {
-  auto file = OpenForReading(path);
-  std::uint64_t size = 0;
-  int error = file->GetSize(size);
-  if (error == 0 && size > std::numeric_limits<std::uint32_t>::max()) error = EFBIG;
-  if (error != 0) {
-    throw CQzException(
-        FormatString(Messages::kFileSizeUnknown, path, static_cast<unsigned int>(error)));
-  }
-  const std::unique_ptr<unsigned char[]> buffer(new unsigned char[size]);
-  std::size_t done = 0;
-  error = file->Read(0, buffer.get(), static_cast<std::size_t>(size), done);
-  if (error != 0 || done < size) {
-    throw CQzException(
-        FormatString(Messages::kFileNotRead, path, static_cast<unsigned int>(error)));
-  }
-  file.reset();
-  scope.SetInput(buffer.get(), static_cast<std::uint32_t>(size));
+  const detail::WholeFile file = detail::ReadWholeFile(path);
+  scope.SetInput(file.octets.get(), file.length);
   Parse();
 }
 
