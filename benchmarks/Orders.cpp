@@ -15,35 +15,8 @@ CParentElementInfo* NewSequenceInfo(const char* name, const char* elementNamespa
 
 }  // namespace
 
-namespace {
-
-// Holds the lock while the tables of a class are built.
-class CTablesLock {
- public:
-  explicit CTablesLock(CQZCriticalSection& section) : m_section(section) { m_section.Enter(); }
-  ~CTablesLock() { m_section.Leave(); }
-  CTablesLock(const CTablesLock&) = delete;
-  CTablesLock& operator=(const CTablesLock&) = delete;
-
- private:
-  CQZCriticalSection& m_section;
-};
-
-}  // namespace
 std::string COrderClass::GetTargetNamespace() const { return kNamespace; }
 std::string COrderClass::GetNamespace() const { return kNamespace; }
-
-template <typename Build>
-const COrderClass::CTables& COrderClass::BuildOnce(CTables& tables, Build build) {
-  if (!tables.built.load(std::memory_order_acquire)) {
-    const CTablesLock lock(m_csInit);
-    if (!tables.built.load(std::memory_order_relaxed)) {
-      build(tables);
-      tables.built.store(true, std::memory_order_release);
-    }
-  }
-  return tables;
-}
 
 // CAddress
 
@@ -78,26 +51,23 @@ void CAddress::Init() {
   m_country.reset();
 }
 
-const CAddress::CTables& CAddress::Tables() const {
+const CAddress::CTables& CAddress::GetTables() const {
   static CTables tables;
   return BuildOnce(tables, [](CTables& made) {
-    made.info = NewSequenceInfo("Address", kNamespace);
-    made.elements = new CElementInfo* [5] {
-      new CElementInfoSeqPrimMnd("Street", kNamespace, Property_Street, false, ItemType_string,
-                                 nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                 CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimMnd("City", kNamespace, Property_City, false, ItemType_string,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimMnd(
-              "PostCode", kNamespace, Property_PostCode, false, ItemType_string, nullptr,
-              CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimMnd(
-              "Country", kNamespace, Property_Country, false, ItemType_string, nullptr,
-              CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(), nullptr),
-          nullptr
-    };
-    made.attributes = new CAttributeInfo* [1] { nullptr };
+    made.SetInfo(NewSequenceInfo("Address", kNamespace));
+    made.SetElements(
+        {new CElementInfoSeqPrimMnd("Street", kNamespace, Property_Street, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimMnd("City", kNamespace, Property_City, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimMnd("PostCode", kNamespace, Property_PostCode, false,
+                                    ItemType_string, nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimMnd("Country", kNamespace, Property_Country, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr)});
   });
 }
 
@@ -135,24 +105,19 @@ void CCustomer::Init() {
   SetElementName(m_address, "Address");
 }
 
-const CCustomer::CTables& CCustomer::Tables() const {
+const CCustomer::CTables& CCustomer::GetTables() const {
   static CTables tables;
   return BuildOnce(tables, [](CTables& made) {
-    made.info = NewSequenceInfo("Customer", kNamespace);
-    made.elements = new CElementInfo* [3] {
-      new CElementInfoSeqPrimMnd("Name", kNamespace, Property_Name, false, ItemType_string, nullptr,
-                                 CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(),
-                                 nullptr),
-          new CElementInfoSeqClsMnd("Address", kNamespace, Property_Address, XmlElementType_Element,
-                                    &CAddress::Create, 0, false),
-          nullptr
-    };
-    made.attributes = new CAttributeInfo* [2] {
-      new CAttributeInfoPrimitive("number", "", Property_Number, false, ItemType_i4, nullptr,
-                                  CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(),
-                                  nullptr),
-          nullptr
-    };
+    made.SetInfo(NewSequenceInfo("Customer", kNamespace));
+    made.SetElements(
+        {new CElementInfoSeqPrimMnd("Name", kNamespace, Property_Name, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqClsMnd("Address", kNamespace, Property_Address, XmlElementType_Element,
+                                   &CAddress::Create, 0, false)});
+    made.SetAttributes({new CAttributeInfoPrimitive(
+        "number", "", Property_Number, false, ItemType_i4, nullptr,
+        CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(), nullptr)});
   });
 }
 
@@ -204,43 +169,38 @@ void CItem::Init() {
   m_note.reset();
 }
 
-const CItem::CTables& CItem::Tables() const {
+const CItem::CTables& CItem::GetTables() const {
   static CTables tables;
   return BuildOnce(tables, [](CTables& made) {
-    made.info = NewSequenceInfo("Item", kNamespace);
-    made.elements = new CElementInfo* [8] {
-      new CElementInfoSeqPrimMnd("Description", kNamespace, Property_Description, false,
-                                 ItemType_string, nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                 CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimMnd("Quantity", kNamespace, Property_Quantity, false, ItemType_i4,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimMnd("UnitPrice", kNamespace, Property_UnitPrice, false,
-                                     ItemType_r8, nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("Weight", kNamespace, Property_Weight, false, ItemType_r8,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimMnd(
-              "ShipDate", kNamespace, Property_ShipDate, false, ItemType_string, nullptr,
-              CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt(
-              "Backordered", kNamespace, Property_Backordered, false, ItemType_boolean, nullptr,
-              CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("Note", kNamespace, Property_Note, false, ItemType_string,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                     CPrimitiveRestrictions(), nullptr),
-          nullptr
-    };
-    made.attributes = new CAttributeInfo* [3] {
-      new CAttributeInfoPrimitive("line", "", Property_Line, false, ItemType_i4, nullptr,
-                                  CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(),
-                                  nullptr),
-          new CAttributeInfoPrimitive("sku", "", Property_Sku, false, ItemType_string, nullptr,
-                                      CWhitespaceUtils::WhitespaceRule_None,
-                                      CPrimitiveRestrictions(), nullptr),
-          nullptr
-    };
+    made.SetInfo(NewSequenceInfo("Item", kNamespace));
+    made.SetElements(
+        {new CElementInfoSeqPrimMnd("Description", kNamespace, Property_Description, false,
+                                    ItemType_string, nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimMnd("Quantity", kNamespace, Property_Quantity, false, ItemType_i4,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimMnd("UnitPrice", kNamespace, Property_UnitPrice, false, ItemType_r8,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("Weight", kNamespace, Property_Weight, false, ItemType_r8,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimMnd("ShipDate", kNamespace, Property_ShipDate, false,
+                                    ItemType_string, nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt(
+             "Backordered", kNamespace, Property_Backordered, false, ItemType_boolean, nullptr,
+             CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("Note", kNamespace, Property_Note, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr)});
+    made.SetAttributes({new CAttributeInfoPrimitive("line", "", Property_Line, false, ItemType_i4,
+                                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                                    CPrimitiveRestrictions(), nullptr),
+                        new CAttributeInfoPrimitive("sku", "", Property_Sku, false, ItemType_string,
+                                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                                    CPrimitiveRestrictions(), nullptr)});
   });
 }
 
@@ -267,14 +227,12 @@ void CItems::AccessProperty(int index, bool read, QzVariant& value) const {
 
 void CItems::Init() { m_items->Clear(); }
 
-const CItems::CTables& CItems::Tables() const {
+const CItems::CTables& CItems::GetTables() const {
   static CTables tables;
   return BuildOnce(tables, [](CTables& made) {
-    made.info = NewSequenceInfo("Items", kNamespace);
-    made.elements = new CElementInfo* [2] {
-      new CElementInfoSeqClsCol("Item", kNamespace, Property_Items, XmlElementType_Element), nullptr
-    };
-    made.attributes = new CAttributeInfo* [1] { nullptr };
+    made.SetInfo(NewSequenceInfo("Items", kNamespace));
+    made.SetElements(
+        {new CElementInfoSeqClsCol("Item", kNamespace, Property_Items, XmlElementType_Element)});
   });
 }
 
@@ -323,32 +281,28 @@ void COrder::Init() {
   SetElementName(m_items, "Items");
 }
 
-const COrder::CTables& COrder::Tables() const {
+const COrder::CTables& COrder::GetTables() const {
   static CTables tables;
   return BuildOnce(tables, [](CTables& made) {
-    made.info = NewSequenceInfo("Order", kNamespace);
-    made.elements = new CElementInfo* [4] {
-      new CElementInfoSeqPrimMnd("OrderDate", kNamespace, Property_OrderDate, false,
-                                 ItemType_string, nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                 CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqClsMnd("Customer", kNamespace, Property_Customer,
-                                    XmlElementType_Element, &CCustomer::Create, 0, false),
-          new CElementInfoSeqClsMnd("Items", kNamespace, Property_Items, XmlElementType_Element,
-                                    &CItems::Create, 0, false),
-          nullptr
-    };
-    made.attributes = new CAttributeInfo* [4] {
-      new CAttributeInfoPrimitive("id", "", Property_Id, false, ItemType_i4, nullptr,
-                                  CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(),
-                                  nullptr),
-          new CAttributeInfoPrimitive("currency", "", Property_Currency, false, ItemType_string,
-                                      nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                      CPrimitiveRestrictions(), nullptr),
-          new CAttributeInfoPrimitive("reference", "", Property_Reference, true, ItemType_string,
-                                      nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                      CPrimitiveRestrictions(), nullptr),
-          nullptr
-    };
+    made.SetInfo(NewSequenceInfo("Order", kNamespace));
+    made.SetElements(
+        {new CElementInfoSeqPrimMnd("OrderDate", kNamespace, Property_OrderDate, false,
+                                    ItemType_string, nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqClsMnd("Customer", kNamespace, Property_Customer,
+                                   XmlElementType_Element, &CCustomer::Create, 0, false),
+         new CElementInfoSeqClsMnd("Items", kNamespace, Property_Items, XmlElementType_Element,
+                                   &CItems::Create, 0, false)});
+    made.SetAttributes(
+        {new CAttributeInfoPrimitive("id", "", Property_Id, false, ItemType_i4, nullptr,
+                                     CWhitespaceUtils::WhitespaceRule_None,
+                                     CPrimitiveRestrictions(), nullptr),
+         new CAttributeInfoPrimitive("currency", "", Property_Currency, false, ItemType_string,
+                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                     CPrimitiveRestrictions(), nullptr),
+         new CAttributeInfoPrimitive("reference", "", Property_Reference, true, ItemType_string,
+                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                     CPrimitiveRestrictions(), nullptr)});
   });
 }
 
@@ -375,20 +329,15 @@ void COrders::Init() {
   m_orders->Clear();
 }
 
-const COrders::CTables& COrders::Tables() const {
+const COrders::CTables& COrders::GetTables() const {
   static CTables tables;
   return BuildOnce(tables, [](CTables& made) {
-    made.info = NewSequenceInfo("Orders", kNamespace);
-    made.elements = new CElementInfo* [2] {
-      new CElementInfoSeqClsCol("Order", kNamespace, Property_Orders, XmlElementType_Element),
-          nullptr
-    };
-    made.attributes = new CAttributeInfo* [2] {
-      new CAttributeInfoPrimitive("created", "", Property_Created, false, ItemType_string, nullptr,
-                                  CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(),
-                                  nullptr),
-          nullptr
-    };
+    made.SetInfo(NewSequenceInfo("Orders", kNamespace));
+    made.SetElements(
+        {new CElementInfoSeqClsCol("Order", kNamespace, Property_Orders, XmlElementType_Element)});
+    made.SetAttributes({new CAttributeInfoPrimitive(
+        "created", "", Property_Created, false, ItemType_string, nullptr,
+        CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(), nullptr)});
   });
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -11,29 +10,11 @@
 // from a schema: tables of metadata for each class, and an index for each property.
 namespace orders {
 
-// What all classes of this schema share: the namespace, and tables that are built once, on first
-// use, under the lock that the library keeps for it.
-class COrderClass : public QzXmlLib16::CXmlGeneratedClass {
+// What all classes of this schema share: the namespace.
+class COrderClass : public QzXmlLib16::CTabledClass {
  public:
   std::string GetTargetNamespace() const override;
   std::string GetNamespace() const override;
-
- protected:
-  struct CTables {
-    std::atomic<bool> built{false};
-    QzXmlLib16Data::CParentElementInfo* info = nullptr;
-    QzXmlLib16Data::CElementInfo** elements = nullptr;
-    QzXmlLib16Data::CAttributeInfo** attributes = nullptr;
-  };
-  template <typename Build>
-  static const CTables& BuildOnce(CTables& tables, Build build);
-  virtual const CTables& Tables() const = 0;
-
-  QzXmlLib16Data::CParentElementInfo* GetClassInfo() const override { return Tables().info; }
-  QzXmlLib16Data::CElementInfo** GetClassElementInfo() const override { return Tables().elements; }
-  QzXmlLib16Data::CAttributeInfo** GetClassAttributeInfo() const override {
-    return Tables().attributes;
-  }
 };
 
 // <Address> of a customer.
@@ -58,7 +39,7 @@ class CAddress : public COrderClass {
  protected:
   void AccessProperty(int index, bool read, QzXmlLib16::QzVariant& value) const override;
   void Init() override;
-  const CTables& Tables() const override;
+  const CTables& GetTables() const override;
 
  private:
   enum Property : int { Property_Street, Property_City, Property_PostCode, Property_Country };
@@ -86,7 +67,7 @@ class CCustomer : public COrderClass {
  protected:
   void AccessProperty(int index, bool read, QzXmlLib16::QzVariant& value) const override;
   void Init() override;
-  const CTables& Tables() const override;
+  const CTables& GetTables() const override;
 
  private:
   enum Property : int { Property_Number, Property_Name, Property_Address };
@@ -130,7 +111,7 @@ class CItem : public COrderClass {
  protected:
   void AccessProperty(int index, bool read, QzXmlLib16::QzVariant& value) const override;
   void Init() override;
-  const CTables& Tables() const override;
+  const CTables& GetTables() const override;
 
  private:
   enum Property : int {
@@ -168,7 +149,7 @@ class CItems : public COrderClass {
  protected:
   void AccessProperty(int index, bool read, QzXmlLib16::QzVariant& value) const override;
   void Init() override;
-  const CTables& Tables() const override;
+  const CTables& GetTables() const override;
 
  private:
   enum Property : int { Property_Items };
@@ -199,7 +180,7 @@ class COrder : public COrderClass {
  protected:
   void AccessProperty(int index, bool read, QzXmlLib16::QzVariant& value) const override;
   void Init() override;
-  const CTables& Tables() const override;
+  const CTables& GetTables() const override;
 
  private:
   enum Property : int {
@@ -233,7 +214,7 @@ class COrders : public COrderClass {
  protected:
   void AccessProperty(int index, bool read, QzXmlLib16::QzVariant& value) const override;
   void Init() override;
-  const CTables& Tables() const override;
+  const CTables& GetTables() const override;
 
  private:
   enum Property : int { Property_Created, Property_Orders };

@@ -51,35 +51,8 @@ int StringToFix(const char* text) {
       FormatString("The value [%s] is not one of none, 2d, 3d, dgps, pps", text));
 }
 
-namespace {
-
-// Holds the lock while the tables of a class are built.
-class CTablesLock {
- public:
-  explicit CTablesLock(CQZCriticalSection& section) : m_section(section) { m_section.Enter(); }
-  ~CTablesLock() { m_section.Leave(); }
-  CTablesLock(const CTablesLock&) = delete;
-  CTablesLock& operator=(const CTablesLock&) = delete;
-
- private:
-  CQZCriticalSection& m_section;
-};
-
-}  // namespace
 std::string CGpxClass::GetTargetNamespace() const { return kNamespace; }
 std::string CGpxClass::GetNamespace() const { return kNamespace; }
-
-template <typename Build>
-const CGpxClass::CTables& CGpxClass::BuildOnce(CTables& tables, Build build) {
-  if (!tables.built.load(std::memory_order_acquire)) {
-    const CTablesLock lock(m_csInit);
-    if (!tables.built.load(std::memory_order_relaxed)) {
-      build(tables);
-      tables.built.store(true, std::memory_order_release);
-    }
-  }
-  return tables;
-}
 
 // CLink
 
@@ -111,25 +84,20 @@ void CLink::Init() {
   m_type.reset();
 }
 
-const CLink::CTables& CLink::Tables() const {
+const CLink::CTables& CLink::GetTables() const {
   static CTables tables;
   return BuildOnce(tables, [](CTables& made) {
-    made.info = NewSequenceInfo("link", kNamespace);
-    made.elements = new CElementInfo* [3] {
-      new CElementInfoSeqPrimOpt("text", kNamespace, Property_Text, false, ItemType_string, nullptr,
-                                 CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(),
-                                 nullptr),
-          new CElementInfoSeqPrimOpt("type", kNamespace, Property_Type, false, ItemType_string,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                     CPrimitiveRestrictions(), nullptr),
-          nullptr
-    };
-    made.attributes = new CAttributeInfo* [2] {
-      new CAttributeInfoPrimitive("href", "", Property_Href, false, ItemType_string, nullptr,
-                                  CWhitespaceUtils::WhitespaceRule_Collapse,
-                                  CPrimitiveRestrictions(), nullptr),
-          nullptr
-    };
+    made.SetInfo(NewSequenceInfo("link", kNamespace));
+    made.SetElements(
+        {new CElementInfoSeqPrimOpt("text", kNamespace, Property_Text, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("type", kNamespace, Property_Type, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr)});
+    made.SetAttributes({new CAttributeInfoPrimitive(
+        "href", "", Property_Href, false, ItemType_string, nullptr,
+        CWhitespaceUtils::WhitespaceRule_Collapse, CPrimitiveRestrictions(), nullptr)});
   });
 }
 
@@ -160,20 +128,17 @@ void CEmail::Init() {
   m_domain.reset();
 }
 
-const CEmail::CTables& CEmail::Tables() const {
+const CEmail::CTables& CEmail::GetTables() const {
   static CTables tables;
   return BuildOnce(tables, [](CTables& made) {
-    made.info = NewSequenceInfo("email", kNamespace);
-    made.elements = new CElementInfo* [1] { nullptr };
-    made.attributes = new CAttributeInfo* [3] {
-      new CAttributeInfoPrimitive("id", "", Property_Id, false, ItemType_string, nullptr,
-                                  CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(),
-                                  nullptr),
-          new CAttributeInfoPrimitive("domain", "", Property_Domain, false, ItemType_string,
-                                      nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                      CPrimitiveRestrictions(), nullptr),
-          nullptr
-    };
+    made.SetInfo(NewSequenceInfo("email", kNamespace));
+    made.SetAttributes(
+        {new CAttributeInfoPrimitive("id", "", Property_Id, false, ItemType_string, nullptr,
+                                     CWhitespaceUtils::WhitespaceRule_None,
+                                     CPrimitiveRestrictions(), nullptr),
+         new CAttributeInfoPrimitive("domain", "", Property_Domain, false, ItemType_string, nullptr,
+                                     CWhitespaceUtils::WhitespaceRule_None,
+                                     CPrimitiveRestrictions(), nullptr)});
   });
 }
 
@@ -217,21 +182,17 @@ void CPerson::Init() {
   m_link = nullptr;
 }
 
-const CPerson::CTables& CPerson::Tables() const {
+const CPerson::CTables& CPerson::GetTables() const {
   static CTables tables;
   return BuildOnce(tables, [](CTables& made) {
-    made.info = NewSequenceInfo("author", kNamespace);
-    made.elements = new CElementInfo* [4] {
-      new CElementInfoSeqPrimOpt("name", kNamespace, Property_Name, false, ItemType_string, nullptr,
-                                 CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(),
-                                 nullptr),
-          new CElementInfoSeqClsOpt("email", kNamespace, Property_Email, XmlElementType_Element,
-                                    &CEmail::Create, 0),
-          new CElementInfoSeqClsOpt("link", kNamespace, Property_Link, XmlElementType_Element,
-                                    &CLink::Create, 0),
-          nullptr
-    };
-    made.attributes = new CAttributeInfo* [1] { nullptr };
+    made.SetInfo(NewSequenceInfo("author", kNamespace));
+    made.SetElements({new CElementInfoSeqPrimOpt(
+                          "name", kNamespace, Property_Name, false, ItemType_string, nullptr,
+                          CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(), nullptr),
+                      new CElementInfoSeqClsOpt("email", kNamespace, Property_Email,
+                                                XmlElementType_Element, &CEmail::Create, 0),
+                      new CElementInfoSeqClsOpt("link", kNamespace, Property_Link,
+                                                XmlElementType_Element, &CLink::Create, 0)});
   });
 }
 
@@ -265,25 +226,20 @@ void CCopyright::Init() {
   m_license.reset();
 }
 
-const CCopyright::CTables& CCopyright::Tables() const {
+const CCopyright::CTables& CCopyright::GetTables() const {
   static CTables tables;
   return BuildOnce(tables, [](CTables& made) {
-    made.info = NewSequenceInfo("copyright", kNamespace);
-    made.elements = new CElementInfo* [3] {
-      new CElementInfoSeqPrimOpt("year", kNamespace, Property_Year, false, ItemType_year, nullptr,
-                                 CWhitespaceUtils::WhitespaceRule_Collapse,
-                                 CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt(
-              "license", kNamespace, Property_License, false, ItemType_string, nullptr,
-              CWhitespaceUtils::WhitespaceRule_Collapse, CPrimitiveRestrictions(), nullptr),
-          nullptr
-    };
-    made.attributes = new CAttributeInfo* [2] {
-      new CAttributeInfoPrimitive("author", "", Property_Author, false, ItemType_string, nullptr,
-                                  CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(),
-                                  nullptr),
-          nullptr
-    };
+    made.SetInfo(NewSequenceInfo("copyright", kNamespace));
+    made.SetElements(
+        {new CElementInfoSeqPrimOpt("year", kNamespace, Property_Year, false, ItemType_year,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("license", kNamespace, Property_License, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
+                                    CPrimitiveRestrictions(), nullptr)});
+    made.SetAttributes({new CAttributeInfoPrimitive(
+        "author", "", Property_Author, false, ItemType_string, nullptr,
+        CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(), nullptr)});
   });
 }
 
@@ -298,22 +254,22 @@ CSmartPtr<CXmlObjectBase> CBounds::Create(int, const char* elementName) {
 }
 
 void CBounds::SetMinlat(const CDecimal& value) {
-  Check<ItemType_decimal>(Tables().attributes[0], value);
+  Check<ItemType_decimal>(GetTables().GetAttributes()[0], value);
   m_minlat = value;
 }
 
 void CBounds::SetMinlon(const CDecimal& value) {
-  Check<ItemType_decimal>(Tables().attributes[1], value);
+  Check<ItemType_decimal>(GetTables().GetAttributes()[1], value);
   m_minlon = value;
 }
 
 void CBounds::SetMaxlat(const CDecimal& value) {
-  Check<ItemType_decimal>(Tables().attributes[2], value);
+  Check<ItemType_decimal>(GetTables().GetAttributes()[2], value);
   m_maxlat = value;
 }
 
 void CBounds::SetMaxlon(const CDecimal& value) {
-  Check<ItemType_decimal>(Tables().attributes[3], value);
+  Check<ItemType_decimal>(GetTables().GetAttributes()[3], value);
   m_maxlon = value;
 }
 
@@ -344,25 +300,22 @@ void CBounds::Init() {
   m_maxlon.reset();
 }
 
-const CBounds::CTables& CBounds::Tables() const {
+const CBounds::CTables& CBounds::GetTables() const {
   static CTables tables;
   return BuildOnce(tables, [](CTables& made) {
-    made.info = NewSequenceInfo("bounds", kNamespace);
-    made.elements = new CElementInfo* [1] { nullptr };
-    made.attributes = new CAttributeInfo* [5] {
-      new CAttributeInfoPrimitive("minlat", "", Property_Minlat, false, ItemType_decimal, nullptr,
-                                  CWhitespaceUtils::WhitespaceRule_Collapse, Latitude(), nullptr),
-          new CAttributeInfoPrimitive("minlon", "", Property_Minlon, false, ItemType_decimal,
-                                      nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
-                                      Longitude(), nullptr),
-          new CAttributeInfoPrimitive("maxlat", "", Property_Maxlat, false, ItemType_decimal,
-                                      nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
-                                      Latitude(), nullptr),
-          new CAttributeInfoPrimitive("maxlon", "", Property_Maxlon, false, ItemType_decimal,
-                                      nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
-                                      Longitude(), nullptr),
-          nullptr
-    };
+    made.SetInfo(NewSequenceInfo("bounds", kNamespace));
+    made.SetAttributes({new CAttributeInfoPrimitive(
+                            "minlat", "", Property_Minlat, false, ItemType_decimal, nullptr,
+                            CWhitespaceUtils::WhitespaceRule_Collapse, Latitude(), nullptr),
+                        new CAttributeInfoPrimitive(
+                            "minlon", "", Property_Minlon, false, ItemType_decimal, nullptr,
+                            CWhitespaceUtils::WhitespaceRule_Collapse, Longitude(), nullptr),
+                        new CAttributeInfoPrimitive(
+                            "maxlat", "", Property_Maxlat, false, ItemType_decimal, nullptr,
+                            CWhitespaceUtils::WhitespaceRule_Collapse, Latitude(), nullptr),
+                        new CAttributeInfoPrimitive(
+                            "maxlon", "", Property_Maxlon, false, ItemType_decimal, nullptr,
+                            CWhitespaceUtils::WhitespaceRule_Collapse, Longitude(), nullptr)});
   });
 }
 
@@ -389,14 +342,11 @@ void CExtensions::AccessProperty(int index, bool read, QzVariant& value) const {
 
 void CExtensions::Init() { m_elements->Clear(); }
 
-const CExtensions::CTables& CExtensions::Tables() const {
+const CExtensions::CTables& CExtensions::GetTables() const {
   static CTables tables;
   return BuildOnce(tables, [](CTables& made) {
-    made.info = NewSequenceInfo("extensions", kNamespace);
-    made.elements = new CElementInfo* [2] {
-      new CElementInfoSeqUntpdCol("AnyElement", kNamespace, Property_Elements), nullptr
-    };
-    made.attributes = new CAttributeInfo* [1] { nullptr };
+    made.SetInfo(NewSequenceInfo("extensions", kNamespace));
+    made.SetElements({new CElementInfoSeqUntpdCol("AnyElement", kNamespace, Property_Elements)});
   });
 }
 
@@ -470,35 +420,32 @@ void CMetadata::Init() {
   m_extensions = nullptr;
 }
 
-const CMetadata::CTables& CMetadata::Tables() const {
+const CMetadata::CTables& CMetadata::GetTables() const {
   static CTables tables;
   return BuildOnce(tables, [](CTables& made) {
-    made.info = NewSequenceInfo("metadata", kNamespace);
-    made.elements = new CElementInfo* [10] {
-      new CElementInfoSeqPrimOpt("name", kNamespace, Property_Name, false, ItemType_string, nullptr,
-                                 CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(),
-                                 nullptr),
-          new CElementInfoSeqPrimOpt("desc", kNamespace, Property_Desc, false, ItemType_string,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqClsOpt("author", kNamespace, Property_Author, XmlElementType_Element,
-                                    &CPerson::Create, 0),
-          new CElementInfoSeqClsOpt("copyright", kNamespace, Property_Copyright,
-                                    XmlElementType_Element, &CCopyright::Create, 0),
-          new CElementInfoSeqClsCol("link", kNamespace, Property_Links, XmlElementType_Element),
-          new CElementInfoSeqPrimOpt("time", kNamespace, Property_Time, false, ItemType_datetime,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt(
-              "keywords", kNamespace, Property_Keywords, false, ItemType_string, nullptr,
-              CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqClsOpt("bounds", kNamespace, Property_Bounds, XmlElementType_Element,
-                                    &CBounds::Create, 0),
-          new CElementInfoSeqClsOpt("extensions", kNamespace, Property_Extensions,
-                                    XmlElementType_Element, &CExtensions::Create, 0),
-          nullptr
-    };
-    made.attributes = new CAttributeInfo* [1] { nullptr };
+    made.SetInfo(NewSequenceInfo("metadata", kNamespace));
+    made.SetElements(
+        {new CElementInfoSeqPrimOpt("name", kNamespace, Property_Name, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("desc", kNamespace, Property_Desc, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqClsOpt("author", kNamespace, Property_Author, XmlElementType_Element,
+                                   &CPerson::Create, 0),
+         new CElementInfoSeqClsOpt("copyright", kNamespace, Property_Copyright,
+                                   XmlElementType_Element, &CCopyright::Create, 0),
+         new CElementInfoSeqClsCol("link", kNamespace, Property_Links, XmlElementType_Element),
+         new CElementInfoSeqPrimOpt("time", kNamespace, Property_Time, false, ItemType_datetime,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("keywords", kNamespace, Property_Keywords, false,
+                                    ItemType_string, nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqClsOpt("bounds", kNamespace, Property_Bounds, XmlElementType_Element,
+                                   &CBounds::Create, 0),
+         new CElementInfoSeqClsOpt("extensions", kNamespace, Property_Extensions,
+                                   XmlElementType_Element, &CExtensions::Create, 0)});
   });
 }
 
@@ -515,22 +462,22 @@ CSmartPtr<CXmlObjectBase> CWpt::Create(int, const char* elementName) {
 }
 
 void CWpt::SetLat(const CDecimal& value) {
-  Check<ItemType_decimal>(Tables().attributes[0], value);
+  Check<ItemType_decimal>(GetTables().GetAttributes()[0], value);
   m_lat = value;
 }
 
 void CWpt::SetLon(const CDecimal& value) {
-  Check<ItemType_decimal>(Tables().attributes[1], value);
+  Check<ItemType_decimal>(GetTables().GetAttributes()[1], value);
   m_lon = value;
 }
 
 void CWpt::SetMagvar(const std::optional<CDecimal>& value) {
-  if (value) Check<ItemType_decimal>(Tables().elements[2], *value);
+  if (value) Check<ItemType_decimal>(GetTables().GetElements()[2], *value);
   m_magvar = value;
 }
 
 void CWpt::SetDgpsid(const std::optional<std::uint16_t>& value) {
-  if (value) Check<ItemType_ui2>(Tables().elements[17], *value);
+  if (value) Check<ItemType_ui2>(GetTables().GetElements()[17], *value);
   m_dgpsid = value;
 }
 
@@ -617,74 +564,70 @@ void CWpt::Init() {
   m_extensions = nullptr;
 }
 
-const CWpt::CTables& CWpt::Tables() const {
+const CWpt::CTables& CWpt::GetTables() const {
   static CTables tables;
   return BuildOnce(tables, [](CTables& made) {
-    made.info = NewSequenceInfo("wpt", kNamespace);
-    made.elements = new CElementInfo* [20] {
-      new CElementInfoSeqPrimOpt("ele", kNamespace, Property_Ele, false, ItemType_decimal, nullptr,
-                                 CWhitespaceUtils::WhitespaceRule_Collapse,
-                                 CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("time", kNamespace, Property_Time, false, ItemType_datetime,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("magvar", kNamespace, Property_Magvar, false, ItemType_decimal,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_Collapse, Degrees(),
-                                     nullptr),
-          new CElementInfoSeqPrimOpt(
-              "geoidheight", kNamespace, Property_Geoidheight, false, ItemType_decimal, nullptr,
-              CWhitespaceUtils::WhitespaceRule_Collapse, CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("name", kNamespace, Property_Name, false, ItemType_string,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("cmt", kNamespace, Property_Cmt, false, ItemType_string,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("desc", kNamespace, Property_Desc, false, ItemType_string,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("src", kNamespace, Property_Src, false, ItemType_string,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqClsCol("link", kNamespace, Property_Links, XmlElementType_Element),
-          new CElementInfoSeqPrimOpt("sym", kNamespace, Property_Sym, false, ItemType_string,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("type", kNamespace, Property_Type, false, ItemType_string,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqEnumOpt("fix", kNamespace, Property_Fix, false, &FixToString,
-                                     &StringToFix, nullptr),
-          new CElementInfoSeqPrimOpt("sat", kNamespace, Property_Sat, false, ItemType_ui4, nullptr,
-                                     CWhitespaceUtils::WhitespaceRule_Collapse,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("hdop", kNamespace, Property_Hdop, false, ItemType_decimal,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("vdop", kNamespace, Property_Vdop, false, ItemType_decimal,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("pdop", kNamespace, Property_Pdop, false, ItemType_decimal,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt(
-              "ageofdgpsdata", kNamespace, Property_Ageofdgpsdata, false, ItemType_decimal, nullptr,
-              CWhitespaceUtils::WhitespaceRule_Collapse, CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("dgpsid", kNamespace, Property_Dgpsid, false, ItemType_ui2,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
-                                     DgpsStation(), nullptr),
-          new CElementInfoSeqClsOpt("extensions", kNamespace, Property_Extensions,
-                                    XmlElementType_Element, &CExtensions::Create, 0),
-          nullptr
-    };
-    made.attributes = new CAttributeInfo* [3] {
-      new CAttributeInfoPrimitive("lat", "", Property_Lat, false, ItemType_decimal, nullptr,
-                                  CWhitespaceUtils::WhitespaceRule_Collapse, Latitude(), nullptr),
-          new CAttributeInfoPrimitive("lon", "", Property_Lon, false, ItemType_decimal, nullptr,
-                                      CWhitespaceUtils::WhitespaceRule_Collapse, Longitude(),
-                                      nullptr),
-          nullptr
-    };
+    made.SetInfo(NewSequenceInfo("wpt", kNamespace));
+    made.SetElements(
+        {new CElementInfoSeqPrimOpt("ele", kNamespace, Property_Ele, false, ItemType_decimal,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("time", kNamespace, Property_Time, false, ItemType_datetime,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("magvar", kNamespace, Property_Magvar, false, ItemType_decimal,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_Collapse, Degrees(),
+                                    nullptr),
+         new CElementInfoSeqPrimOpt(
+             "geoidheight", kNamespace, Property_Geoidheight, false, ItemType_decimal, nullptr,
+             CWhitespaceUtils::WhitespaceRule_Collapse, CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("name", kNamespace, Property_Name, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("cmt", kNamespace, Property_Cmt, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("desc", kNamespace, Property_Desc, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("src", kNamespace, Property_Src, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqClsCol("link", kNamespace, Property_Links, XmlElementType_Element),
+         new CElementInfoSeqPrimOpt("sym", kNamespace, Property_Sym, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("type", kNamespace, Property_Type, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqEnumOpt("fix", kNamespace, Property_Fix, false, &FixToString,
+                                    &StringToFix, nullptr),
+         new CElementInfoSeqPrimOpt("sat", kNamespace, Property_Sat, false, ItemType_ui4, nullptr,
+                                    CWhitespaceUtils::WhitespaceRule_Collapse,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("hdop", kNamespace, Property_Hdop, false, ItemType_decimal,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("vdop", kNamespace, Property_Vdop, false, ItemType_decimal,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("pdop", kNamespace, Property_Pdop, false, ItemType_decimal,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt(
+             "ageofdgpsdata", kNamespace, Property_Ageofdgpsdata, false, ItemType_decimal, nullptr,
+             CWhitespaceUtils::WhitespaceRule_Collapse, CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("dgpsid", kNamespace, Property_Dgpsid, false, ItemType_ui2,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
+                                    DgpsStation(), nullptr),
+         new CElementInfoSeqClsOpt("extensions", kNamespace, Property_Extensions,
+                                   XmlElementType_Element, &CExtensions::Create, 0)});
+    made.SetAttributes({new CAttributeInfoPrimitive(
+                            "lat", "", Property_Lat, false, ItemType_decimal, nullptr,
+                            CWhitespaceUtils::WhitespaceRule_Collapse, Latitude(), nullptr),
+                        new CAttributeInfoPrimitive(
+                            "lon", "", Property_Lon, false, ItemType_decimal, nullptr,
+                            CWhitespaceUtils::WhitespaceRule_Collapse, Longitude(), nullptr)});
   });
 }
 
@@ -745,36 +688,33 @@ void CRte::Init() {
   m_rtepts->Clear();
 }
 
-const CRte::CTables& CRte::Tables() const {
+const CRte::CTables& CRte::GetTables() const {
   static CTables tables;
   return BuildOnce(tables, [](CTables& made) {
-    made.info = NewSequenceInfo("rte", kNamespace);
-    made.elements = new CElementInfo* [10] {
-      new CElementInfoSeqPrimOpt("name", kNamespace, Property_Name, false, ItemType_string, nullptr,
-                                 CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(),
-                                 nullptr),
-          new CElementInfoSeqPrimOpt("cmt", kNamespace, Property_Cmt, false, ItemType_string,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("desc", kNamespace, Property_Desc, false, ItemType_string,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("src", kNamespace, Property_Src, false, ItemType_string,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqClsCol("link", kNamespace, Property_Links, XmlElementType_Element),
-          new CElementInfoSeqPrimOpt("number", kNamespace, Property_Number, false, ItemType_ui4,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("type", kNamespace, Property_Type, false, ItemType_string,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqClsOpt("extensions", kNamespace, Property_Extensions,
-                                    XmlElementType_Element, &CExtensions::Create, 0),
-          new CElementInfoSeqClsCol("rtept", kNamespace, Property_Rtepts, XmlElementType_Element),
-          nullptr
-    };
-    made.attributes = new CAttributeInfo* [1] { nullptr };
+    made.SetInfo(NewSequenceInfo("rte", kNamespace));
+    made.SetElements(
+        {new CElementInfoSeqPrimOpt("name", kNamespace, Property_Name, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("cmt", kNamespace, Property_Cmt, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("desc", kNamespace, Property_Desc, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("src", kNamespace, Property_Src, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqClsCol("link", kNamespace, Property_Links, XmlElementType_Element),
+         new CElementInfoSeqPrimOpt("number", kNamespace, Property_Number, false, ItemType_ui4,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("type", kNamespace, Property_Type, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqClsOpt("extensions", kNamespace, Property_Extensions,
+                                   XmlElementType_Element, &CExtensions::Create, 0),
+         new CElementInfoSeqClsCol("rtept", kNamespace, Property_Rtepts, XmlElementType_Element)});
   });
 }
 
@@ -812,17 +752,14 @@ void CTrkseg::Init() {
   m_extensions = nullptr;
 }
 
-const CTrkseg::CTables& CTrkseg::Tables() const {
+const CTrkseg::CTables& CTrkseg::GetTables() const {
   static CTables tables;
   return BuildOnce(tables, [](CTables& made) {
-    made.info = NewSequenceInfo("trkseg", kNamespace);
-    made.elements = new CElementInfo* [3] {
-      new CElementInfoSeqClsCol("trkpt", kNamespace, Property_Trkpts, XmlElementType_Element),
-          new CElementInfoSeqClsOpt("extensions", kNamespace, Property_Extensions,
-                                    XmlElementType_Element, &CExtensions::Create, 0),
-          nullptr
-    };
-    made.attributes = new CAttributeInfo* [1] { nullptr };
+    made.SetInfo(NewSequenceInfo("trkseg", kNamespace));
+    made.SetElements(
+        {new CElementInfoSeqClsCol("trkpt", kNamespace, Property_Trkpts, XmlElementType_Element),
+         new CElementInfoSeqClsOpt("extensions", kNamespace, Property_Extensions,
+                                   XmlElementType_Element, &CExtensions::Create, 0)});
   });
 }
 
@@ -883,36 +820,34 @@ void CTrk::Init() {
   m_trksegs->Clear();
 }
 
-const CTrk::CTables& CTrk::Tables() const {
+const CTrk::CTables& CTrk::GetTables() const {
   static CTables tables;
   return BuildOnce(tables, [](CTables& made) {
-    made.info = NewSequenceInfo("trk", kNamespace);
-    made.elements = new CElementInfo* [10] {
-      new CElementInfoSeqPrimOpt("name", kNamespace, Property_Name, false, ItemType_string, nullptr,
-                                 CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(),
-                                 nullptr),
-          new CElementInfoSeqPrimOpt("cmt", kNamespace, Property_Cmt, false, ItemType_string,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("desc", kNamespace, Property_Desc, false, ItemType_string,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("src", kNamespace, Property_Src, false, ItemType_string,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqClsCol("link", kNamespace, Property_Links, XmlElementType_Element),
-          new CElementInfoSeqPrimOpt("number", kNamespace, Property_Number, false, ItemType_ui4,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqPrimOpt("type", kNamespace, Property_Type, false, ItemType_string,
-                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                     CPrimitiveRestrictions(), nullptr),
-          new CElementInfoSeqClsOpt("extensions", kNamespace, Property_Extensions,
-                                    XmlElementType_Element, &CExtensions::Create, 0),
-          new CElementInfoSeqClsCol("trkseg", kNamespace, Property_Trksegs, XmlElementType_Element),
-          nullptr
-    };
-    made.attributes = new CAttributeInfo* [1] { nullptr };
+    made.SetInfo(NewSequenceInfo("trk", kNamespace));
+    made.SetElements(
+        {new CElementInfoSeqPrimOpt("name", kNamespace, Property_Name, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("cmt", kNamespace, Property_Cmt, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("desc", kNamespace, Property_Desc, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("src", kNamespace, Property_Src, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqClsCol("link", kNamespace, Property_Links, XmlElementType_Element),
+         new CElementInfoSeqPrimOpt("number", kNamespace, Property_Number, false, ItemType_ui4,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_Collapse,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqPrimOpt("type", kNamespace, Property_Type, false, ItemType_string,
+                                    nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                    CPrimitiveRestrictions(), nullptr),
+         new CElementInfoSeqClsOpt("extensions", kNamespace, Property_Extensions,
+                                   XmlElementType_Element, &CExtensions::Create, 0),
+         new CElementInfoSeqClsCol("trkseg", kNamespace, Property_Trksegs,
+                                   XmlElementType_Element)});
   });
 }
 
@@ -967,29 +902,25 @@ void CGpx::Init() {
   m_extensions = nullptr;
 }
 
-const CGpx::CTables& CGpx::Tables() const {
+const CGpx::CTables& CGpx::GetTables() const {
   static CTables tables;
   return BuildOnce(tables, [](CTables& made) {
-    made.info = NewSequenceInfo("gpx", kNamespace);
-    made.elements = new CElementInfo* [6] {
-      new CElementInfoSeqClsOpt("metadata", kNamespace, Property_Metadata, XmlElementType_Element,
-                                &CMetadata::Create, 0),
-          new CElementInfoSeqClsCol("wpt", kNamespace, Property_Wpts, XmlElementType_Element),
-          new CElementInfoSeqClsCol("rte", kNamespace, Property_Rtes, XmlElementType_Element),
-          new CElementInfoSeqClsCol("trk", kNamespace, Property_Trks, XmlElementType_Element),
-          new CElementInfoSeqClsOpt("extensions", kNamespace, Property_Extensions,
-                                    XmlElementType_Element, &CExtensions::Create, 0),
-          nullptr
-    };
-    made.attributes = new CAttributeInfo* [3] {
-      new CAttributeInfoPrimitive("version", "", Property_Version, false, ItemType_string, nullptr,
-                                  CWhitespaceUtils::WhitespaceRule_None, CPrimitiveRestrictions(),
-                                  nullptr),
-          new CAttributeInfoPrimitive("creator", "", Property_Creator, false, ItemType_string,
-                                      nullptr, CWhitespaceUtils::WhitespaceRule_None,
-                                      CPrimitiveRestrictions(), nullptr),
-          nullptr
-    };
+    made.SetInfo(NewSequenceInfo("gpx", kNamespace));
+    made.SetElements(
+        {new CElementInfoSeqClsOpt("metadata", kNamespace, Property_Metadata,
+                                   XmlElementType_Element, &CMetadata::Create, 0),
+         new CElementInfoSeqClsCol("wpt", kNamespace, Property_Wpts, XmlElementType_Element),
+         new CElementInfoSeqClsCol("rte", kNamespace, Property_Rtes, XmlElementType_Element),
+         new CElementInfoSeqClsCol("trk", kNamespace, Property_Trks, XmlElementType_Element),
+         new CElementInfoSeqClsOpt("extensions", kNamespace, Property_Extensions,
+                                   XmlElementType_Element, &CExtensions::Create, 0)});
+    made.SetAttributes(
+        {new CAttributeInfoPrimitive("version", "", Property_Version, false, ItemType_string,
+                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                     CPrimitiveRestrictions(), nullptr),
+         new CAttributeInfoPrimitive("creator", "", Property_Creator, false, ItemType_string,
+                                     nullptr, CWhitespaceUtils::WhitespaceRule_None,
+                                     CPrimitiveRestrictions(), nullptr)});
   });
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -23,29 +22,11 @@ const char* FixToString(int value);
 // Throws CQzInvalidValueException "The value [%s] is not one of none, 2d, 3d, dgps, pps".
 int StringToFix(const char* text);
 
-// What all classes of this schema share: the namespace, and tables that are built once, on first
-// use, under the lock that the library keeps for it.
-class CGpxClass : public QzXmlLib16::CXmlGeneratedClass {
+// What all classes of this schema share: the namespace.
+class CGpxClass : public QzXmlLib16::CTabledClass {
  public:
   std::string GetTargetNamespace() const override;
   std::string GetNamespace() const override;
-
- protected:
-  struct CTables {
-    std::atomic<bool> built{false};
-    QzXmlLib16Data::CParentElementInfo* info = nullptr;
-    QzXmlLib16Data::CElementInfo** elements = nullptr;
-    QzXmlLib16Data::CAttributeInfo** attributes = nullptr;
-  };
-  template <typename Build>
-  static const CTables& BuildOnce(CTables& tables, Build build);
-  virtual const CTables& Tables() const = 0;
-
-  QzXmlLib16Data::CParentElementInfo* GetClassInfo() const override { return Tables().info; }
-  QzXmlLib16Data::CElementInfo** GetClassElementInfo() const override { return Tables().elements; }
-  QzXmlLib16Data::CAttributeInfo** GetClassAttributeInfo() const override {
-    return Tables().attributes;
-  }
 };
 
 // <link>: an external resource, with what it is called and its media type.
@@ -65,7 +46,7 @@ class CLink : public CGpxClass {
  protected:
   void AccessProperty(int index, bool read, QzXmlLib16::QzVariant& value) const override;
   void Init() override;
-  const CTables& Tables() const override;
+  const CTables& GetTables() const override;
 
  private:
   enum Property : int { Property_Href, Property_Text, Property_Type };
@@ -92,7 +73,7 @@ class CEmail : public CGpxClass {
  protected:
   void AccessProperty(int index, bool read, QzXmlLib16::QzVariant& value) const override;
   void Init() override;
-  const CTables& Tables() const override;
+  const CTables& GetTables() const override;
 
  private:
   enum Property : int { Property_Id, Property_Domain };
@@ -117,7 +98,7 @@ class CPerson : public CGpxClass {
  protected:
   void AccessProperty(int index, bool read, QzXmlLib16::QzVariant& value) const override;
   void Init() override;
-  const CTables& Tables() const override;
+  const CTables& GetTables() const override;
 
  private:
   enum Property : int { Property_Name, Property_Email, Property_Link };
@@ -144,7 +125,7 @@ class CCopyright : public CGpxClass {
  protected:
   void AccessProperty(int index, bool read, QzXmlLib16::QzVariant& value) const override;
   void Init() override;
-  const CTables& Tables() const override;
+  const CTables& GetTables() const override;
 
  private:
   enum Property : int { Property_Author, Property_Year, Property_License };
@@ -176,7 +157,7 @@ class CBounds : public CGpxClass {
  protected:
   void AccessProperty(int index, bool read, QzXmlLib16::QzVariant& value) const override;
   void Init() override;
-  const CTables& Tables() const override;
+  const CTables& GetTables() const override;
 
  private:
   enum Property : int { Property_Minlat, Property_Minlon, Property_Maxlat, Property_Maxlon };
@@ -198,7 +179,7 @@ class CExtensions : public CGpxClass {
  protected:
   void AccessProperty(int index, bool read, QzXmlLib16::QzVariant& value) const override;
   void Init() override;
-  const CTables& Tables() const override;
+  const CTables& GetTables() const override;
 
  private:
   enum Property : int { Property_Elements };
@@ -233,7 +214,7 @@ class CMetadata : public CGpxClass {
  protected:
   void AccessProperty(int index, bool read, QzXmlLib16::QzVariant& value) const override;
   void Init() override;
-  const CTables& Tables() const override;
+  const CTables& GetTables() const override;
 
  private:
   enum Property : int {
@@ -314,7 +295,7 @@ class CWpt : public CGpxClass {
  protected:
   void AccessProperty(int index, bool read, QzXmlLib16::QzVariant& value) const override;
   void Init() override;
-  const CTables& Tables() const override;
+  const CTables& GetTables() const override;
 
  private:
   enum Property : int {
@@ -391,7 +372,7 @@ class CRte : public CGpxClass {
  protected:
   void AccessProperty(int index, bool read, QzXmlLib16::QzVariant& value) const override;
   void Init() override;
-  const CTables& Tables() const override;
+  const CTables& GetTables() const override;
 
  private:
   enum Property : int {
@@ -431,7 +412,7 @@ class CTrkseg : public CGpxClass {
  protected:
   void AccessProperty(int index, bool read, QzXmlLib16::QzVariant& value) const override;
   void Init() override;
-  const CTables& Tables() const override;
+  const CTables& GetTables() const override;
 
  private:
   enum Property : int { Property_Trkpts, Property_Extensions };
@@ -467,7 +448,7 @@ class CTrk : public CGpxClass {
  protected:
   void AccessProperty(int index, bool read, QzXmlLib16::QzVariant& value) const override;
   void Init() override;
-  const CTables& Tables() const override;
+  const CTables& GetTables() const override;
 
  private:
   enum Property : int {
@@ -516,7 +497,7 @@ class CGpx : public CGpxClass {
  protected:
   void AccessProperty(int index, bool read, QzXmlLib16::QzVariant& value) const override;
   void Init() override;
-  const CTables& Tables() const override;
+  const CTables& GetTables() const override;
 
  private:
   enum Property : int {

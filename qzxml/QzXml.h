@@ -50,6 +50,7 @@
 #include "qzxml/serialization/PrimitiveRestrictions.h"
 #include "qzxml/serialization/PropertyAccess.h"
 #include "qzxml/serialization/SerializationContext.h"
+#include "qzxml/serialization/TabledClass.h"
 #include "qzxml/serialization/XmlGeneratedClass.h"
 #include "qzxml/serialization/XmlObjectBase.h"
 #include "qzxml/values/Base64.h"

@@ -89,6 +89,13 @@ TEST(PrimitiveRestrictionsObjects, NumbersOfAnySizeKeepTheirBounds) {
   for (const BoundCase& c : cases) ExpectBounds(c);
 }
 
+TEST(PrimitiveRestrictionsObjects, ANegativeZeroIsBelowZero) {
+  // Equal to it and yet less, as these numbers compare.
+  ExpectBounds(Less(kInteger, "-0", "0"));
+  ExpectBounds(Less(kDecimal, "-0", "0"));
+  ExpectBounds(Greater(kDecimal, "0", "-0.0"));
+}
+
 TEST(PrimitiveRestrictionsObjects, DatesKeepTheirBounds) {
   const BoundCase cases[] = {
       Less(kDate, "2004-01-14", "2004-01-15"),
@@ -134,6 +141,7 @@ TEST(PrimitiveRestrictionsObjects, DurationsKeepTheirBounds) {
       Less(kDuration, "P1M", "P32D"),    Greater(kDuration, "P1M", "P27D"),
       Equal(kDuration, "P12M", " P1Y "), Equal(kDuration, "PT60M", "PT1H"),
       Less(kDuration, "-P1D", "P1D"),    Greater(kDuration, "PT48H", "P1D"),
+      Equal(kDuration, "PT2H", "PT1H"),  // told apart by whole days only
   };
   for (const BoundCase& c : cases) ExpectBounds(c);
 }
