@@ -4,6 +4,7 @@
 
 #include "qzxml/collections/Attribute.h"
 #include "qzxml/collections/AttributeCol.h"
+#include "qzxml/collections/DateTimeCols.h"
 #include "qzxml/collections/Element.h"
 #include "qzxml/collections/ElementCol.h"
 #include "qzxml/collections/NumberCols.h"

@@ -24,6 +24,11 @@ const std::string& R8Text(const double& value, const std::string& format, std::s
   return scratch;
 }
 
+const std::string& DecimalText(const CDecimal& value, const std::string& format,
+                               std::string& scratch) {
+  return scratch = CConversions::decimalToString(value, format);
+}
+
 template <typename Integer>
 constexpr auto kIntegerText = &WrittenText<Integer, &WriteInteger<Integer>>;
 
@@ -59,6 +64,13 @@ constexpr CCollectionKind kKind<ItemType_r4>{"Cr4Col", &CConversions::r4FromStri
 template <>
 constexpr CCollectionKind kKind<ItemType_r8>{"Cr8Col", &CConversions::r8FromString, &CheckR8,
                                              &R8Text};
+template <>
+constexpr CCollectionKind kKind<ItemType_decimal>{"CdecimalCol", &CConversions::decimalFromString,
+                                                  &CheckDecimal, &DecimalText};
+template <>
+constexpr CCollectionKind kKind<ItemType_integer>{
+    "CintegerCol", &CConversions::integerFromString, &CheckInteger,
+    &ConvertedText<CBigInteger, &CConversions::integerToString>};
 
 }  // namespace detail
 
@@ -72,5 +84,7 @@ template class CTypedCollection<ItemType_ui4, std::uint32_t>;
 template class CTypedCollection<ItemType_ui8, std::uint64_t>;
 template class CTypedCollection<ItemType_r4, float>;
 template class CTypedCollection<ItemType_r8, double>;
+template class CTypedCollection<ItemType_decimal, CDecimal>;
+template class CTypedCollection<ItemType_integer, CBigInteger>;
 
 }  // namespace QzXmlLib16

@@ -21,10 +21,16 @@ const std::string& SameText(const std::string& value, const std::string&, std::s
   return value;
 }
 
+std::string BooleanText(const bool& value) { return CConversions::booleanToString(value); }
+
 }  // namespace
 
 template <>
 constexpr CCollectionKind kKind<ItemType_string>{"CstringCol", &TakeText, &CheckString, &SameText};
+template <>
+constexpr CCollectionKind kKind<ItemType_boolean>{"CbooleanCol", &CConversions::booleanFromString,
+                                                  &CheckBoolean,
+                                                  &ConvertedText<bool, &BooleanText>};
 template <>
 constexpr CCollectionKind kKind<ItemType_hexBinary>{
     "ChexBinaryCol", &CConversions::hexBinaryFromString, &CheckHexBinary,
@@ -37,6 +43,7 @@ constexpr CCollectionKind kKind<ItemType_base64Binary>{
 }  // namespace detail
 
 template class CTypedCollection<ItemType_string, std::string>;
+template class CTypedCollection<ItemType_boolean, bool>;
 template class CTypedCollection<ItemType_hexBinary, CBinaryData>;
 template class CTypedCollection<ItemType_base64Binary, CBinaryData>;
 

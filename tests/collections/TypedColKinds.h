@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "qzxml/QzXml.h"
-#include "qzxml/collections/DateTimeCols.h"
 #include "tests/collections/TypedCols.h"
 
 namespace qztest {
@@ -228,8 +227,9 @@ struct Time : OfDate<CtimeCol, ItemType_time> {
 };
 
 // All of them, and how gtest names them.
-using Kinds =
-    testing::Types<I1, I2, I4, I8, Ui1, Ui2, Ui4, Ui8, R4, R8, String, HexBinary, Base64Binary>;
+using Kinds = testing::Types<I1, I2, I4, I8, Ui1, Ui2, Ui4, Ui8, R4, R8, Decimal, Integer, String,
+                             Boolean, HexBinary, Base64Binary, Duration, Year, Month, Day,
+                             YearMonth, MonthDay, Date, Datetime, Time>;
 
 class KindName {
  public:
