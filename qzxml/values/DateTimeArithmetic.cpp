@@ -47,21 +47,31 @@ float Sum::ToFloat() const {
   return static_cast<float>(sign) * 4.0F * static_cast<float>(sticky);
 }
 
-std::int64_t FloorQuotient(const Sum& sum, int modulus) {
+// Below this the float of a sum is exact, and no quotient by 1000 or less is rounded up to a whole
+// number: the next float below one of 2^17 is 2^-7 away, and what a quotient lacks is 1/60 or more
+// there (1/1000 below 2^11). So whole numbers give the same.
+constexpr std::int64_t kSmall = std::int64_t{1} << 20;
+
+template <int kModulus>
+std::int64_t FloorQuotient(const Sum& sum) {
+  static_assert(kModulus == 12 || kModulus == 24 || kModulus == 60 || kModulus == 1000);
+  if (sum.amount < kSmall / 2 && sum.part > -kSmall / 2 && sum.part < kSmall / 2) {
+    const int small = static_cast<int>(sum.part) + sum.sign * static_cast<int>(sum.amount);
+    return small >= 0 ? small / kModulus : -((kModulus - 1 - small) / kModulus);
+  }
   // Volatile, so that processors with wider registers round to single precision here as well.
   const volatile float dividend = sum.ToFloat();
-  const volatile float quotient = dividend / static_cast<float>(modulus);
+  const volatile float quotient = dividend / static_cast<float>(kModulus);
   const float exact = quotient;
   return static_cast<std::int64_t>(std::floor(exact));
 }
 
 // Leaves the remainder in the field, cut to its width, and gives the carry of the next one.
-template <typename Field>
-std::int64_t AddStep(Field& field, std::int64_t carry, int sign, std::uint64_t amount,
-                     int modulus) {
+template <int kModulus, typename Field>
+std::int64_t AddStep(Field& field, std::int64_t carry, int sign, std::uint64_t amount) {
   const Sum sum{field + carry, sign, amount};
-  const std::int64_t quotient = FloorQuotient(sum, modulus);
-  const auto product = static_cast<std::uint64_t>(quotient) * static_cast<std::uint64_t>(modulus);
+  const std::int64_t quotient = FloorQuotient<kModulus>(sum);
+  const std::uint64_t product = static_cast<std::uint64_t>(quotient) * kModulus;
   field = static_cast<Field>(sum.GetLowBits() - product);
   return quotient;
 }
@@ -109,6 +119,7 @@ class DayWalk {
  private:
   bool IsRealMonth() const { return m_month >= 1 && m_month <= 12; }
   int GetMonthDays() const { return detail::DaysInMonth(m_year, m_month); }
+  int GetYearDays() const { return detail::IsLeapYear(m_year) ? 366 : 365; }
 
   // Years have 16 bits and wrap around.
   void MoveYear(std::int64_t years) { m_year = static_cast<std::int16_t>(m_year + years); }
@@ -141,19 +152,27 @@ class DayWalk {
   }
 
   // Both take at once what many steps would take and come out at the same place: the circle of all
-  // years, cycles of 400 years within it, and a row of months that do not exist.
+  // years, cycles of 400 years, single ones, and a row of months that do not exist. They begin at
+  // the first day of a month, or at the last one.
   std::int64_t SkipForward(std::int64_t days) {
     if (!IsRealMonth()) {
       if (m_month <= 13) return days;
       m_month += days / 31;
       return days % 31;
     }
-    if (days < kCycleDays) return days;
-    days %= kAllDays;
-    const std::int64_t room = (std::numeric_limits<std::int16_t>::max() - m_year) / kCycleYears;
-    const std::int64_t cycles = std::min(days / kCycleDays, room);
-    MoveYear(cycles * kCycleYears);
-    return days - cycles * kCycleDays;
+    if (days >= kCycleDays) {
+      days %= kAllDays;
+      const std::int64_t room = (std::numeric_limits<std::int16_t>::max() - m_year) / kCycleYears;
+      const std::int64_t cycles = std::min(days / kCycleDays, room);
+      MoveYear(cycles * kCycleYears);
+      days -= cycles * kCycleDays;
+    }
+    while (days >= 366) {
+      if (m_month <= 2) days -= GetYearDays();
+      MoveYear(1);
+      if (m_month > 2) days -= GetYearDays();
+    }
+    return days;
   }
 
   std::int64_t SkipBack(std::int64_t days) {
@@ -162,12 +181,20 @@ class DayWalk {
       m_month += days / 31;
       return days % 31;
     }
-    if (-days < kCycleDays) return days;
-    days %= kAllDays;
-    const std::int64_t room = (m_year - std::numeric_limits<std::int16_t>::min()) / kCycleYears;
-    const std::int64_t cycles = std::min(-days / kCycleDays, room);
-    MoveYear(-cycles * kCycleYears);
-    return days + cycles * kCycleDays;
+    if (-days >= kCycleDays) {
+      days %= kAllDays;
+      const std::int64_t room = (m_year - std::numeric_limits<std::int16_t>::min()) / kCycleYears;
+      const std::int64_t cycles = std::min(-days / kCycleDays, room);
+      MoveYear(-cycles * kCycleYears);
+      days += cycles * kCycleDays;
+    }
+    while (-days >= 366) {
+      if (m_month >= 2) days += GetYearDays();
+      MoveYear(-1);
+      if (m_month < 2) days += GetYearDays();
+    }
+    m_day = GetMonthDays();
+    return days;
   }
 
   std::int16_t m_year;
@@ -258,16 +285,16 @@ bool CDateTime::operator>=(const CDateTime& other) const {
 
 void CDateTime::AddDateTimeSpan(const CDateTimeSpan& span) {
   const int sign = span.IsNegative() ? -1 : 1;
-  std::int64_t carry = AddStep(m_month, -1, sign, span.GetMonths(), 12);
+  std::int64_t carry = AddStep<12>(m_month, -1, sign, span.GetMonths());
   ++m_month;
   m_year = static_cast<std::int16_t>(m_year + carry + sign * span.GetYears());
 
-  carry = AddStep(m_nanoSecond, 0, sign, span.GetNanoSeconds(), 1000);
-  carry = AddStep(m_microSecond, carry, sign, span.GetMicroSeconds(), 1000);
-  carry = AddStep(m_milliSecond, carry, sign, span.GetMilliSeconds(), 1000);
-  carry = AddStep(m_second, carry, sign, span.GetSeconds(), 60);
-  carry = AddStep(m_minute, carry, sign, span.GetMinutes(), 60);
-  carry = AddStep(m_hour, carry, sign, span.GetHours(), 24);
+  carry = AddStep<1000>(m_nanoSecond, 0, sign, span.GetNanoSeconds());
+  carry = AddStep<1000>(m_microSecond, carry, sign, span.GetMicroSeconds());
+  carry = AddStep<1000>(m_milliSecond, carry, sign, span.GetMilliSeconds());
+  carry = AddStep<60>(m_second, carry, sign, span.GetSeconds());
+  carry = AddStep<60>(m_minute, carry, sign, span.GetMinutes());
+  carry = AddStep<24>(m_hour, carry, sign, span.GetHours());
 
   DayWalk walk(m_year, m_month, m_day);
   walk.Go(carry + sign * std::int64_t{span.GetDays()});

@@ -18,15 +18,19 @@ using detail::WritePadded;
 // Sign, year of up to five digits, two fields of up to three, 'T', three more, and the zone.
 constexpr std::size_t kDateTimeSize = 1 + 5 + 8 + 12 + detail::kFractionSize + 8;
 
-// ---- Reading. Each moves the place behind what it has taken. ----
+// ---- Reading. Each moves the place behind what it has taken; the length of the text is known to
+// do for it. ----
 
-bool ReadNumber(const char*& at, int digits, unsigned& number) {
+template <int kDigits>
+bool ReadNumber(const char*& at, unsigned& number) {
   number = 0;
-  for (int i = 0; i < digits; ++i, ++at) {
-    if (!IsDigit(*at)) return false;
-    number = number * 10 + static_cast<unsigned>(*at - '0');
+  bool areDigits = true;
+  for (int i = 0; i < kDigits; ++i) {
+    areDigits &= IsDigit(at[i]);
+    number = number * 10 + static_cast<unsigned>(at[i] - '0');
   }
-  return true;
+  at += kDigits;
+  return areDigits;
 }
 
 bool ReadChar(const char*& at, char c) {
@@ -46,13 +50,13 @@ struct DateForm {
 bool ReadYearForm(const char*& at, std::ptrdiff_t length, DateForm& form) {
   if (length != 4 && length != 7 && length != 10) return false;
   form.type = CDateTime::dt_gYear;
-  if (!ReadNumber(at, 4, form.year)) return false;
+  if (!ReadNumber<4>(at, form.year)) return false;
   if (length == 4) return true;
   form.type = CDateTime::dt_gYearMonth;
-  if (!ReadChar(at, '-') || !ReadNumber(at, 2, form.month)) return false;
+  if (!ReadChar(at, '-') || !ReadNumber<2>(at, form.month)) return false;
   if (length == 7) return true;
   form.type = CDateTime::dt_date;
-  return ReadChar(at, '-') && ReadNumber(at, 2, form.day);
+  return ReadChar(at, '-') && ReadNumber<2>(at, form.day);
 }
 
 // --MM, ---DD, --MM-- and --MM-DD, of that many chars.
@@ -60,18 +64,18 @@ bool ReadDashForm(const char*& at, std::ptrdiff_t length, DateForm& form) {
   at += 2;
   if (length == 5) {
     form.type = CDateTime::dt_gDay;
-    return ReadChar(at, '-') && ReadNumber(at, 2, form.day);
+    return ReadChar(at, '-') && ReadNumber<2>(at, form.day);
   }
   if (length != 4 && length != 6 && length != 7) return false;
   form.type = CDateTime::dt_gMonth;
-  if (!ReadNumber(at, 2, form.month)) return false;
+  if (!ReadNumber<2>(at, form.month)) return false;
   if (length == 6) {
     // Meant: "--MM--" as the standard first had it, and whatever else stands in place of the
     // dashes.
     at += 2;
   } else if (length == 7) {
     form.type = CDateTime::dt_gMonthDay;
-    return ReadChar(at, '-') && ReadNumber(at, 2, form.day);
+    return ReadChar(at, '-') && ReadNumber<2>(at, form.day);
   }
   return true;
 }
@@ -174,8 +178,8 @@ void CDateTime::SetXSDTime(std::string_view text) {
   unsigned hour = 0;
   unsigned minute = 0;
   unsigned second = 0;
-  const bool matches = text.size() >= 8 && ReadNumber(at, 2, hour) && ReadChar(at, ':') &&
-                       ReadNumber(at, 2, minute) && ReadChar(at, ':') && ReadNumber(at, 2, second);
+  const bool matches = text.size() >= 8 && ReadNumber<2>(at, hour) && ReadChar(at, ':') &&
+                       ReadNumber<2>(at, minute) && ReadChar(at, ':') && ReadNumber<2>(at, second);
   if (!matches || hour > 23 || minute > 59 || second > 59) {
     throw CQzInvalidValueException(
         FormatString("Invalid XSD Time [%s] expected hh:mm:ss[.ff]", std::string(text).c_str()));
@@ -218,7 +222,7 @@ void CDateTime::SetZone(std::string_view text) {
   unsigned hour = 0;
   unsigned minute = 0;
   const bool matches =
-      text.size() == 6 && ReadNumber(at, 2, hour) && ReadChar(at, ':') && ReadNumber(at, 2, minute);
+      text.size() == 6 && ReadNumber<2>(at, hour) && ReadChar(at, ':') && ReadNumber<2>(at, minute);
   if (!matches) {
     throw CQzInvalidValueException(
         FormatString("Invalid XSD Time Zone [%s].", std::string(text).c_str()));

@@ -111,6 +111,20 @@ TEST(DateTimeArithmetic, AddsMoreThanSixtyFourBitsHold) {
   }
 }
 
+TEST(DateTimeArithmetic, IsExactWhileNumbersAreSmall) {
+  CDateTimeSpan span;
+  for (std::uint32_t seconds = 0; seconds < 16000000; seconds += seconds < 2000 ? 1 : 1019) {
+    span.SetSeconds(seconds);
+    CDateTime sum(2000, 1, 1, 0, 0, 0);
+    sum += span;
+    ASSERT_EQ(sum.GetTime(), 946684800 + static_cast<long long>(seconds));
+    sum -= span;
+    ASSERT_EQ(sum.GetTime(), 946684800);
+    sum -= span;
+    ASSERT_EQ(sum.GetTime(), 946684800 - static_cast<long long>(seconds));
+  }
+}
+
 TEST(DateTimeArithmetic, DoesNotPinTheDay) {
   const CDateTime sum = Date("2000-03-31") + Span("P1M");
   EXPECT_EQ(sum.GetMonth(), 4);
