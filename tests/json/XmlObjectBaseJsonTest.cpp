@@ -76,6 +76,84 @@ TEST(XmlObjectBaseJson, OpenContentReadsTheFirstElementOfTheRoot) {
   EXPECT_EQ("<a x=\"1\">v</a>", element.ToXml(false, false));
 }
 
+// --- There and back
+
+qztest::CNote Note(const std::vector<std::string>& lines) {
+  qztest::CNote note;
+  note.to = "Ann";
+  note.lines = lines;
+  return note;
+}
+
+CSerializationContext InMode(JsonRoundTrip mode) {
+  CSerializationContext context;
+  context.GetJsonContext().SetSupportRoundtrip(mode);
+  return context;
+}
+
+TEST(XmlObjectBaseJson, AnObjectComesBackFromItsJsonWithTheMarks) {
+  for (const JsonRoundTrip mode : {JsonRoundTrip_Marked, JsonRoundTrip_Full}) {
+    const CSerializationContext context = InMode(mode);
+    for (const bool formatted : {true, false}) {
+      for (const EOLType eol : {EOLType_LF, EOLType_CRLF}) {
+        const qztest::CNote note = Note({"Milk", "", "{[,:/*]}'"});
+        CProbe back;
+        back.FromJson(note.ToJson(formatted, eol, context).c_str(), context);
+        EXPECT_EQ("note", back.GetElementName());
+        EXPECT_EQ("Ann", back.to);
+        EXPECT_EQ(note.lines, back.lines);
+        EXPECT_EQ(mode == JsonRoundTrip_Full ? "urn:notes" : "", back.call.namespaceUri);
+      }
+    }
+  }
+}
+
+TEST(XmlObjectBaseJson, AnObjectComesBackFromTheBytesOfItsJson) {
+  const qztest::CNote note = Note({"Milk", "\xC3\xA4", std::string(500, 'x')});
+  for (const CompressionType type :
+       {CompressionType_None, CompressionType_GZip, CompressionType_ZLib}) {
+    CProbe back;
+    back.FromJsonStream(note.ToJsonStream(true, XmlEncoding_UTF8, EOLType_LF,
+                                          CSerializationContext::GetDefaultContext(), type));
+    EXPECT_EQ(note.lines, back.lines);
+  }
+}
+
+TEST(XmlObjectBaseJson, WithoutTheMarksAnAttributeComesBackAsAnElement) {
+  const CSerializationContext context = InMode(JsonRoundTrip_None);
+  CProbe back;
+  EXPECT_THROW(back.FromJson(Note({"Milk"}).ToJson(false, EOLType_LF, context).c_str(), context),
+               CQzException);
+  EXPECT_EQ(
+      "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<note>\n\t<to>Ann</to>\n\t<line>Milk</line>\n"
+      "</note>\n",
+      back.xml);
+}
+
+TEST(XmlObjectBaseJson, AnObjectWithAttributesAloneDoesNotComeBack) {
+  const CSerializationContext context = InMode(JsonRoundTrip_Marked);
+  CProbe back;
+  EXPECT_QZ_THROW(CQzException, "An Element has not been closed.",
+                  back.FromJson(Note({}).ToJson(true, EOLType_LF, context).c_str(), context));
+}
+
+// The writer escapes neither marks nor line ends.
+TEST(XmlObjectBaseJson, TextsWithMarksOrLineEndsDoNotComeBackWhole) {
+  CProbe back;
+  back.FromJson(Note({"a\nb"}).ToJson().c_str());
+  EXPECT_EQ(std::vector<std::string>{"ab"}, back.lines);
+  back.FromJson(Note({"a\nb"}).ToJson(true, EOLType_CRLF).c_str());
+  EXPECT_EQ(std::vector<std::string>{"ab"}, back.lines);
+  back.FromJson(Note({"a\\tb"}).ToJson().c_str());
+  EXPECT_EQ(std::vector<std::string>{"a\tb"}, back.lines);
+  back.FromJson(Note({"a\x01"
+                      "b"})
+                    .ToJson()
+                    .c_str());
+  EXPECT_EQ(std::vector<std::string>{"a3b"}, back.lines);
+  EXPECT_THROW(back.FromJson(Note({"a\"b"}).ToJson().c_str()), CQzValidationException);
+}
+
 // --- Namespaces
 
 TEST(XmlObjectBaseJson, BelowTheFullModeNamespacesAreIgnoredForTheTimeOfTheCall) {
