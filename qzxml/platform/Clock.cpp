@@ -1,7 +1,5 @@
 #include "qzxml/platform/Clock.h"
 
-#include <time.h>
-
 #include <cstdint>
 
 namespace QzXmlLib16::detail {

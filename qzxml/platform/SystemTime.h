@@ -3,9 +3,10 @@
 #include <cstdint>
 
 // The two forms of time that applications written for Windows hand over. They carry the names, the
-// fields and the layout that they have there, so that such code compiles unchanged; where the system
-// has them its own are used.
+// fields and the layout that they have there, so that such code compiles unchanged; where the
+// system has them its own are used.
 #if !defined(_WIN32)
+// NOLINTBEGIN(bugprone-reserved-identifier)
 
 // A broken-down time.
 struct _SYSTEMTIME {
@@ -25,4 +26,5 @@ struct _FILETIME {
   std::uint32_t dwHighDateTime;
 };
 
+// NOLINTEND(bugprone-reserved-identifier)
 #endif

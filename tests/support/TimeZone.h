@@ -1,8 +1,7 @@
 #pragma once
 
-#include <time.h>
-
 #include <cstdlib>
+#include <ctime>
 #include <string>
 
 namespace qztest {
