@@ -41,7 +41,7 @@ class CValueRow {
   const_iterator end() const { return m_places.end(); }
 
   // The index is valid. An insertion that fails changes nothing.
-  void Insert(std::size_t index, Value value) {
+  void Insert(std::size_t index, Value&& value) {
     if (index == size()) {
       m_places.push_back(std::move(value));
     } else {
@@ -76,8 +76,8 @@ class CValueRow {
 // What all collections of values of one C++ type have in common. The values lie in one vector.
 //
 // Every change is told to the listeners, the data of an addition being a pointer to the value. That
-// is a copy which belongs to the call: a listener that writes to it before the value is in the
-// collection changes what is checked and inserted.
+// is a copy which belongs to the call: what a listener writes there ahead of the insertion is what
+// goes in. It is checked as any other value, but for dates, which are checked before.
 template <typename Value>
 class QZXML_API CValueCollection : public CXmlTypeCollection {
  public:

@@ -24,6 +24,18 @@ ColOptions Rule(CWhitespaceUtils::WhitespaceRule rule) {
   return With([=](ColOptions& o) { o.rule = rule; });
 }
 
+TEST(TypedColValues, AreKeptAsTheHeaderShows) {
+  Ci4Col sizes("size", "urn:shop", 0, -1, nullptr, -1, -1, "1", "60", nullptr, nullptr, -1, -1, -1,
+               CWhitespaceUtils::WhitespaceRule_Collapse, nullptr);
+  sizes.Add(38);
+  sizes.AddAt(0, 36);
+  std::int32_t total = 0;
+  for (const std::int32_t size : sizes) total += size;
+  EXPECT_EQ(74, total);
+  EXPECT_QZ_THROW(CQzException, "Invalid Value for size [61]", sizes.Add(61));
+  EXPECT_EQ(2, sizes.GetCount());
+}
+
 // --- Facets
 
 // A value that keeps a facet goes in, one that does not leaves the collection as it was and the
