@@ -73,11 +73,24 @@ bool WritesNoAttributes(const CElementInfo& member) {
   return IsValue(member) || IsOpen(member) || IsClassWithTag(member);
 }
 
-bool IsSoughtWithoutTrace(const CElementInfo& member) {
-  return IsExactlyOneOf<CElementInfoSeqClsMnd, CElementInfoSeqAbsClsMnd, CElementInfoSeqPrimMnd,
-                        CElementInfoSeqEnumMnd, CElementInfoSeqCol, CElementInfoSeqClsCol,
-                        CElementInfoSeqAbsClsCol, CElementInfoSeqPrimCol, CElementInfoSeqEnumCol,
-                        CElementInfoSeqUntpdCol>(member);
+bool IsSoughtByPlace(const CElementInfo& member) {
+  return IsSequenceCollection(member) ||
+         IsExactlyOneOf<CElementInfoSeqClsMnd, CElementInfoSeqClsOpt, CElementInfoSeqAbsClsMnd,
+                        CElementInfoSeqAbsClsOpt, CElementInfoSeqPrimMnd, CElementInfoSeqPrimOpt,
+                        CElementInfoSeqEnumMnd, CElementInfoSeqEnumOpt, CElementInfoSeqUntpdMnd,
+                        CElementInfoSeqUntpdOpt>(member);
+}
+
+bool IsSequenceCollection(const CElementInfo& member) {
+  return IsExactlyOneOf<CElementInfoSeqCol, CElementInfoSeqClsCol, CElementInfoSeqAbsClsCol,
+                        CElementInfoSeqPrimCol, CElementInfoSeqEnumCol, CElementInfoSeqUntpdCol>(
+      member);
+}
+
+bool IsChoiceCollectionOfElements(const CElementInfo& member) {
+  return IsExactlyOneOf<CElementInfoChoicePrimCol, CElementInfoChoiceEnumCol,
+                        CElementInfoChoiceUntpdCol>(member) ||
+         IsTaggedOneOf<CElementInfoChoiceClsCol, CElementInfoChoiceAbsClsCol>(member);
 }
 
 bool LooksToTheEnd(const CElementInfo& member) {

@@ -13,11 +13,17 @@ bool ReadsNoNamespace(const CElementInfo& member);
 // no class.
 bool WritesNoAttributes(const CElementInfo& member);
 
-// Whether a member that is not found in a class without a tag leaves no trace where it was looked
-// for, but in the one place where it was asked last.
-bool IsSoughtWithoutTrace(const CElementInfo& member);
+// Whether it is known of a member of a sequence that what it takes, and where, depends only on the
+// element at which it is asked.
+bool IsSoughtByPlace(const CElementInfo& member);
 
-// Whether that member looks up to the last sibling itself when it is asked once.
+// Whether that member looks up to the last sibling itself when it is asked once in a group.
 bool LooksToTheEnd(const CElementInfo& member);
+
+// Whether a member of a sequence is one of the library's collections.
+bool IsSequenceCollection(const CElementInfo& member);
+
+// Whether a member of a choice is one of those of which each item is an element.
+bool IsChoiceCollectionOfElements(const CElementInfo& member);
 
 }  // namespace QzXmlLib16Data

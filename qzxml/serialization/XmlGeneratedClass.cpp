@@ -17,6 +17,7 @@
 #include "qzxml/serialization/XmlGeneratedClass.h"
 
 #include <cstddef>
+#include <memory>
 #include <typeinfo>
 #include <vector>
 
@@ -25,10 +26,10 @@
 #include "qzxml/platform/InitOrder.h"
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/QzException.h"
-#include "qzxml/serialization/AbsentMembers.h"
 #include "qzxml/serialization/ElementInfoChoice.h"
 #include "qzxml/serialization/ElementInfoValues.h"
 #include "qzxml/serialization/ElementTable.h"
+#include "qzxml/serialization/SoughtMembers.h"
 #include "qzxml/xml/XmlAttribute.h"
 #include "qzxml/xml/XmlWriter.h"
 
@@ -135,7 +136,7 @@ void DeleteTable(Entry**& table) {
 class CXmlGeneratedClass::CReadingWalk {
  public:
   CReadingWalk(CXmlGeneratedClass& object, const CSerializationContext& itsContext,
-               CXmlElement* itsParent, XmlElementType elementType)
+               CXmlElement* itsParent, const CXmlElement* cursor, XmlElementType elementType)
       : context(itsContext),
         parent(*itsParent),
         table(object.GetClassElementInfo()),
@@ -148,14 +149,12 @@ class CXmlGeneratedClass::CReadingWalk {
     if (!AreAll(table, &ReadsNoNamespace, info.m_readsNoNamespace)) {
       m_strNamespace = object.GetNamespace();
     }
-    if (skipsUnknown) KeepAbsences(info);
+    if (skipsUnknown) KeepSearches(info, cursor);
   }
   CReadingWalk(const CReadingWalk&) = delete;
   CReadingWalk& operator=(const CReadingWalk&) = delete;
   ~CReadingWalk() {
-    if (m_pAbsent == nullptr) return;
-    m_pAbsent->Leave();
-    if (isElement) delete m_pAbsent;
+    if (m_pSought != nullptr) m_pSought->Leave(m_searches);
   }
 
   bool Offer(CElementInfo* member, CXmlElement** cursor) const {
@@ -166,19 +165,24 @@ class CXmlGeneratedClass::CReadingWalk {
   // Offers the cursor and, while unknown elements are skipped, those behind it. False when the
   // member did not match; the walk is to go back then.
   bool OfferInTurn(CElementInfo* member, CXmlElement** cursor) const {
-    if (m_pAbsent != nullptr) return SeekInTurn(member, cursor);
+    if (m_pSought != nullptr) return SeekInTurn(member, cursor);
     while (!Offer(member, cursor)) {
       if (!skipsUnknown || *cursor == nullptr) return false;
-      *cursor = (*cursor)->GetNextSiblingElement();
+      Skip(cursor);
     }
     return true;
   }
 
-  // The walk steps over an element.
-  void Skip(CXmlElement** cursor) const {
-    *cursor = (*cursor)->GetNextSiblingElement();
-    if (m_pAbsent != nullptr) m_pAbsent->MoveTo(*cursor);
+  // Offers the cursor to a member of a choice.
+  bool OfferChoice(CElementInfo* member, CXmlElement** cursor) const {
+    if (m_pSought == nullptr || !IsChoiceCollectionOfElements(*member)) {
+      return Offer(member, cursor);
+    }
+    return OfferFewItems(member, cursor);
   }
+
+  // The walk steps over an element.
+  static void Skip(CXmlElement** cursor) { *cursor = (*cursor)->GetNextSiblingElement(); }
 
   // Throws when a real element has a child left that may not be skipped.
   void RequireAllRead(const CXmlElement* cursor) const {
@@ -191,51 +195,117 @@ class CXmlGeneratedClass::CReadingWalk {
   const bool isElement;
   const bool isPseudoElement;
   const bool skipsUnknown;
+  bool isInVain = false;  // an item that cannot save its collection: it is to take nothing
 
  private:
-  void KeepAbsences(const CParentElementInfo& info);
+  void KeepSearches(const CParentElementInfo& info, const CXmlElement* cursor);
   bool SeekInTurn(CElementInfo* member, CXmlElement** cursor) const;
+  bool OfferFewItems(CElementInfo* member, CXmlElement** cursor) const;
+  bool Note(CElementInfo* member, bool isContent, const CXmlElement* asked,
+            const CXmlElement* behind) const;
+  void PassOthers(const CElementInfo& member, CXmlElement** cursor) const;
 
   CXmlGeneratedClass& m_object;
   const XmlElementType m_elementType;
-  std::string m_strNamespace;           // empty when no member reads it
-  CAbsentMembers* m_pAbsent = nullptr;  // owned by the walk of a real element; null when of no use
+  std::string m_strNamespace;              // empty when no member reads it
+  std::unique_ptr<CSoughtMembers> m_pOwn;  // of a real element with groups
+  CSoughtMembers* m_pSought = nullptr;     // of the element around a group; null when of no use
+  std::size_t m_searches = 0;              // where those of this walk begin
 };
 
 // Only groups ask for the same member more than once.
-[[gnu::noinline]] void CXmlGeneratedClass::CReadingWalk::KeepAbsences(
-    const CParentElementInfo& info) {
+[[gnu::noinline]] void CXmlGeneratedClass::CReadingWalk::KeepSearches(
+    const CParentElementInfo& info, const CXmlElement* cursor) {
   if (!isElement) {
-    m_pAbsent = CAbsentMembers::Of(parent);
+    m_pSought = CSoughtMembers::Of(parent);
+    if (m_pSought == nullptr) return;
+    m_searches = m_pSought->Enter(cursor);
+    isInVain = m_pSought->IsItemInVain();
   } else if (!AreAll(table, &WritesNoAttributes, info.m_writesNoAttributes)) {
-    m_pAbsent = new CAbsentMembers(parent);
+    m_pOwn = std::make_unique<CSoughtMembers>(parent);
   }
-  if (m_pAbsent != nullptr) m_pAbsent->Enter(parent.GetFirstElement());
 }
 
-// OfferInTurn with a memory of what was sought in vain. The same things happen to the object: the
-// member is asked once more where it was asked last.
+// OfferInTurn in a group, with a memory of what was sought before. What comes of it is the same.
 [[gnu::noinline]] bool CXmlGeneratedClass::CReadingWalk::SeekInTurn(CElementInfo* member,
                                                                     CXmlElement** cursor) const {
-  m_pAbsent->MoveTo(*cursor);
-  const CXmlElement* const from = *cursor;
-  CXmlElement* last = nullptr;
-  const bool isInGroup = !isElement && from != nullptr;
-  if (isInGroup && m_pAbsent->Find(member, &last)) {
-    if (last != nullptr) Offer(member, &last);
+  if (!m_pSought->Begin(*member, cursor)) {
+    m_pSought->Fail(m_searches);
     return false;
   }
-  bool leftNoTrace = isInGroup && IsSoughtWithoutTrace(*member);
+  const CXmlElement* quiet = *cursor;  // nothing was taken from here on
   for (;;) {
-    CXmlElement* const before = *cursor;
-    if (Offer(member, cursor)) return true;
-    if (*cursor != before && !LooksToTheEnd(*member)) leftNoTrace = false;
+    if (LooksToTheEnd(*member)) PassOthers(*member, cursor);
+    CXmlElement* const asked = *cursor;
+    m_pSought->Ask();
+    const bool isContent = Offer(member, cursor);
+    bool goesOn = true;
+    if (isContent || *cursor != asked) goesOn = Note(member, isContent, asked, *cursor);
+    if (!goesOn) {
+      m_pSought->Fail(m_searches);
+      return false;
+    }
+    if (isContent) return true;
+    if (*cursor != asked) quiet = *cursor != nullptr ? (*cursor)->GetNextSiblingElement() : nullptr;
     if (*cursor == nullptr) break;
-    last = *cursor;
     Skip(cursor);
+    if (m_pSought->IsAbsentFrom(*cursor)) break;
   }
-  if (leftNoTrace) m_pAbsent->Keep(member, from, LooksToTheEnd(*member) ? nullptr : last);
+  m_pSought->FailAtEnd(m_searches, quiet);
   return false;
+}
+
+// A member that was asked at one element has come to another, or is content. False when the walk is
+// known to fail.
+bool CXmlGeneratedClass::CReadingWalk::Note(CElementInfo* member, bool isContent,
+                                            const CXmlElement* asked,
+                                            const CXmlElement* behind) const {
+  if (!IsSequenceCollection(*member)) {
+    m_pSought->Find(asked, behind);
+    return true;
+  }
+  if (m_pSought->IsInVain()) {
+    m_pSought->Find(asked, behind);
+    return false;
+  }
+  const auto collection = CElementInfoValues::HeldCollection(*member, &m_object);
+  const auto count = static_cast<std::size_t>(collection->GetCount());
+  const std::int32_t least = collection->GetMinOccurs();
+  const std::int32_t most = collection->GetMaxOccurs();
+  constexpr std::size_t kUnbounded = ~std::size_t{0};
+  const std::size_t high = most < 0 ? kUnbounded : static_cast<std::size_t>(most);
+  if (isContent) {
+    const std::size_t low = least < 0 ? 0 : static_cast<std::size_t>(least);
+    m_pSought->FindItems(asked, behind, count, low, high);
+    return true;
+  }
+  if (count <= high) {
+    m_pSought->Find(asked, behind);
+    return true;
+  }
+  // Too many: whatever it takes further on, it only adds to that.
+  m_pSought->FindItems(asked, behind, count, high + 1, kUnbounded);
+  return !m_pSought->WasReadThrough();
+}
+
+// A collection that finds too many items takes none of them. One element further on there is one
+// less, and still too many for as long as there were too many.
+[[gnu::noinline]] bool CXmlGeneratedClass::CReadingWalk::OfferFewItems(CElementInfo* member,
+                                                                       CXmlElement** cursor) const {
+  if (m_pSought->IsInVainAt(*member, *cursor)) return false;
+  if (Offer(member, cursor)) return true;
+  const auto collection = CElementInfoValues::HeldCollection(*member, &m_object);
+  const std::int32_t most = collection->GetMaxOccurs();
+  const std::int32_t surplus = collection->GetCount() - most;
+  if (most >= 0 && surplus > 0) {
+    m_pSought->KeepInVain(*member, *cursor, static_cast<std::size_t>(surplus) - 1);
+  }
+  return false;
+}
+
+void CXmlGeneratedClass::CReadingWalk::PassOthers(const CElementInfo& member,
+                                                  CXmlElement** cursor) const {
+  while (*cursor != nullptr && !CElementInfoValues::IsAt(member, context, *cursor)) Skip(cursor);
 }
 
 QZXML_INIT_ORDER(detail::InitOrder_MetaDataLock) CQZCriticalSection CXmlGeneratedClass::m_csInit;
@@ -503,7 +573,8 @@ CXmlElement* CXmlGeneratedClass::ProcessElementSeqFromXml(const CSerializationCo
                                                           CXmlElement* parent, CXmlElement* cursor,
                                                           XmlElementType elementType) {
   CXmlElement* const saved = cursor;
-  const CReadingWalk walk(*this, context, parent, elementType);
+  const CReadingWalk walk(*this, context, parent, cursor, elementType);
+  if (walk.isInVain) return cursor;
   CElementInfo** last = walk.table;  // the last member handled
   for (;;) {
     for (CElementInfo** entry = last; *entry != nullptr; ++entry) {
@@ -522,7 +593,8 @@ CXmlElement* CXmlGeneratedClass::ProcessElementAllFromXml(const CSerializationCo
                                                           CXmlElement* parent, CXmlElement* cursor,
                                                           XmlElementType elementType) {
   CXmlElement* const saved = cursor;
-  const CReadingWalk walk(*this, context, parent, elementType);
+  const CReadingWalk walk(*this, context, parent, cursor, elementType);
+  if (walk.isInVain) return cursor;
   FoundFlags found;
   for (const CXmlElement* before = nullptr; cursor != nullptr && cursor != before;) {
     before = cursor;
@@ -543,11 +615,12 @@ CXmlElement* CXmlGeneratedClass::ProcessElementChoiceFromXml(const CSerializatio
                                                              XmlElementType elementType,
                                                              bool optionalChoice) {
   CXmlElement* const saved = cursor;
-  const CReadingWalk walk(*this, context, parent, elementType);
+  const CReadingWalk walk(*this, context, parent, cursor, elementType);
+  if (walk.isInVain) return cursor;
   bool matched = false;
   for (;;) {
     for (CElementInfo** entry = walk.table; *entry != nullptr && !matched; ++entry) {
-      matched = walk.Offer(*entry, &cursor);
+      matched = walk.OfferChoice(*entry, &cursor);
     }
     if (matched || cursor == nullptr || !walk.skipsUnknown || !walk.isElement) break;
     walk.Skip(&cursor);
