@@ -27,6 +27,7 @@ std::string GetPlainText(const unsigned char* data, std::uint32_t length) {
     data += sizeof mark;
     length -= static_cast<std::uint32_t>(sizeof mark);
   }
+  if (length == 0) return std::string();
   return Utf8ToLocal(reinterpret_cast<const char*>(data), length);
 }
 

@@ -14,7 +14,8 @@
 namespace QzXmlLib16 {
 namespace {
 
-// Ignores namespaces in a context while it lives, if it is to.
+// Ignores namespaces in a context while it lives, if it is to. The flag is one that may be changed
+// in a const context.
 class CNamespacesIgnored {
  public:
   CNamespacesIgnored(const CSerializationContext& context, bool ignore)

@@ -407,6 +407,19 @@ TEST(XmlObjectBaseJson, CompressedBytesAreExpandedFirst) {
   }
 }
 
+// An empty gzip file of RFC 1952, and an empty stream of RFC 1950.
+TEST(XmlObjectBaseJson, CompressedNothingIsATextWithoutAValue) {
+  const std::string gzip("\x1F\x8B\x08\0\0\0\0\0\2\3\3\0\0\0\0\0\0\0\0\0", 20);
+  const std::string zlib("\x78\x9C\3\0\0\0\0\1", 8);
+  CElement element("none");
+  for (const std::string& packed : {gzip, zlib}) {
+    EXPECT_QZ_THROW_FULL(CQzException,
+                         "Error converting JSON to XML:\n<?xml version=\"1.0\" "
+                         "encoding=\"UTF-8\"?>\n\nno element found at line 2",
+                         "", element.FromJsonStream(Bytes(packed)));
+  }
+}
+
 TEST(XmlObjectBaseJson, BytesAreBoundedAsWhatIsExpandedAnywhere) {
   CBinaryData json = Bytes(std::string(100000, ' '));
   CQzZip::Compress(json, CompressionType_GZip);

@@ -62,6 +62,22 @@ TEST(Threads, ShareOneContextThatNobodyChanges) {
   });
 }
 
+TEST(Threads, ReadJsonInOneContextThatNobodyChanges) {
+  const CSerializationContext context;  // its options of JSON are made by whoever is first
+  OnThreads([&](int thread) {
+    const std::string json =
+        "{\"gpx\":{\"@xmlns\":\"http://www.topografix.com/GPX/1/"
+        "1\",\"@version\":\"1.1\",\"@creator\":"
+        "\"thread\",\"wpt\":[{\"@lat\":" +
+        std::to_string(thread) + ",\"@lon\":7,\"name\":\"a\"}]}}";
+    for (int i = 0; i < 20; ++i) {
+      gpx::CGpx object;
+      object.FromJson(json.c_str(), context);
+      EXPECT_EQ(thread, object.GetWpts().Item(0)->GetLat());
+    }
+  });
+}
+
 TEST(Threads, FailAtOnce) {
   OnThreads([](int) {
     for (int i = 0; i < 50; ++i) {
