@@ -41,7 +41,7 @@ TEST(Threads, ReadAndWriteObjectsOfTheSameClassesAtOnce) {
     for (int i = 0; i < 50; ++i) {
       gpx::CGpx object;
       object.FromXml(Document(thread).c_str());
-      EXPECT_EQ(thread, object.GetWpts().Item(0)->GetLat());
+      EXPECT_EQ(std::to_string(thread), object.GetWpts().Item(0)->GetLat().ToString());
       gpx::CGpx again;
       again.FromXml(object.ToXml().c_str());
       EXPECT_EQ(object.ToXml(), again.ToXml());
@@ -73,7 +73,7 @@ TEST(Threads, ReadJsonInOneContextThatNobodyChanges) {
     for (int i = 0; i < 20; ++i) {
       gpx::CGpx object;
       object.FromJson(json.c_str(), context);
-      EXPECT_EQ(thread, object.GetWpts().Item(0)->GetLat());
+      EXPECT_EQ(std::to_string(thread), object.GetWpts().Item(0)->GetLat().ToString());
     }
   });
 }
