@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cfloat>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -268,13 +269,52 @@ double ParseNumber(std::string_view text, const char* kind) {
   return ParseNumber(detail::ApplyRule(rule, value, scratch), kind);
 }
 
+// The powers of ten that a double holds exactly, as far as the digits below need them.
+constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8, 1e9,
+                                   1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18};
+constexpr std::ptrdiff_t kMostPlainDigits = 18;  // a number of 64 bits surely takes them
+constexpr std::uint64_t kMostExactMantissa = std::uint64_t{1} << 53;
+
+// Takes the digits from at on into the mantissa and moves at behind them.
+void TakeDigits(const char*& at, const char* end, std::uint64_t& mantissa) {
+  for (; at != end && IsDigit(*at); ++at) {
+    mantissa = mantissa * 10 + static_cast<std::uint64_t>(*at - '0');
+  }
+}
+
+// Reads a text that is nothing but digits, with a minus and a point inside at most, and few enough
+// of them: where mantissa and power of ten are exact, one division rounds as it should (Clinger,
+// "How to read floating point numbers accurately", 1990). False for any other text.
+bool ParsePlainReal(const std::string& text, double& value) {
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  const bool negative = *at == '-';  // at a zero byte, if need be
+  if (negative) ++at;
+  if (end - at > kMostPlainDigits || at == end || !IsDigit(*at) || !IsDigit(end[-1])) return false;
+  std::uint64_t mantissa = 0;
+  TakeDigits(at, end, mantissa);
+  std::ptrdiff_t places = 0;
+  if (at != end && *at == '.') {
+    const char* const first = ++at;
+    TakeDigits(at, end, mantissa);
+    places = at - first;
+  }
+  if (at != end || mantissa > kMostExactMantissa) return false;
+  const double number = static_cast<double>(mantissa) / kPowersOfTen[places];
+  value = negative ? -number : number;
+  return true;
+}
+
 // A text that is nothing but a number has no white space, so no rule changes it.
 double RealFromString(const std::string& value, Rule rule, const char* kind) {
+  if (!detail::IsKnownRule(rule)) return RealFromRuledText(value, rule, kind);
+  double number = 0;
+  // One rounding only: arithmetic wider than a double would make it two.
+  if (FLT_EVAL_METHOD == 0 && ParsePlainReal(value, number)) return number;
   const char* const begin = value.data();
   const char* const end = begin + value.size();
   const char first = *begin == '-' ? begin[1] : *begin;  // the zero byte at the end, if need be
-  if ((IsDigit(first) || first == '.') && detail::IsKnownRule(rule)) {
-    double number = 0;
+  if (IsDigit(first) || first == '.') {
     const std::from_chars_result result = std::from_chars(begin, end, number);
     if (result.ec == std::errc() && result.ptr == end) return number;
   }

@@ -30,6 +30,15 @@ const char* FindTypeName(ItemType type) {
   return type < ItemType_None || type > ItemType_integer ? nullptr : kTypeNames[type];
 }
 
+// Appends a text that is as good as its own memory, which a text without any takes over.
+void AppendWhole(std::string&& text, std::string& out) {
+  if (out.empty() && text.size() > out.capacity()) {
+    out = std::move(text);
+  } else {
+    out += text;
+  }
+}
+
 }  // namespace
 
 // --- Copying. ---
@@ -202,10 +211,10 @@ char* QzVariant::WriteScalar(char* buffer, std::string_view format) const {
 void QzVariant::AppendOther(std::string_view format, std::string& out) const {
   switch (m_type) {
     case ItemType_hexBinary:
-      if (const CBinaryData* data = FindBinaryData()) out += data->GetAsHexString();
+      if (const CBinaryData* data = FindBinaryData()) AppendWhole(data->GetAsHexString(), out);
       return;
     case ItemType_base64Binary:
-      if (const CBinaryData* data = FindBinaryData()) out += data->GetAsBase64();
+      if (const CBinaryData* data = FindBinaryData()) AppendWhole(data->GetAsBase64(), out);
       return;
     case ItemType_r4:
       return detail::AppendR4(m_value.m_r4, format, out);
@@ -294,6 +303,18 @@ void QzVariant::FromString(const std::string& value, ItemType type,
   }
 }
 
+// As by CConversions. A number that is there already takes the digits into its own memory; a text
+// that does not parse leaves it as it was.
+template <typename T>
+void QzVariant::ParseOwned(ItemType type, T* Value::*member, const std::string& value,
+                           CWhitespaceUtils::WhitespaceRule rule) {
+  std::string scratch;
+  const char* const text = detail::RuledText(value, rule, scratch);
+  if (!OwnsPayload(type, member)) return SetOwned(type, member, T(text));
+  (m_value.*member)->Parse(text);
+  m_isNil = false;
+}
+
 // The kinds that FromString leaves: apart, so that a number does not pay for their objects.
 [[gnu::noinline]] void QzVariant::FromObjectString(const std::string& value, ItemType type,
                                                    CWhitespaceUtils::WhitespaceRule rule) {
@@ -318,9 +339,9 @@ void QzVariant::FromString(const std::string& value, ItemType type,
     case ItemType_string:
       return SetString(CConversions::stringFromString(value, rule));
     case ItemType_decimal:
-      return SetOwned(type, &Value::m_pDecimal, CConversions::decimalFromString(value, rule));
+      return ParseOwned(type, &Value::m_pDecimal, value, rule);
     case ItemType_integer:
-      return SetOwned(type, &Value::m_pBigInteger, CConversions::integerFromString(value, rule));
+      return ParseOwned(type, &Value::m_pBigInteger, value, rule);
     default:
       throw CQzException(FormatString(Messages::kInvalidTypeToConvert, m_type));
   }

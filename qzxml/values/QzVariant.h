@@ -193,7 +193,12 @@ struct QZXML_API QzVariant {
   template <typename T>
   void SetScalar(ItemType type, T Value::*member, T value);
   template <typename T>
+  bool OwnsPayload(ItemType type, T* Value::*member) const;
+  template <typename T>
   void SetOwned(ItemType type, T* Value::*member, T value);
+  template <typename T>
+  void ParseOwned(ItemType type, T* Value::*member, const std::string& value,
+                  CWhitespaceUtils::WhitespaceRule rule);
   template <typename T>
   void LendPayload(ItemType type, T* Value::*member, const T& value);
   template <typename T>

@@ -45,10 +45,16 @@ void QzVariant::SetScalar(ItemType type, T Value::*member, T value) {
   m_value.*member = value;
 }
 
+// Whether there is a payload of this kind that may be written to.
+template <typename T>
+bool QzVariant::OwnsPayload(ItemType type, T* Value::*member) const {
+  return m_type == type && m_value.*member != nullptr && !m_isLent;
+}
+
 // A payload that is there already takes the value over.
 template <typename T>
 void QzVariant::SetOwned(ItemType type, T* Value::*member, T value) {
-  if (m_type == type && m_value.*member != nullptr && !m_isLent) {
+  if (OwnsPayload(type, member)) {
     *(m_value.*member) = std::move(value);
     m_isNil = false;
     return;

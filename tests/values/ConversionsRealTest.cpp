@@ -457,6 +457,25 @@ TEST(ConversionsReal, ReadsBackWhatSeventeenDigitsSay) {
   }
 }
 
+TEST(ConversionsReal, ReadsDigitsWithAPointAnywhereAmongThem) {
+  Random random;
+  for (int i = 0; i < 20000; ++i) {
+    // As many digits as the case, and around the mantissas that a double holds.
+    const std::uint64_t number = i % 4 == 0 ? 9007199254740992u - 20 + static_cast<unsigned>(i % 40)
+                                            : GetBits(random.NextDouble()) >> (i % 60);
+    std::string text = std::to_string(number);
+    text.insert(static_cast<std::size_t>(i) % (text.size() + 1), ".");
+    ExpectReal(text);
+    ExpectReal("-" + text);
+    ExpectReal(std::string(static_cast<std::size_t>(i % 5), '0') + text);
+  }
+  for (const char* const text :
+       {"-0", "-0.0", "-", "-.", "1-", "1.2.3", "1.2-", "0.000000000000001", "9007199254740993",
+        "0.9007199254740993", "900719925474099.3"}) {
+    ExpectReal(text);
+  }
+}
+
 // --- Locale ---
 
 TEST(ConversionsReal, DoesNotCareForTheLocaleOfTheProcess) {
