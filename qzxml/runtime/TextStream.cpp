@@ -31,6 +31,9 @@ CBinaryData CopyBytes(const CStringBuffer& text) {
 
 CTextStream::CTextStream(XmlEncoding encoding) : CTextStream(s_class, encoding) {}
 
+CTextStream::CTextStream(XmlEncoding encoding, std::uint32_t blockSize)
+    : CInstanceMonitor(s_class), m_buffer(blockSize), m_encoding(encoding) {}
+
 CTextStream::CTextStream(const char* className, XmlEncoding encoding)
     : CInstanceMonitor(className), m_encoding(encoding) {}
 

@@ -18,6 +18,8 @@ class CBinaryData;
 class QZXML_API CTextStream : private ::CInstanceMonitor {
  public:
   explicit CTextStream(XmlEncoding encoding = XmlEncoding_Default);
+  // With blocks of that size, as CStringBuffer tells: for a caller who expects much text.
+  CTextStream(XmlEncoding encoding, std::uint32_t blockSize);
   CTextStream(const CTextStream&) = delete;
   CTextStream& operator=(const CTextStream&) = delete;
   ~CTextStream() override;

@@ -8,8 +8,9 @@
 #include "qzxml/serialization/NamespaceRules.h"
 #include "qzxml/serialization/TextOrEmpty.h"
 #include "qzxml/serialization/XmlGeneratedClass.h"
+#include "qzxml/xml/ShortText.h"
 #include "qzxml/xml/XmlAttribute.h"
-#include "qzxml/xml/XmlWriter.h"
+#include "qzxml/xml/XmlTextWriter.h"
 
 namespace QzXmlLib16Data {
 
@@ -22,6 +23,7 @@ CAttributeInfo::CAttributeInfo(const char* attributeName, const char* attributeN
                                std::int32_t propertyIndex, bool optional, const char* defaultValue)
     : m_strAttributeName(TextOrEmpty(attributeName)),
       m_strAttributeNamespace(TextOrEmpty(attributeNamespace)),
+      m_tag(m_strAttributeName),
       m_lPropertyIndex(propertyIndex),
       m_bOptional(optional),
       m_strDefaultValue(TextOrEmpty(defaultValue)) {}
@@ -29,11 +31,11 @@ CAttributeInfo::CAttributeInfo(const char* attributeName, const char* attributeN
 CAttributeInfo::~CAttributeInfo() = default;
 
 bool CAttributeInfo::HasName(const CXmlAttribute& attribute) const {
-  return attribute.GetLocalName() == m_strAttributeName;
+  return detail::AreEqual(attribute.GetLocalName(), m_strAttributeName);
 }
 
 bool CAttributeInfo::HasNamespace(const CXmlAttribute& attribute) const {
-  return attribute.GetNamespaceURI() == m_strAttributeNamespace;
+  return detail::AreEqual(attribute.GetNamespaceURI(), m_strAttributeNamespace);
 }
 
 bool CAttributeInfo::IsThisAttribute(const CSerializationContext& context,
@@ -109,14 +111,28 @@ CAttributeInfoPrimitive::CAttributeInfoPrimitive(
       m_itemType(itemType),
       m_strFormatOverride(TextOrEmpty(formatOverride)),
       m_whitespaceRule(whitespaceRule),
-      m_bPassesItsKind(PassesEveryValue(itemType, restrictions)) {}
+      m_bPassesItsKind(PassesEveryValue(itemType, restrictions)),
+      m_bIsPlainValue(m_bPassesItsKind && m_strDefaultValue.empty() &&
+                      m_strAttributeNamespace.empty()) {}
 
+// Most values need no test and go to a plain writer.
 void CAttributeInfoPrimitive::AttributeToXml(const CSerializationContext& context,
                                              const CXmlGeneratedClass* object,
                                              CXmlWriter* writer) const {
   QzVariant value;
   ReadProperty(object, value);
   if (m_bOptional && !value.IsValid()) return;
+  CXmlTextWriter* const plain = writer->GetPlainTextWriter();
+  const bool isPlain =
+      plain != nullptr && m_bIsPlainValue && value.GetTypeAsEnum() == m_itemType && !value.IsNil();
+  if (isPlain && plain->PutValueAttribute(m_tag, value, m_strFormatOverride)) return;
+  ValueToXml(context, value, writer);
+}
+
+// The general way.
+[[gnu::noinline]] void CAttributeInfoPrimitive::ValueToXml(const CSerializationContext& context,
+                                                           const QzVariant& value,
+                                                           CXmlWriter* writer) const {
   const std::string& text = TextOf(value, m_strFormatOverride, writer->GetScratch().text);
   if (IsOmittedDefault(context, text)) return;
   CheckFacets(value);
@@ -127,8 +143,9 @@ bool CAttributeInfoPrimitive::AttributeFromXml(const CSerializationContext&,
                                                CXmlGeneratedClass* object,
                                                CXmlAttribute* attribute) {
   if (!HasName(*attribute) || !HasNamespace(*attribute)) return false;
+  std::string scratch;
   QzVariant value;
-  ReadValue(value, attribute->GetValueView(), m_itemType, m_whitespaceRule);
+  ReadValue(value, attribute->GetValueView(), m_itemType, m_whitespaceRule, scratch);
   InvokePropertySet(object, value, *attribute);
   return true;
 }

@@ -9,6 +9,7 @@
 #include "qzxml/values/ItemType.h"
 #include "qzxml/values/QzVariant.h"
 #include "qzxml/values/WhitespaceUtils.h"
+#include "qzxml/xml/WrittenName.h"
 
 namespace QzXmlLib16 {
 class CSerializationContext;
@@ -93,6 +94,7 @@ class QZXML_API CAttributeInfo {
 
   std::string m_strAttributeName;
   std::string m_strAttributeNamespace;
+  QzXmlLib16::detail::AttributeTag m_tag;  // of m_strAttributeName
   std::int32_t m_lPropertyIndex;
   bool m_bOptional;
   std::string m_strDefaultValue;
@@ -120,6 +122,8 @@ class QZXML_API CAttributeInfoPrimitive : public CAttributeInfo {
   void CheckRestriction(QzVariant value) const;
 
  private:
+  void ValueToXml(const CSerializationContext& context, const QzVariant& value,
+                  CXmlWriter* writer) const;
   void CheckFacets(const QzVariant& value) const;
 
   CPrimitiveRestrictions m_restrictions;
@@ -127,6 +131,7 @@ class QZXML_API CAttributeInfoPrimitive : public CAttributeInfo {
   std::string m_strFormatOverride;
   CWhitespaceUtils::WhitespaceRule m_whitespaceRule;
   bool m_bPassesItsKind;  // no value of the item type breaks the restrictions
+  bool m_bIsPlainValue;   // so it is, and there is neither a default value nor a namespace
 };
 
 // A generated enumeration; its property is a 32-bit integer in the variant.

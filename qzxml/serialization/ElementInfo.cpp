@@ -10,7 +10,7 @@
 #include "qzxml/serialization/TextOrEmpty.h"
 #include "qzxml/serialization/XmlGeneratedClass.h"
 #include "qzxml/xml/XmlAttribute.h"
-#include "qzxml/xml/XmlWriter.h"
+#include "qzxml/xml/XmlTextWriter.h"
 
 namespace QzXmlLib16Data {
 
@@ -23,6 +23,7 @@ CElementInfo::CElementInfo(const char* elementName, const char* elementNamespace
                            std::int32_t propertyIndex)
     : m_strElementName(TextOrEmpty(elementName)),
       m_strElementNamespace(TextOrEmpty(elementNamespace)),
+      m_tags(m_strElementName),
       m_lPropertyIndex(propertyIndex),
       m_itemType(ItemType_None),
       m_whitespaceRule(CWhitespaceUtils::WhitespaceRule_None),
@@ -30,7 +31,8 @@ CElementInfo::CElementInfo(const char* elementName, const char* elementNamespace
       m_enumToString(nullptr),
       m_stringToEnum(nullptr),
       m_bHasPrimitiveRestrictions(false),
-      m_bPassesItsKind(false) {}
+      m_bPassesItsKind(false),
+      m_bIsPlainValue(false) {}
 
 CElementInfo::CElementInfo(const char* elementName, const char* elementNamespace,
                            std::int32_t propertyIndex, bool nillable, EnumToString enumToString,
@@ -56,6 +58,7 @@ CElementInfo::CElementInfo(const char* elementName, const char* elementNamespace
   m_strDefaultValue = TextOrEmpty(defaultValue);
   m_bHasPrimitiveRestrictions = true;
   m_bPassesItsKind = PassesEveryValue(itemType, restrictions);
+  m_bIsPlainValue = m_bPassesItsKind && m_strDefaultValue.empty();
 }
 
 CElementInfo::~CElementInfo() = default;
@@ -166,18 +169,31 @@ bool CElementInfo::ElementToXmlCls(const CSerializationContext& context,
   return true;
 }
 
+// Most values need no test and go to a plain writer.
 bool CElementInfo::ElementToXmlPrim(const CSerializationContext&, const CXmlGeneratedClass* object,
                                     CXmlWriter* writer) const {
   QzVariant value;
   ReadProperty(object, value);
-  if (value.IsNil()) return CElementInfoValues::NilToXml(*this, writer);
   if (!value.IsValid()) return false;
+  CXmlTextWriter* const plain = writer->GetPlainTextWriter();
+  const bool isPlain =
+      plain != nullptr && m_bIsPlainValue && value.GetTypeAsEnum() == m_itemType && !value.IsNil();
+  if (isPlain &&
+      plain->PutValueElement(m_tags, m_strElementNamespace, value, m_strFormatOverride)) {
+    return true;
+  }
+  return ValueToXml(value, writer);
+}
+
+// The general way for a value, which is not invalid.
+[[gnu::noinline]] bool CElementInfo::ValueToXml(const QzVariant& value, CXmlWriter* writer) const {
+  if (value.IsNil()) return CElementInfoValues::NilToXml(*this, writer);
   const std::string& text = TextOf(value, m_strFormatOverride, writer->GetScratch().text);
   const bool isDefault = CElementInfoValues::IsDefault(*this, text);
   // Meant: a default is written even if it breaks a facet.
   const bool passes = isDefault || (m_bPassesItsKind && value.GetTypeAsEnum() == m_itemType);
   if (!passes) CheckRestriction(value);
-  CElementInfoValues::TextToXml(*this, text, value.GetTypeAsEnum(), isDefault, writer);
+  writer->WriteTextElement(m_tags, m_strElementNamespace, text, value.GetTypeAsEnum(), isDefault);
   return true;
 }
 
@@ -188,8 +204,8 @@ bool CElementInfo::ElementToXmlEnum(const CSerializationContext&, const CXmlGene
   if (value.IsNil()) return CElementInfoValues::NilToXml(*this, writer);
   if (!value.IsValid()) return false;
   const std::string& text = TextOf(enumToString(value.GetI4()), writer->GetScratch().text);
-  CElementInfoValues::TextToXml(*this, text, ItemType_string,
-                                CElementInfoValues::IsDefault(*this, text), writer);
+  writer->WriteTextElement(m_tags, m_strElementNamespace, text, ItemType_string,
+                           CElementInfoValues::IsDefault(*this, text));
   return true;
 }
 
@@ -200,8 +216,10 @@ void CElementInfo::ElementFromXmlPrim(const CSerializationContext& context,
   CXmlElement& element = **cursor;
   if (element.GetAttributeRange().empty() || !CElementInfoValues::IsNil(*this, context, element)) {
     const std::string_view text = element.GetTextView();
+    std::string scratch;
     QzVariant value;
-    ReadValue(value, text.empty() ? m_strDefaultValue : text, m_itemType, m_whitespaceRule);
+    ReadValue(value, text.empty() ? m_strDefaultValue : text, m_itemType, m_whitespaceRule,
+              scratch);
     InvokePropertySet(object, value, element);
   }
   *cursor = element.GetNextSiblingElement();

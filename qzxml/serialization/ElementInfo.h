@@ -9,6 +9,7 @@
 #include "qzxml/serialization/PrimitiveRestrictions.h"
 #include "qzxml/values/ItemType.h"
 #include "qzxml/values/WhitespaceUtils.h"
+#include "qzxml/xml/WrittenName.h"
 
 namespace QzXmlLib16 {
 class CElementCol;
@@ -146,6 +147,7 @@ class QZXML_API CElementInfo {
   friend class QzXmlLib16::CXmlGeneratedClass;
   friend class CElementInfoValues;
 
+  bool ValueToXml(const QzVariant& value, CXmlWriter* writer) const;
   static void ToXml_Int(const CXmlObjectBase* object, CXmlWriter* writer, const char* namespaceUri,
                         const CSerializationContext& context, bool optionalChoice);
   static CXmlElement* FromXmlLockElementName_Int(CElementCol* collection, const std::string& name,
@@ -155,6 +157,7 @@ class QZXML_API CElementInfo {
 
   std::string m_strElementName;
   std::string m_strElementNamespace;
+  QzXmlLib16::detail::ElementTags m_tags;  // of m_strElementName
   std::int32_t m_lPropertyIndex;
   CPrimitiveRestrictions m_restrictions;
   ItemType m_itemType;
@@ -166,6 +169,7 @@ class QZXML_API CElementInfo {
   StringToEnum m_stringToEnum;
   bool m_bHasPrimitiveRestrictions;
   bool m_bPassesItsKind;  // no value of the item type breaks the restrictions
+  bool m_bIsPlainValue;   // so it is, and there is no default value
 };
 
 }  // namespace QzXmlLib16Data

@@ -6,6 +6,7 @@
 #include "qzxml/collections/ElementCol.h"
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/QzException.h"
+#include "qzxml/values/Conversions.h"
 #include "qzxml/xml/XmlAttribute.h"
 #include "qzxml/xml/XmlWriter.h"
 
@@ -49,13 +50,13 @@ const std::string& TextOf(const char* text, std::string& scratch) {
 }
 
 void ReadValue(QzVariant& value, std::string_view text, ItemType type,
-               CWhitespaceUtils::WhitespaceRule rule) {
-  std::string copy(text);
-  if (type == ItemType_string && rule == CWhitespaceUtils::WhitespaceRule_None) {
-    value.SetString(std::move(copy));
-  } else {
-    value.FromString(copy, type, rule);
+               CWhitespaceUtils::WhitespaceRule rule, std::string& scratch) {
+  scratch = std::string(text);
+  if (type != ItemType_string) return value.FromString(scratch, type, rule);
+  if (rule != CWhitespaceUtils::WhitespaceRule_None) {
+    scratch = CConversions::stringFromString(scratch, rule);
   }
+  value.GiveString(scratch);
 }
 
 bool PassesEveryValue(ItemType type, const CPrimitiveRestrictions& restrictions) {
@@ -75,16 +76,6 @@ bool PassesEveryValue(ItemType type, const CPrimitiveRestrictions& restrictions)
 bool CElementInfoValues::RequireWritten(const CElementInfo& info, bool written) {
   if (!written) ThrowMandatoryProperty(info);
   return true;
-}
-
-bool CElementInfoValues::IsDefault(const CElementInfo& info, const std::string& text) {
-  return !info.m_strDefaultValue.empty() && text == info.m_strDefaultValue;
-}
-
-void CElementInfoValues::TextToXml(const CElementInfo& info, const std::string& text, ItemType type,
-                                   bool isDefault, CXmlWriter* writer) {
-  writer->WriteTextElement(info.m_strElementName, info.m_strElementNamespace, text, type,
-                           isDefault);
 }
 
 bool CElementInfoValues::NilToXml(const CElementInfo& info, CXmlWriter* writer) {

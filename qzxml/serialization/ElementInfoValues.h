@@ -7,6 +7,7 @@
 #include "qzxml/serialization/ElementInfo.h"
 #include "qzxml/serialization/XmlObjectBase.h"
 #include "qzxml/values/QzVariant.h"
+#include "qzxml/xml/ShortText.h"
 #include "qzxml/xml/XmlElement.h"
 
 // The steps that the members of the three families share. A member of the grid is made of a few of
@@ -32,12 +33,13 @@ NilValue ReadNil(const QzXmlLib16::CXmlAttribute& attribute);
 
 // The text of a value under a format: the text itself of a string, else what was put into scratch.
 const std::string& TextOf(const QzVariant& value, const std::string& format, std::string& scratch);
+
 // The text of an enumerator, put into scratch; null gives the empty text.
 const std::string& TextOf(const char* text, std::string& scratch);
 
-// As QzVariant::FromString. A string that stays as it is goes into the value without a second copy.
+// As QzVariant::FromString. A string stands in scratch, which has to outlive the value.
 void ReadValue(QzVariant& value, std::string_view text, ItemType type,
-               CWhitespaceUtils::WhitespaceRule rule);
+               CWhitespaceUtils::WhitespaceRule rule, std::string& scratch);
 
 // Whether the facet test lets every value of a kind pass, so that it need not be made.
 bool PassesEveryValue(ItemType type, const CPrimitiveRestrictions& restrictions);
@@ -52,9 +54,9 @@ class CElementInfoValues {
 
   // True, or throws CQzInvalidParamException "The Property [%s] is mandatory, it may not be NULL".
   static bool RequireWritten(const CElementInfo& info, bool written);
-  static bool IsDefault(const CElementInfo& info, const std::string& text);
-  static void TextToXml(const CElementInfo& info, const std::string& text, ItemType type,
-                        bool isDefault, CXmlWriter* writer);
+  static bool IsDefault(const CElementInfo& info, std::string_view text) {
+    return !info.m_strDefaultValue.empty() && text == info.m_strDefaultValue;
+  }
   static bool NilToXml(const CElementInfo& info, CXmlWriter* writer);
   // Nothing for an empty collection. Whether something was written.
   static bool CollectionToXml(const CElementInfo& info, const CSerializationContext& context,
@@ -75,9 +77,10 @@ class CElementInfoValues {
   // Whether the element at the cursor, which may be null, is the member; as IsThisElement.
   static bool IsAt(const CElementInfo& info, const CSerializationContext& context,
                    const CXmlElement* cursor) {
-    return cursor != nullptr && cursor->GetLocalName() == info.m_strElementName &&
+    using QzXmlLib16::detail::AreEqual;
+    return cursor != nullptr && AreEqual(cursor->GetLocalName(), info.m_strElementName) &&
            (context.GetIgnoreNamespaces() ||
-            cursor->GetNamespaceURI() == info.m_strElementNamespace);
+            AreEqual(cursor->GetNamespaceURI(), info.m_strElementNamespace));
   }
   // Whether the element is nil; tests its attributes on the way.
   static bool IsNil(const CElementInfo& info, const CSerializationContext& context,

@@ -17,6 +17,7 @@
 #include "qzxml/serialization/XmlGeneratedClass.h"
 
 #include <cstddef>
+#include <cstring>
 #include <memory>
 #include <typeinfo>
 #include <vector>
@@ -30,6 +31,7 @@
 #include "qzxml/serialization/ElementInfoValues.h"
 #include "qzxml/serialization/ElementTable.h"
 #include "qzxml/serialization/SoughtMembers.h"
+#include "qzxml/serialization/TextOrEmpty.h"
 #include "qzxml/xml/XmlAttribute.h"
 #include "qzxml/xml/XmlWriter.h"
 
@@ -392,7 +394,10 @@ void CXmlGeneratedClass::StartTagToXml(CXmlWriter* writer, bool root, const char
                                        const CSerializationContext& context,
                                        bool optionalChoice) const {
   if (root) PrologueToXml(writer, context);
-  writer->WriteStartElement(ElementName(), TextOf(namespaceUri, writer->GetScratch().namespaceUri));
+  std::string& uri = writer->GetScratch().namespaceUri;
+  const char* const given = detail::TextOrEmpty(namespaceUri);
+  if (std::strcmp(uri.c_str(), given) != 0) uri = given;  // most are that of the element before
+  writer->WriteStartElement(ElementName(), uri);
   if (root) {
     const CSmartPtr<CAttributeCol> attributes = context.GetAdditionalRootAttributes();
     CXmlObjectBase::ToXml_Int(attributes, writer, false, namespaceUri, context, optionalChoice);
@@ -639,12 +644,13 @@ CXmlElement* CXmlGeneratedClass::ProcessElementChoiceFromXml(const CSerializatio
 
 [[gnu::noinline]] void CXmlGeneratedClass::TextFromXml(const CParentElementInfo& info,
                                                        const CXmlElement& parent) {
+  std::string scratch;
   QzVariant value;
   if (info.m_bPrimitiveAsText) {
     value.SetString(std::string(parent.GetTextView()));
   } else {
     ReadValue(value, parent.GetTextView(), info.m_primitiveDataType,
-              CWhitespaceUtils::WhitespaceRule_None);
+              CWhitespaceUtils::WhitespaceRule_None, scratch);
   }
   AccessProperty(info.m_lPrimitiveValuePropertyIndex, false, value);
 }

@@ -1,5 +1,7 @@
 #include "qzxml/serialization/XmlObjectBase.h"
 
+#include <cstring>
+
 #include "qzxml/collections/XmlCollectionBase.h"
 #include "qzxml/serialization/TextOrEmpty.h"
 
@@ -25,7 +27,9 @@ void CXmlObjectBase::Destroy() { delete this; }
 void CXmlObjectBase::OnEvent(CXmlObjectBase*, MsgType, void*) {}
 
 void CXmlObjectBase::SetElementName(const char* name) {
-  m_strElementName = detail::TextOrEmpty(name);
+  const char* const text = detail::TextOrEmpty(name);
+  // Mostly a factory says again what the constructor has said.
+  if (std::strcmp(m_strElementName.c_str(), text) != 0) m_strElementName = text;
 }
 
 void CXmlObjectBase::SetElementName(CXmlObjectBase* object, const char* name) {

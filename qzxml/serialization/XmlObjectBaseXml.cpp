@@ -16,6 +16,11 @@
 // with it, whatever the call throws.
 
 namespace QzXmlLib16 {
+namespace {
+
+constexpr std::uint32_t kBlockSize = 65536;  // most documents fit into one
+
+}  // namespace
 
 void CXmlObjectBase::WriteXml(CTextStream& stream, bool declaration, bool formatted, EOLType eol,
                               const CSerializationContext& context) const {
@@ -32,7 +37,7 @@ void CXmlObjectBase::WriteXml(CTextStream& stream, bool declaration, bool format
 
 std::string CXmlObjectBase::ToXml(bool declaration, bool formatted, EOLType eol,
                                   const CSerializationContext& context) const {
-  CTextStream stream(XmlEncoding_Default);
+  CTextStream stream(XmlEncoding_Default, kBlockSize);
   WriteXml(stream, declaration, formatted, eol, context);
   return stream.TakeText();
 }
@@ -40,7 +45,7 @@ std::string CXmlObjectBase::ToXml(bool declaration, bool formatted, EOLType eol,
 CBinaryData CXmlObjectBase::ToXmlStream(bool declaration, bool formatted, XmlEncoding encoding,
                                         EOLType eol, const CSerializationContext& context,
                                         CompressionType compression) const {
-  CTextStream stream(encoding);
+  CTextStream stream(encoding, kBlockSize);
   WriteXml(stream, declaration, formatted, eol, context);
   CBinaryData bytes;
   stream.GetEncodedData(bytes);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 namespace QzXmlLib16 {
 
 // The kind of a value: what a QzVariant holds, what a member of the metadata tables is, what a
@@ -37,5 +39,30 @@ enum ItemType : int {
   ItemType_XmlObjectBase = 27,  // counted CXmlObjectBase
   ItemType_XmlCollection = 28,  // counted CXmlCollectionBase
 };
+
+namespace detail {
+
+// A bit for each of the kinds.
+template <typename... Types>
+constexpr std::uint32_t KindSet(Types... types) {
+  return ((std::uint32_t{1} << types) | ...);
+}
+
+constexpr bool IsIn(ItemType type, std::uint32_t kinds) {
+  return static_cast<std::uint32_t>(type) < 32 && (kinds >> type & 1) != 0;
+}
+
+constexpr std::uint32_t kDateTimes =
+    KindSet(ItemType_yearMonth, ItemType_monthDay, ItemType_date, ItemType_datetime, ItemType_time);
+// The kinds whose payload is a pointer that has to be given up.
+constexpr std::uint32_t kPointers =
+    kDateTimes | KindSet(ItemType_hexBinary, ItemType_base64Binary, ItemType_duration,
+                         ItemType_string, ItemType_decimal, ItemType_integer,
+                         ItemType_XmlObjectBase, ItemType_XmlCollection);
+
+constexpr bool HoldsDateTime(ItemType type) { return IsIn(type, kDateTimes); }
+constexpr bool HasPayload(ItemType type) { return IsIn(type, kPointers); }
+
+}  // namespace detail
 
 }  // namespace QzXmlLib16

@@ -47,8 +47,6 @@ QzVariant::QzVariant(const QzVariant& other) : QzVariant() { *this = other; }
 
 QzVariant::QzVariant(QzVariant&& other) noexcept : QzVariant() { TakeOver(other); }
 
-QzVariant::~QzVariant() { Clear(); }
-
 const QzVariant& QzVariant::operator=(const QzVariant& other) {
   if (this == &other) return *this;
   const QzVariant former(std::move(*this));  // goes last: it may be what keeps the other alive
@@ -65,7 +63,9 @@ const QzVariant& QzVariant::operator=(QzVariant&& other) noexcept {
   return *this;
 }
 
+// A text that was only given may not live for as long as this one.
 void QzVariant::TakeOver(QzVariant& other) noexcept {
+  if (other.m_isGiven) other.SetString(other.TakeString());
   m_isNil = std::exchange(other.m_isNil, false);
   m_isLent = std::exchange(other.m_isLent, false);
   m_type = std::exchange(other.m_type, ItemType_None);
@@ -146,11 +146,6 @@ void QzVariant::ReleasePayload() {
     default:
       return;
   }
-}
-
-void QzVariant::SetInvalid() {
-  Clear();
-  m_type = ItemType_None;
 }
 
 void QzVariant::SetNil() {
@@ -251,6 +246,10 @@ void AppendText(const QzVariant& value, std::string_view format, std::string& ou
   const char* const end = value.WriteScalar(buffer, format);
   if (end == nullptr) return value.AppendOther(format, out);
   out.append(buffer, static_cast<std::size_t>(end - buffer));
+}
+
+char* WriteShortText(const QzVariant& value, std::string_view format, char* buffer) {
+  return value.WriteScalar(buffer, format);
 }
 
 }  // namespace detail

@@ -26,6 +26,10 @@ namespace detail {
 // pays no allocation for numbers.
 void AppendText(const QzVariant& value, std::string_view format, std::string& out);
 
+// Writes the same into a buffer of kNumberSize (ConversionsDetail.h) and returns its end, if the
+// value is a scalar and, with a format, no real; returns null for any other value.
+char* WriteShortText(const QzVariant& value, std::string_view format, char* buffer);
+
 }  // namespace detail
 
 // One value of any primitive kind, or one counted object: what passes between the properties of a
@@ -43,10 +47,13 @@ void AppendText(const QzVariant& value, std::string_view format, std::string& ou
 // time.
 struct QZXML_API QzVariant {
  public:
-  QzVariant() noexcept : m_isNil(false), m_isLent(false), m_type(ItemType_None), m_value() {}
+  QzVariant() noexcept
+      : m_isNil(false), m_isLent(false), m_isGiven(false), m_type(ItemType_None), m_value() {}
   QzVariant(const QzVariant& other);
   QzVariant(QzVariant&& other) noexcept;  // leaves the other invalid
-  virtual ~QzVariant();
+  virtual ~QzVariant() {
+    if (detail::HasPayload(m_type) && !m_isLent) ReleasePayload();
+  }
 
   // Throws CQzException "Unknown Type" when the other's kind has no meaning; this one is then empty
   // but has the other's kind. Assigned to itself it stays as it is.
@@ -59,7 +66,7 @@ struct QZXML_API QzVariant {
   // assigned to.
   void Clear();
   bool IsValid() const { return m_type != ItemType_None || m_isNil; }
-  void SetInvalid();
+  void SetInvalid() { Clear(); }
   bool IsNil() const { return m_isNil; }
   void SetNil();  // gives the payload up and keeps the kind
 
@@ -93,7 +100,7 @@ struct QZXML_API QzVariant {
   char GetI1() const;
   void SetI2(short value);
   short GetI2() const;
-  void SetI4(std::int32_t value);
+  void SetI4(std::int32_t value) { SetScalar(ItemType_i4, &Value::m_i4, value); }
   std::int32_t GetI4() const;
   void SetI8(std::int64_t value);
   std::int64_t GetI8() const;
@@ -107,7 +114,7 @@ struct QZXML_API QzVariant {
   std::uint64_t GetUI8() const;
   void SetR4(float value);
   float GetR4() const;
-  void SetR8(double value);
+  void SetR8(double value) { SetScalar(ItemType_r8, &Value::m_r8, value); }
   double GetR8() const;
   void SetDuration(const CDateTimeSpan& value);
   CDateTimeSpan GetDuration() const;
@@ -139,16 +146,26 @@ struct QZXML_API QzVariant {
   CBigInteger GetInteger() const;
 
   // As GetString, GetDecimal and GetInteger, without the copy: valid until this variant changes.
-  const std::string& GetStringReference() const;
+  const std::string& GetStringReference() const {
+    const bool hasText = m_type == ItemType_string && m_value.m_pString != nullptr;
+    return hasText ? *m_value.m_pString : RefuseString();
+  }
   const CDecimal& GetDecimalReference() const;
   const CBigInteger& GetIntegerReference() const;
 
   // As SetString, without the copy: the text stays the caller's and has to live, unchanged, for as
   // long as this variant holds it. A copy of the variant has a text of its own. For properties,
   // which outlive the variants that carry them.
-  void LendString(const std::string& value);
+  void LendString(const std::string& value) {
+    if (m_type != ItemType_None) return LendStringInstead(value);
+    m_type = ItemType_string;
+    m_isLent = true;
+    m_value.m_pString = const_cast<std::string*>(&value);  // never written through
+  }
   // As GetString, and gives the text up where it is this variant's own: this one is invalid then.
   std::string TakeString();
+  // As LendString, but TakeString, or a variant that this is moved to, may take the text itself.
+  void GiveString(std::string& value);
 
   // The same for the other kinds whose values are objects. The kind of a CDateTime is one of those
   // that hold one: asserts "kind holds a CDateTime", and the variant is invalid otherwise.
@@ -162,6 +179,8 @@ struct QZXML_API QzVariant {
  private:
   friend struct QzVariantTestAccess;
   friend void detail::AppendText(const QzVariant& value, std::string_view format, std::string& out);
+  friend char* detail::WriteShortText(const QzVariant& value, std::string_view format,
+                                      char* buffer);
 
   // One machine word. The member in use follows from the kind; zero is a null pointer of any kind.
   union Value {
@@ -188,10 +207,17 @@ struct QZXML_API QzVariant {
   };
 
   void ReleasePayload();
+  static const std::string& RefuseString();  // what GetStringReference does when there is none
+  void LendStringInstead(const std::string& value);
   void CopyPayload(const QzVariant& other);
   void TakeOver(QzVariant& other) noexcept;
   template <typename T>
-  void SetScalar(ItemType type, T Value::*member, T value);
+  void SetScalar(ItemType type, T Value::*member, T value) {
+    if (detail::HasPayload(m_type)) ReleasePayload();
+    if (m_type != ItemType_None) m_isNil = false;
+    m_type = type;
+    m_value.*member = value;
+  }
   template <typename T>
   bool OwnsPayload(ItemType type, T* Value::*member) const;
   template <typename T>
@@ -215,7 +241,8 @@ struct QZXML_API QzVariant {
   void AppendOther(std::string_view format, std::string& out) const;
 
   bool m_isNil;
-  bool m_isLent;  // what the pointer of the payload points to is somebody else's
+  bool m_isLent;   // what the pointer of the payload points to is somebody else's
+  bool m_isGiven;  // so it is, and may be taken
   ItemType m_type;
   Value m_value;
 };

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <utility>
 
@@ -12,38 +11,6 @@
 // pointer has the new payload ready before the old one goes, so that neither a failed allocation
 // nor a payload that lives by the old one alone leaves a pointer to nothing.
 namespace QzXmlLib16 {
-namespace detail {
-
-// A bit for each of the kinds.
-template <typename... Types>
-constexpr std::uint32_t KindSet(Types... types) {
-  return ((std::uint32_t{1} << types) | ...);
-}
-
-constexpr bool IsIn(ItemType type, std::uint32_t kinds) {
-  return static_cast<std::uint32_t>(type) < 32 && (kinds >> type & 1) != 0;
-}
-
-constexpr std::uint32_t kDateTimes =
-    KindSet(ItemType_yearMonth, ItemType_monthDay, ItemType_date, ItemType_datetime, ItemType_time);
-// The kinds whose payload is a pointer that has to be given up.
-constexpr std::uint32_t kPointers =
-    kDateTimes | KindSet(ItemType_hexBinary, ItemType_base64Binary, ItemType_duration,
-                         ItemType_string, ItemType_decimal, ItemType_integer,
-                         ItemType_XmlObjectBase, ItemType_XmlCollection);
-
-constexpr bool HoldsDateTime(ItemType type) { return IsIn(type, kDateTimes); }
-constexpr bool HasPayload(ItemType type) { return IsIn(type, kPointers); }
-
-}  // namespace detail
-
-template <typename T>
-void QzVariant::SetScalar(ItemType type, T Value::*member, T value) {
-  if (detail::HasPayload(m_type)) ReleasePayload();
-  if (m_type != ItemType_None) m_isNil = false;
-  m_type = type;
-  m_value.*member = value;
-}
 
 // Whether there is a payload of this kind that may be written to.
 template <typename T>
@@ -77,7 +44,7 @@ void QzVariant::LendPayload(ItemType type, T* Value::*member, const T& value) {
 // The payload is there.
 template <typename T>
 T QzVariant::TakePayload(T* Value::*member) {
-  if (m_isLent) return *(m_value.*member);
+  if (m_isLent && !m_isGiven) return *(m_value.*member);
   T value = std::move(*(m_value.*member));
   Clear();
   return value;
@@ -87,6 +54,7 @@ template <typename T>
 void QzVariant::FreePayload(T* Value::*member) {
   T* const payload = std::exchange(m_value.*member, nullptr);
   if (!std::exchange(m_isLent, false)) delete payload;
+  m_isGiven = false;
 }
 
 template <typename T>

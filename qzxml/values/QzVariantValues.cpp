@@ -57,13 +57,18 @@ void QzVariant::SetString(std::string value) {
 
 std::string QzVariant::GetString() const { return GetStringReference(); }
 
-const std::string& QzVariant::GetStringReference() const {
-  const bool hasText = m_type == ItemType_string && m_value.m_pString != nullptr;
-  QZ_ASSERT_TEXT(hasText, "m_type == ItemType_string && m_pString != 0");
-  return ValueOf(hasText ? m_value.m_pString : nullptr);
+const std::string& QzVariant::RefuseString() {
+  QZ_ASSERT_TEXT(false, "m_type == ItemType_string && m_pString != 0");
+  return ValueOf(static_cast<const std::string*>(nullptr));
 }
 
-void QzVariant::LendString(const std::string& value) {
+void QzVariant::GiveString(std::string& value) {
+  LendString(value);
+  m_isGiven = true;
+}
+
+void QzVariant::LendStringInstead(const std::string& value) {
+  m_isGiven = false;
   LendPayload(ItemType_string, &Value::m_pString, value);
 }
 
@@ -230,8 +235,6 @@ short QzVariant::GetI2() const {
   return m_value.m_i2;
 }
 
-void QzVariant::SetI4(std::int32_t value) { SetScalar(ItemType_i4, &Value::m_i4, value); }
-
 std::int32_t QzVariant::GetI4() const {
   QZ_ASSERT(m_type == ItemType_i4);
   return m_value.m_i4;
@@ -278,8 +281,6 @@ float QzVariant::GetR4() const {
   QZ_ASSERT(m_type == ItemType_r4);
   return m_value.m_r4;
 }
-
-void QzVariant::SetR8(double value) { SetScalar(ItemType_r8, &Value::m_r8, value); }
 
 double QzVariant::GetR8() const {
   QZ_ASSERT(m_type == ItemType_r8);

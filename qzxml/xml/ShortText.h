@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -52,6 +53,7 @@ inline char* CopyShort(char* out, const char* in, std::size_t size) {
   return out + size;
 }
 
+// Whether so many bytes are the same. As above, words may overlap; only more than 32 take a loop.
 inline bool AreEqual(const char* a, const char* b, std::size_t size) {
   const auto differ = [a, b](std::size_t at) {
     return LoadWord<std::uint64_t>(a + at) ^ LoadWord<std::uint64_t>(b + at);
@@ -61,14 +63,13 @@ inline bool AreEqual(const char* a, const char* b, std::size_t size) {
     while (i < size && a[i] == b[i]) ++i;
     return i == size;
   }
-  std::size_t i = 0;
-  for (; size - i > 32; i += 32) {
-    if ((differ(i) | differ(i + 8) | differ(i + 16) | differ(i + 24)) != 0) return false;
+  for (std::size_t i = 0; size - i > 32; i += 16) {
+    if ((differ(i) | differ(i + 8)) != 0) return false;
   }
-  for (; size - i > 8; i += 8) {
-    if (differ(i) != 0) return false;
-  }
-  return differ(size - 8) == 0;
+  const std::uint64_t ends = differ(0) | differ(size - 8);
+  if (size <= 16) return ends == 0;
+  const std::size_t last = size > 32 ? size - 32 : 0;
+  return (ends | differ(last) | differ(last + 8) | differ(size - 16)) == 0;
 }
 
 inline bool AreEqual(const std::string& a, const std::string& b) {

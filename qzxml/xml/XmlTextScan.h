@@ -26,6 +26,7 @@ inline bool IsEscaped(char c) {
 // Eight bytes in a word and sixteen in a vector (of the compilers' own, so of any processor).
 #if defined(__GNUC__)
 using Sixteen __attribute__((vector_size(16))) = unsigned char;
+using SignedSixteen __attribute__((vector_size(16))) = char;
 using TwoWords __attribute__((vector_size(16))) = std::uint64_t;
 #endif
 
@@ -42,18 +43,30 @@ inline bool MayHoldEscaped(std::uint64_t bytes) {
   return (found & kOnes * 0x80) != 0;
 }
 
+#if defined(__GNUC__)
 // The same for sixteen.
 template <bool inAttribute>
-inline bool MayHoldEscaped(std::uint64_t first, std::uint64_t second) {
-#if defined(__GNUC__)
-  const auto bytes = reinterpret_cast<Sixteen>(TwoWords{first, second});
-  const auto found = reinterpret_cast<TwoWords>((bytes < 14) | ((bytes | 0x02) == 0x3E) |
-                                                ((inAttribute ? bytes | 0x04 : bytes) == 0x26));
-  return (found[0] | found[1]) != 0;
+inline bool MayHoldEscaped(Sixteen bytes) {
+  const auto found =
+      (bytes < 14) | ((bytes | 0x02) == 0x3E) | ((inAttribute ? bytes | 0x04 : bytes) == 0x26);
+#if defined(__SSE2__)
+  return __builtin_ia32_pmovmskb128(reinterpret_cast<SignedSixteen>(found)) != 0;
 #else
-  return MayHoldEscaped<inAttribute>(first) || MayHoldEscaped<inAttribute>(second);
+  const auto words = reinterpret_cast<TwoWords>(found);
+  return (words[0] | words[1]) != 0;
 #endif
 }
+
+template <bool inAttribute>
+inline bool MayHoldEscaped(std::uint64_t first, std::uint64_t second) {
+  return MayHoldEscaped<inAttribute>(reinterpret_cast<Sixteen>(TwoWords{first, second}));
+}
+#else
+template <bool inAttribute>
+inline bool MayHoldEscaped(std::uint64_t first, std::uint64_t second) {
+  return MayHoldEscaped<inAttribute>(first) || MayHoldEscaped<inAttribute>(second);
+}
+#endif
 
 // Copies bytes up to the first one that has to be escaped; answers how many.
 template <bool inAttribute>
@@ -63,37 +76,79 @@ inline std::size_t CopyBytewise(const char* in, std::size_t size, char* out) {
   return i;
 }
 
-// Copies size bytes, at least one word, unless one of them may have to be escaped.
+// Copy so many bytes, unless one of them may have to be escaped. Those of the first two come in two
+// words or in three single ones, which overlap.
 template <bool inAttribute>
-inline bool CopyIfClean(const char* in, std::size_t size, char* out) {
-  if (size >= 8) {  // to sixteen: two words, which may overlap
-    const auto first = LoadWord<std::uint64_t>(in);
-    const auto last = LoadWord<std::uint64_t>(in + size - 8);
-    if (MayHoldEscaped<inAttribute>(first, last)) return false;
-    StoreWord(out, first);
-    StoreWord(out + size - 8, last);
-    return true;
-  }
+inline bool CopyEightOrMore(const char* in, std::size_t size, char* out) {
+  const auto first = LoadWord<std::uint64_t>(in);
+  const auto last = LoadWord<std::uint64_t>(in + size - 8);
+  if (MayHoldEscaped<inAttribute>(first, last)) return false;
+  StoreWord(out, first);
+  StoreWord(out + size - 8, last);
+  return true;
+}
+
+template <bool inAttribute>
+inline bool CopyFourOrMore(const char* in, std::size_t size, char* out) {
   const auto first = LoadWord<std::uint32_t>(in);
   const auto last = LoadWord<std::uint32_t>(in + size - 4);
-  if (MayHoldEscaped<inAttribute>(std::uint64_t{last} << 32 | first)) return false;
+  const std::uint64_t both = std::uint64_t{last} << 32 | first;
+  if (MayHoldEscaped<inAttribute>(both, both)) return false;
   StoreWord(out, first);
   StoreWord(out + size - 4, last);
   return true;
 }
 
+template <bool inAttribute>
+inline bool CopyUpToThree(const char* in, std::size_t size, char* out) {
+  const char first = in[0];
+  const char middle = in[size / 2];
+  const char last = in[size - 1];
+  if (((kEscapedIn[static_cast<unsigned char>(first)] |
+        kEscapedIn[static_cast<unsigned char>(middle)] |
+        kEscapedIn[static_cast<unsigned char>(last)]) &
+       (inAttribute ? 2 : 1)) != 0) {
+    return false;
+  }
+  out[0] = first;
+  out[size / 2] = middle;
+  out[size - 1] = last;
+  return true;
+}
+
+template <bool inAttribute>
+inline bool CopySixteen(const char* in, char* out) {
+#if defined(__GNUC__)
+  const auto bytes = LoadWord<Sixteen>(in);
+  if (MayHoldEscaped<inAttribute>(bytes)) return false;
+  StoreWord(out, bytes);
+  return true;
+#else
+  return CopyEightOrMore<inAttribute>(in, 16, out);
+#endif
+}
+
+// Copies at most sixteen.
+template <bool inAttribute>
+inline bool CopyIfClean(const char* in, std::size_t size, char* out) {
+  if (size >= 8) return CopyEightOrMore<inAttribute>(in, size, out);
+  if (size >= 4) return CopyFourOrMore<inAttribute>(in, size, out);
+  return size == 0 || CopyUpToThree<inAttribute>(in, size, out);
+}
+
 // As CopyBytewise. The room behind out is at least size.
 template <bool inAttribute>
 inline std::size_t CopyClean(const char* in, std::size_t size, char* out) {
+  if (size <= 16 && CopyIfClean<inAttribute>(in, size, out)) return size;
   std::size_t i = 0;
-  for (; size - i > 16; i += 16) {
-    if (CopyIfClean<inAttribute>(in + i, 16, out + i)) continue;
+  for (; size - i >= 16; i += 16) {
+    if (CopySixteen<inAttribute>(in + i, out + i)) continue;
     const std::size_t clean = CopyBytewise<inAttribute>(in + i, 16, out + i);
     if (clean < 16) return i + clean;
   }
-  const std::size_t rest = size - i;
-  if (rest >= 4 && CopyIfClean<inAttribute>(in + i, rest, out + i)) return size;
-  return i + CopyBytewise<inAttribute>(in + i, rest, out + i);
+  // The last sixteen may begin among those that are copied already.
+  if (i > 0 && CopySixteen<inAttribute>(in + size - 16, out + size - 16)) return size;
+  return i + CopyBytewise<inAttribute>(in + i, size - i, out + i);
 }
 
 }  // namespace QzXmlLib16::detail

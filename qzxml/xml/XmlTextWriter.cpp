@@ -12,6 +12,7 @@
 #include "qzxml/runtime/TextStream.h"
 #include "qzxml/xml/Messages.h"
 #include "qzxml/xml/XmlNamespaces.h"
+#include "qzxml/xml/XmlTextPieces.h"
 #include "qzxml/xml/XmlTextScan.h"
 #include "qzxml/xml/XmlWriterContext.h"
 
@@ -34,49 +35,9 @@
 namespace QzXmlLib16 {
 namespace {
 
-constexpr std::uint32_t kFlushThreshold = 4096;  // bytes pending
-constexpr std::size_t kLargestPiece = 4095;      // that is put together inside a block
-constexpr std::size_t kPreparedIndents = 128;    // bytes
-constexpr std::size_t kShortIndent = 16;         // bytes that are copied, wanted or not
-constexpr std::size_t kTagEolRoom = 2;           // likewise
-constexpr std::size_t kEntityRoom = 32;          // bytes that the entities of a short text may add
+using namespace detail;
+
 constexpr char kCDataBegin[] = "<![CDATA[";
-
-char* PutText(char* out, std::string_view text) {
-  return detail::CopyShort(out, text.data(), text.size());
-}
-
-// A literal, whose copy the compiler unrolls.
-template <std::size_t size>
-char* PutText(char* out, const char (&literal)[size]) {
-  std::memcpy(out, literal, size - 1);
-  return out + size - 1;
-}
-
-std::size_t GetPrefixSize(const std::string* prefix) {
-  return prefix != nullptr ? prefix->size() + 1 : 0;
-}
-
-char* PutPrefix(char* out, const std::string* prefix) {
-  if (prefix == nullptr) return out;
-  out = PutText(out, *prefix);
-  *out++ = ':';
-  return out;
-}
-
-// What stands for a byte in a text, where that does not depend on options; empty for all others.
-std::string_view EntityOf(char c) {
-  switch (c) {
-    case '&':
-      return "&amp;";
-    case '<':
-      return "&lt;";
-    case '>':
-      return "&gt;";
-    default:
-      return std::string_view();
-  }
-}
 
 bool IsMarkedAsCData(const std::string& text) {
   return text[0] == '<' && text.compare(0, sizeof(kCDataBegin) - 1, kCDataBegin) == 0;
@@ -179,43 +140,9 @@ void CXmlTextWriter::PutEscape(char c, bool inAttribute) {
   }
 }
 
-// What a line feed of element text becomes; empty when the EOL type is damaged.
-inline std::string_view CXmlTextWriter::GetTextEol() const {
-  switch (m_eolType) {
-    case EOLType_CRLF:
-      return "\r\n";
-    case EOLType_LF:
-      return "\n";
-    default:
-      return std::string_view();
-  }
-}
-
 // A stream that is only a buffer does nothing in its Flush, and is not asked.
 inline void CXmlTextWriter::FlushWhenDue() {
   if (m_bStreamFlushes && m_pStream->GetLength() >= kFlushThreshold) m_pStream->Flush();
-}
-
-inline std::size_t CXmlTextWriter::GetIndentSize(std::uint32_t depth) const {
-  return m_indentUnit * depth;
-}
-
-// size is a multiple of the indent characters, as m_indentsSize is. Takes the room of kShortIndent
-// at least.
-inline char* CXmlTextWriter::PutIndent(char* out, std::size_t size) const {
-  std::memcpy(out, m_strIndents.data(), kShortIndent);
-  if (size <= kShortIndent) return out + size;
-  for (; size > m_indentsSize; size -= m_indentsSize) {
-    std::memcpy(out, m_strIndents.data(), m_indentsSize);
-    out += m_indentsSize;
-  }
-  return detail::CopyShort(out, m_strIndents.data(), size);
-}
-
-// The line end behind a tag. Takes the room of kTagEolRoom.
-inline char* CXmlTextWriter::PutTagEol(char* out) const {
-  std::memcpy(out, m_tagEol, kTagEolRoom);
-  return out + m_tagEolSize;
 }
 
 // Makes what is written between elements, by the options.
@@ -265,7 +192,8 @@ CXmlTextWriter::CXmlTextWriter(CTextStream* stream)
       m_bFormatted(true),
       m_tagEol(),
       m_bStreamFlushes(typeid(*stream) != typeid(CTextStream)),
-      m_pStream(stream) {
+      m_pStream(stream),
+      m_indents() {
   SetIndentChars("\t");
 }
 
@@ -298,20 +226,22 @@ void CXmlTextWriter::SetIndentChars(const char* chars) {
 
 void CXmlTextWriter::SetIndentChars(const std::string& chars) {
   m_strIndentChars = chars;
-  m_strIndents = chars;
-  while (!m_strIndents.empty() && 2 * m_strIndents.size() <= kPreparedIndents) {
-    m_strIndents += m_strIndents;
+  const std::size_t size = chars.size();
+  m_indentsSize = size;
+  m_pIndents = m_strIndentChars.data();
+  if (size <= sizeof(m_indents)) {
+    m_indentsSize = size == 0 ? 0 : sizeof(m_indents) / size * size;
+    for (std::size_t at = 0; at < m_indentsSize; at += size) chars.copy(m_indents + at, size);
+    m_pIndents = m_indents;
   }
-  m_indentsSize = m_strIndents.size();
-  if (m_indentsSize < kShortIndent) m_strIndents.resize(kShortIndent);
   PrepareFormat();
 }
 
 void CXmlTextWriter::StartDocument() {
   CXmlWriter::StartDocument();
   m_pStream->Start();
-  // A derived class may have operations of its own for what the short way leaves out.
-  if (typeid(*this) == typeid(CXmlTextWriter)) SetTextElementFunction(&PutTextElement);
+  // A derived class may have operations of its own for what the short ways leave out.
+  if (typeid(*this) == typeid(CXmlTextWriter)) SetPlainTextWriter(this);
 }
 
 void CXmlTextWriter::EndDocument() {
@@ -467,82 +397,6 @@ void CXmlTextWriter::WriteAttribute(const std::string& name, const std::string& 
     m_pStream->Put('"');
   }
   FlushWhenDue();
-}
-
-// The prefix of an element inside the innermost one; false when its namespace is unknown.
-inline bool CXmlTextWriter::FindElementPrefix(const std::string& uri, const std::string*& prefix) {
-  prefix = nullptr;
-  if (uri.empty()) return true;
-  if (detail::AreEqual(uri, m_pContext->GetNamespace())) return m_pContext->FindPrefix(prefix);
-  if (detail::AreEqual(uri, m_pContext->GetDefaultNamespace())) return true;
-  prefix = m_pContext->FindAlias(uri);
-  return prefix != nullptr;
-}
-
-// Escapes a text with few entities and nothing more difficult: null for any other. Takes
-// kEntityRoom more than size.
-inline char* CXmlTextWriter::PutShortText(char* out, const char* text, std::size_t size) const {
-  std::size_t room = kEntityRoom;
-  for (;;) {
-    const std::size_t clean = detail::CopyClean<false>(text, size, out);
-    out += clean;
-    if (clean == size) return out;
-    const std::string_view entity = text[clean] == '\n' ? GetTextEol() : EntityOf(text[clean]);
-    if (entity.empty() || entity.size() > room) return nullptr;
-    out = PutText(out, entity);
-    room -= entity.size();
-    text += clean + 1;
-    size -= clean + 1;
-  }
-}
-
-// The three calls of an element with nothing but a text, for the ordinary case: a known namespace,
-// few bytes to escape, room in the stream's block, no flush due before its end. Any other case is
-// theirs.
-bool CXmlTextWriter::PutTextElement(CXmlWriter* writer, const std::string& name,
-                                    const std::string& uri, const std::string& text,
-                                    bool isDefault) {
-  CXmlTextWriter& self = *static_cast<CXmlTextWriter*>(writer);
-  CXmlWriterContext* const parent = self.m_pContext;
-  const std::string* prefix = nullptr;
-  if (parent == nullptr || !self.FindElementPrefix(uri, prefix)) return false;
-
-  const bool closeParent = parent->IsStartTagOpen();
-  const std::size_t indent = self.GetIndentSize(parent->GetDepth() + 1);
-  const std::size_t nameSize = GetPrefixSize(prefix) + name.size();
-  const std::size_t textSize = isDefault && !self.m_bWriteDefaultValues ? 0 : text.size();
-  if (textSize != 0 && text[0] == '<') return false;  // may be a CDATA section
-  const std::size_t size = 1 + kTagEolRoom + indent + kShortIndent + 2 * nameSize + textSize +
-                           kEntityRoom + (sizeof("<></>") - 1) + kTagEolRoom;
-  CTextStream& stream = *self.m_pStream;
-  if (size > kLargestPiece) return false;
-  if (self.m_bStreamFlushes && stream.GetLength() + size >= kFlushThreshold) return false;
-  char* const begin = stream.Reserve(static_cast<std::uint32_t>(size));
-  if (begin == nullptr) return false;
-
-  char* out = begin;
-  if (closeParent) {
-    *out++ = '>';
-    out = self.PutTagEol(out);
-  }
-  out = self.PutIndent(out, indent);
-  *out++ = '<';
-  out = PutText(PutPrefix(out, prefix), name);
-  if (textSize == 0) {
-    out = PutText(out, "/>");
-  } else {
-    *out++ = '>';
-    out = self.PutShortText(out, text.data(), textSize);
-    if (out == nullptr) return false;
-    out = PutText(PutPrefix(PutText(out, "</"), prefix), name);
-    *out++ = '>';
-  }
-  out = self.PutTagEol(out);
-  stream.Commit(static_cast<std::uint32_t>(out - begin));
-  parent->AddChild();
-  parent->SetStartTagOpen(false);
-  parent->CountElement();
-  return true;
 }
 
 void CXmlTextWriter::WriteXsiType(const std::string& typeUri, const std::string& typeName,

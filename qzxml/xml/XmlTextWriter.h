@@ -12,6 +12,7 @@
 namespace QzXmlLib16 {
 
 class CTextStream;
+struct QzVariant;
 
 // Writes one document as XML text into a stream that it does not own and that must outlive it. All
 // escaping, indenting and declaring of namespaces is decided here. The stream is flushed when a
@@ -104,6 +105,21 @@ class QZXML_API CXmlTextWriter : public CXmlWriter {
                     ItemType type) override;
   void WriteXsiNil() override;
 
+  // ---- Short ways ----
+  // Each does in one go what the calls of CXmlWriter do, or answers false and has changed nothing:
+  // in any but the ordinary case. For GetPlainTextWriter.
+
+  // WriteStartElement, WriteText and WriteEndElement of an element with nothing but a text.
+  bool PutTextElement(const detail::ElementTags& name, const std::string& uri,
+                      std::string_view text, bool isDefault);
+  // WriteAttribute of an attribute in no namespace.
+  bool PutPlainAttribute(const detail::AttributeTag& name, std::string_view value);
+  // The same for the text of a value, which is not nil.
+  bool PutValueElement(const detail::ElementTags& name, const std::string& uri,
+                       const QzVariant& value, const std::string& format);
+  bool PutValueAttribute(const detail::AttributeTag& name, const QzVariant& value,
+                         const std::string& format);
+
   // ---- For stored markup ----
 
   // Counts a child of the innermost element and ends its start tag.
@@ -124,6 +140,7 @@ class QZXML_API CXmlTextWriter : public CXmlWriter {
   void PutEscape(char c, bool inAttribute);
   std::string_view GetTextEol() const;
   void FlushWhenDue();
+  char* ReserveInPlace(std::size_t size);
   std::size_t GetIndentSize(std::uint32_t depth) const;
   char* PutIndent(char* out, std::size_t size) const;
   char* PutTagEol(char* out) const;
@@ -132,9 +149,14 @@ class QZXML_API CXmlTextWriter : public CXmlWriter {
   void PutDeclaration(const std::string* alias, const std::string& uri);
   void PutRootDeclarations();
   char* PutShortText(char* out, const char* text, std::size_t size) const;
+  static char* PutTag(char* out, const detail::SteppedText& tag, std::size_t mark,
+                      const std::string* prefix);
+  template <typename PutContent>
+  bool PutElement(const detail::ElementTags& name, const std::string& uri, std::size_t room,
+                  PutContent put);
+  template <typename PutContent>
+  bool PutAttribute(const detail::AttributeTag& name, std::size_t room, PutContent put);
   bool FindElementPrefix(const std::string& uri, const std::string*& prefix);
-  static bool PutTextElement(CXmlWriter* writer, const std::string& name, const std::string& uri,
-                             const std::string& text, bool isDefault);
   const std::string* GetAttributeAlias(const std::string& uri, const char* behind);
 
   bool m_bWriteDefaultValues;
@@ -151,8 +173,9 @@ class QZXML_API CXmlTextWriter : public CXmlWriter {
   CTextStream* m_pStream;     // not owned
   std::size_t m_tagEolSize;   // 0 when not formatted
   std::size_t m_indentUnit;   // size of the indent characters; 0 when not formatted
-  std::size_t m_indentsSize;  // of m_strIndents without its padding
-  std::string m_strIndents;   // the indent characters many times over
+  std::size_t m_indentsSize;  // of m_indents
+  const char* m_pIndents;     // the indent characters many times over; not less than a short indent
+  char m_indents[128];        // where they stand unless they are too long
   std::string m_strPiece;     // where a tag is put together that does not fit the stream's block
   std::string m_strQName;     // the value of a type attribute
 };

@@ -6,6 +6,7 @@
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/xml/Messages.h"
 #include "qzxml/xml/XmlNamespaces.h"
+#include "qzxml/xml/XmlTextWriter.h"
 #include "qzxml/xml/XmlWriterContext.h"
 
 namespace QzXmlLib16 {
@@ -15,7 +16,7 @@ CXmlWriter::CXmlWriter(const char* className)
       m_pContext(nullptr),
       m_pIdle(nullptr),
       m_bDocumentValues(false),
-      m_textElement(nullptr) {
+      m_pPlainTextWriter(nullptr) {
   CXmlWriter::AddNamespaceMapping("xml", kXmlNamespace);
 }
 
@@ -50,6 +51,15 @@ void CXmlWriter::AddNamespaceMapping(const std::string& alias, const std::string
   } else {
     m_namespaces[uri] = alias;
   }
+}
+
+void CXmlWriter::WriteTextElement(const detail::ElementTags& name, const std::string& uri,
+                                  const std::string& text, ItemType type, bool isDefault) {
+  CXmlTextWriter* const plain = GetPlainTextWriter();
+  if (plain != nullptr && plain->PutTextElement(name, uri, text, isDefault)) return;
+  WriteStartElement(name.GetName(), uri);
+  WriteText(text, type, isDefault);
+  WriteEndElement();
 }
 
 void CXmlWriter::SetCollectionState(std::uint32_t state) {

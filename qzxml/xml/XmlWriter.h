@@ -8,8 +8,11 @@
 #include "qzxml/platform/Export.h"
 #include "qzxml/runtime/MemoryLeakHelp.h"
 #include "qzxml/values/ItemType.h"
+#include "qzxml/xml/WrittenName.h"
 
 namespace QzXmlLib16 {
+
+class CXmlTextWriter;
 
 // The sink of every serialization: objects call it in document order and do not know whether XML
 // text, Fast Infoset or JSON comes of it. Calls come in this order: StartDocument;
@@ -85,14 +88,13 @@ class QZXML_API CXmlWriter : public CInstanceMonitor {
   // ---- For all writers ----
 
   // An element with nothing but a text: WriteStartElement, WriteText and WriteEndElement in one
-  // call, which a writer can serve in one go.
-  void WriteTextElement(const std::string& name, const std::string& uri, const std::string& text,
-                        ItemType type, bool isDefault) {
-    if (m_textElement != nullptr && m_textElement(this, name, uri, text, isDefault)) return;
-    WriteStartElement(name, uri);
-    WriteText(text, type, isDefault);
-    WriteEndElement();
-  }
+  // call, which the text writer serves in one go.
+  void WriteTextElement(const detail::ElementTags& name, const std::string& uri,
+                        const std::string& text, ItemType type, bool isDefault);
+
+  // This writer, if it is the text writer itself and no class derived from it, and its document has
+  // begun; null for any other. Whoever asks may use the short ways that it offers.
+  CXmlTextWriter* GetPlainTextWriter() const { return m_pPlainTextWriter; }
 
   // 1 in front of the items of a collection, 3 behind them: kept in the innermost element for
   // formats that mark collections. Does nothing while no element is open.
@@ -110,12 +112,7 @@ class QZXML_API CXmlWriter : public CInstanceMonitor {
   // The class name is for the instance monitor. Maps "xml" to the XML namespace.
   explicit CXmlWriter(const char* className);
 
-  // Offers to write an element with nothing but a text in one go. It does so, with the very effects
-  // of the three calls, or answers false and has changed nothing.
-  using TextElementFunction = bool (*)(CXmlWriter* writer, const std::string& name,
-                                       const std::string& uri, const std::string& text,
-                                       bool isDefault);
-  void SetTextElementFunction(TextElementFunction function) { m_textElement = function; }
+  void SetPlainTextWriter(CXmlTextWriter* writer) { m_pPlainTextWriter = writer; }
 
   // ---- The stack of open elements ----
 
@@ -157,7 +154,7 @@ class QZXML_API CXmlWriter : public CInstanceMonitor {
   NamespaceMap m_namespaces;   // for the root
   CXmlWriterContext* m_pIdle;  // ended contexts, chained by their parents, for reuse
   bool m_bDocumentValues;
-  TextElementFunction m_textElement;  // null for none
+  CXmlTextWriter* m_pPlainTextWriter;  // this, or null
   Scratch m_scratch;
 };
 

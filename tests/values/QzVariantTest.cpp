@@ -839,6 +839,54 @@ TEST(QzVariant, ALentTextStaysAsItIsWhateverBecomesOfTheVariant) {
   EXPECT_EQ("lent", text);
 }
 
+TEST(QzVariant, AGivenTextIsLentUntilItIsTaken) {
+  std::string text(100, 'x');
+  const char* const data = text.data();
+  QzVariant value;
+  value.GiveString(text);
+  EXPECT_EQ(QzXmlLib16::ItemType_string, value.GetTypeAsEnum());
+  EXPECT_EQ(&text, &value.GetStringReference());
+  EXPECT_EQ(std::string(100, 'x'), value.GetString());  // a copy
+  EXPECT_EQ(data, text.data());
+  const std::string taken = value.TakeString();
+  EXPECT_EQ(data, taken.data());
+  EXPECT_FALSE(value.IsValid());
+}
+
+TEST(QzVariant, AGivenTextOutlivesItsGiverWhereItsVariantIsMovedOrCopied) {
+  QzVariant moved;
+  QzVariant copied;
+  {
+    std::string text(100, 'x');
+    QzVariant value;
+    value.GiveString(text);
+    copied = value;
+    moved = std::move(value);
+    text.assign(100, 'y');
+  }
+  EXPECT_EQ(std::string(100, 'x'), moved.GetString());
+  EXPECT_EQ(std::string(100, 'x'), copied.GetString());
+}
+
+TEST(QzVariant, AGivenTextIsForgottenWithItsVariant) {
+  std::string text("given");
+  const std::string lent("lent");
+  QzVariant value;
+  value.GiveString(text);
+  value.SetI4(7);
+  value.LendString(lent);
+  EXPECT_EQ("lent", value.TakeString());
+  EXPECT_EQ("lent", lent);
+  value.GiveString(text);
+  value.LendString(text);
+  EXPECT_EQ("given", value.TakeString());
+  EXPECT_EQ("given", text);
+  value.GiveString(text);
+  value.SetNil();
+  EXPECT_TRUE(value.IsNil());
+  EXPECT_EQ("given", text);
+}
+
 TEST(QzVariant, TakingATextMovesItOut) {
   QzVariant value;
   value.SetString("a text that is too long to be kept in place");

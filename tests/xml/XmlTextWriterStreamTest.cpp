@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <functional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "qzxml/values/QzVariant.h"
 #include "qzxml/xml/XmlTextWriter.h"
 #include "tests/support/QzTest.h"
 #include "tests/xml/XmlTextWriterOutput.h"
@@ -139,22 +141,23 @@ TEST(XmlTextWriterStream, WritesADocumentThroughAStreamThatIsEmptiedAtEachFlush)
 // ---- Elements with nothing but a text ----
 
 // Writes text elements in every relation to the namespaces around them.
-static void WriteTextElements(CXmlTextWriter& writer, const std::string& text, bool isDefault) {
+static void WriteTextElements(CXmlTextWriter& writer, const std::string& text, bool isDefault,
+                              const std::string& name = "name") {
   writer.StartDocument();
   writer.SetDefaultNamespace("urn:d");
   writer.AddNamespaceMapping("p", "urn:p");
   writer.WriteTextElement("first", "urn:p", text, kString, isDefault);  // a root
   writer.WriteStartElement("root", "urn:r");
   for (const char* uri : {"", "urn:d", "urn:r", "urn:p", "urn:unknown"}) {
-    writer.WriteTextElement("name", uri, text, kString, isDefault);
+    writer.WriteTextElement(name, uri, text, kString, isDefault);
   }
   writer.WriteStartElement("inner", "urn:unknown");
-  writer.WriteTextElement("name", "urn:unknown", text, kString, isDefault);
+  writer.WriteTextElement(name, "urn:unknown", text, kString, isDefault);
   writer.SetDefaultNamespace("urn:unknown");
-  writer.WriteTextElement("name", "urn:unknown", text, kString, isDefault);
-  writer.WriteTextElement("name", "urn:d", text, kString, isDefault);
+  writer.WriteTextElement(name, "urn:unknown", text, kString, isDefault);
+  writer.WriteTextElement(name, "urn:d", text, kString, isDefault);
   writer.WriteEndElement();
-  writer.WriteTextElement("name", "urn:r", text, kString, isDefault);
+  writer.WriteTextElement(name, "urn:r", text, kString, isDefault);
   writer.WriteEndElement();
 }
 
@@ -246,4 +249,136 @@ TEST(XmlTextWriterStream, CallsTheOperationsOfADerivedClassForATextElement) {
   writer.WriteTextElement("a", "", "1", kString, false);
   writer.WriteEndElement();
   EXPECT_STREQ("<r>\n\t<a>1!</a>\n</r>\n", stream.GetBuffer());
+}
+
+TEST(XmlTextWriterStream, WritesNamesOfAnyLengthAsTheLongWayDoes) {
+  for (std::size_t length = 1; length <= 70; ++length) {
+    CTextStream shortStream;
+    CTextStream longStream;
+    CXmlTextWriter shortWay(&shortStream);
+    LongWayWriter longWay(&longStream);
+    for (CXmlTextWriter* writer : {&shortWay, static_cast<CXmlTextWriter*>(&longWay)}) {
+      WriteTextElements(*writer, std::string(length, 't'), false, std::string(length, 'n'));
+    }
+    EXPECT_EQ(std::string(longStream.GetBuffer()), shortStream.GetBuffer()) << length;
+  }
+}
+
+TEST(XmlTextWriterStream, OffersTheShortWaysForAPlainWriterWhoseDocumentHasBegun) {
+  CTextStream stream;
+  CXmlTextWriter writer(&stream);
+  EXPECT_EQ(nullptr, writer.GetPlainTextWriter());
+  writer.StartDocument();
+  EXPECT_EQ(&writer, writer.GetPlainTextWriter());
+  LongWayWriter derived(&stream);
+  derived.StartDocument();
+  EXPECT_EQ(nullptr, derived.GetPlainTextWriter());
+}
+
+// ---- Attributes in no namespace ----
+
+TEST(XmlTextWriterStream, WritesAnAttributeInOneGoWhereNothingIsToBeEscaped) {
+  for (std::size_t length = 0; length <= 70; ++length) {
+    const std::string name(length % 20 + 1, 'n');
+    const std::string value(length, 'v');
+    CTextStream stream;
+    CXmlTextWriter writer(&stream);
+    writer.StartDocument();
+    writer.WriteStartElement("a", "");
+    EXPECT_TRUE(writer.PutPlainAttribute(name, value));
+    EXPECT_TRUE(writer.PutPlainAttribute("b", "'\t\x7F\xC3\xBC"));
+    writer.WriteEndElement();
+    EXPECT_EQ("<a " + name + "=\"" + value + "\" b=\"'\t\x7F\xC3\xBC\"/>\n",
+              std::string(stream.GetBuffer()));
+  }
+}
+
+TEST(XmlTextWriterStream, LeavesEveryOtherAttributeToTheLongWay) {
+  CTextStream stream;
+  CXmlTextWriter writer(&stream);
+  writer.StartDocument();
+  EXPECT_FALSE(writer.PutPlainAttribute("b", "1"));  // no element
+  writer.WriteStartElement("a", "");
+  for (std::size_t at = 0; at < 40; ++at) {
+    for (const char special : {'&', '<', '>', '"', '\n', '\r', '\0'}) {
+      std::string value(40, 'v');
+      value[at] = special;
+      EXPECT_FALSE(writer.PutPlainAttribute("b", value)) << at;
+    }
+  }
+  EXPECT_FALSE(writer.PutPlainAttribute("b", std::string(5000, 'v')));  // no room in a block
+  EXPECT_FALSE(writer.PutPlainAttribute(std::string(5000, 'n'), "1"));
+  EXPECT_STREQ("<a", stream.GetBuffer());
+  writer.WriteText("t", kString, false);
+  EXPECT_FALSE(writer.PutPlainAttribute("b", "1"));  // behind content
+  EXPECT_STREQ("<a>t", stream.GetBuffer());
+}
+
+TEST(XmlTextWriterStream, LeavesAnAttributeThatBringsAFlushToTheLongWay) {
+  for (std::size_t filled = 4000; filled <= 4100; ++filled) {
+    RecordingStream stream;
+    CXmlTextWriter writer(&stream);
+    writer.StartDocument();
+    writer.WriteStartElement("r", "");
+    stream.Put(std::string(filled - 2, '.'));
+    const std::string before = stream.calls;
+    const bool done = writer.PutPlainAttribute("name", "value");
+    EXPECT_EQ(before, stream.calls);
+    EXPECT_EQ(filled + (done ? sizeof(" name=\"value\"") - 1 : 0), stream.GetLength());
+    EXPECT_TRUE(done || filled > 4040) << filled;
+    EXPECT_TRUE(!done || stream.GetLength() < 4096) << filled;
+  }
+}
+
+// ---- Values ----
+
+TEST(XmlTextWriterStream, WritesAValueAsItsText) {
+  struct Case {
+    const char* text;
+    std::function<void(QzVariant&)> set;
+  };
+  const Case cases[] = {
+      {"-2147483648", [](QzVariant& v) { v.SetI4(-2147483647 - 1); }},
+      {"18446744073709551615", [](QzVariant& v) { v.SetUI8(18446744073709551615U); }},
+      {"-100", [](QzVariant& v) { v.SetI1(-100); }},
+      {"1866.65", [](QzVariant& v) { v.SetR8(1866.65); }},
+      {"-1.797693134862316e+308", [](QzVariant& v) { v.SetR8(-1.7976931348623157e308); }},
+      {"0.5", [](QzVariant& v) { v.SetR4(0.5F); }},
+      {"NaN", [](QzVariant& v) { v.SetR8(std::nan("")); }},
+      {"true", [](QzVariant& v) { v.SetBoolean(true); }},
+      {"1999", [](QzVariant& v) { v.SetYear(1999); }},
+      {"--02", [](QzVariant& v) { v.SetMonth(2); }},
+      {"---09", [](QzVariant& v) { v.SetDay(9); }},
+      {"some text", [](QzVariant& v) { v.SetString("some text"); }},
+  };
+  for (const Case& c : cases) {
+    QzVariant value;
+    c.set(value);
+    Output out;
+    out.writer.StartDocument();
+    out.Start("a");
+    EXPECT_TRUE(out.writer.PutValueAttribute("b", value, "")) << c.text;
+    EXPECT_TRUE(out.writer.PutValueElement("c", "", value, "")) << c.text;
+    out.End();
+    EXPECT_EQ("<a b=\"" + std::string(c.text) + "\">\n\t<c>" + c.text + "</c>\n</a>\n", out.text());
+  }
+}
+
+TEST(XmlTextWriterStream, LeavesAValueWithAFormatAndASingleCharToTheLongWay) {
+  Output out;
+  out.writer.StartDocument();
+  out.Start("a");
+  QzVariant value;
+  value.SetR8(0.5);
+  EXPECT_FALSE(out.writer.PutValueAttribute("b", value, "%.2f"));
+  EXPECT_FALSE(out.writer.PutValueElement("c", "", value, "%.2f"));
+  value.SetChar('&');
+  EXPECT_FALSE(out.writer.PutValueAttribute("b", value, ""));
+  EXPECT_FALSE(out.writer.PutValueElement("c", "", value, ""));
+  value.SetHexBinary(CBinaryData());
+  EXPECT_FALSE(out.writer.PutValueAttribute("b", value, ""));
+  EXPECT_FALSE(out.writer.PutValueElement("c", "", value, ""));
+  value.SetString("<![CDATA[<]]>");
+  EXPECT_FALSE(out.writer.PutValueElement("c", "", value, ""));
+  EXPECT_EQ("<a", out.text());
 }

@@ -289,6 +289,28 @@ TEST(XmlTextWriter, WritesNoLineEndAndNoIndentBetweenElementsWhenNotFormatted) {
       out.text());
 }
 
+TEST(XmlTextWriter, IndentsWithCharactersOfAnyNumber) {
+  for (const std::size_t count : {1u, 2u, 7u, 15u, 16u, 17u, 64u, 100u, 127u, 128u, 129u, 300u}) {
+    std::string chars;
+    while (chars.size() < count) chars += static_cast<char>('a' + chars.size() % 26);
+    Output out;
+    out.writer.SetIndentChars("overwritten");
+    out.writer.SetIndentChars(chars);
+    std::string starts;
+    std::string ends;
+    std::string indent;
+    for (int depth = 0; depth < 40; ++depth) {
+      out.Start("e");
+      starts += indent + "<e>\n";
+      ends = indent + "</e>\n" + ends;
+      indent += chars;
+    }
+    out.writer.WriteTextElement("t", "", "text", kString, false);
+    for (int depth = 0; depth < 40; ++depth) out.End();
+    EXPECT_EQ(starts + indent + "<t>text</t>\n" + ends, out.text()) << count;
+  }
+}
+
 TEST(XmlTextWriter, IndentsByDepthWithAnyCharacters) {
   // The lengths are around those of the prepared indents and of a block of the stream.
   for (const std::size_t length : {0u, 1u, 2u, 7u, 63u, 64u, 65u, 127u, 128u, 129u, 1500u}) {

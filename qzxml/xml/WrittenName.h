@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstddef>
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <utility>
+
+// The names of tables, put together once with the marks that XML text has around them.
+namespace QzXmlLib16::detail {
+
+// A text that is copied in whole steps: that costs less than to look at its size, but needs room
+// for a step more behind it, here as well as where it goes.
+class SteppedText {
+ public:
+  static constexpr std::size_t kStep = 16;
+
+  explicit SteppedText(std::string text) : m_size(text.size()), m_text(std::move(text)) {
+    m_text.resize(m_size + kStep);
+  }
+
+  std::string_view View() const { return {m_text.data(), m_size}; }
+
+  // What Put takes where it puts the text.
+  std::size_t GetRoom() const { return m_size + kStep; }
+  char* Put(char* out) const {
+    const char* const in = m_text.data();
+    std::memcpy(out, in, kStep);
+    for (std::size_t at = kStep; at < m_size; at += kStep) std::memcpy(out + at, in + at, kStep);
+    return out + m_size;
+  }
+
+ private:
+  std::size_t m_size;
+  std::string m_text;
+};
+
+// The name of an element, with its tags. Any name will do where one is asked for, but whoever writes
+// many elements of a name makes this once.
+class ElementTags {
+ public:
+  ElementTags(std::string name)
+      : m_name(std::move(name)), m_start("<" + m_name + ">"), m_end("</" + m_name + ">") {}
+  ElementTags(const char* name) : ElementTags(std::string(name)) {}
+
+  const std::string& GetName() const { return m_name; }
+  const SteppedText& GetStart() const { return m_start; }  // "<name>"
+  const SteppedText& GetEnd() const { return m_end; }      // "</name>"
+
+ private:
+  std::string m_name;
+  SteppedText m_start;
+  SteppedText m_end;
+};
+
+// The name of an attribute, with what stands around it.
+class AttributeTag {
+ public:
+  AttributeTag(std::string name) : m_name(std::move(name)), m_start(" " + m_name + "=\"") {}
+  AttributeTag(const char* name) : AttributeTag(std::string(name)) {}
+
+  const std::string& GetName() const { return m_name; }
+  const SteppedText& GetStart() const { return m_start; }  // " name=\""
+
+ private:
+  std::string m_name;
+  SteppedText m_start;
+};
+
+}  // namespace QzXmlLib16::detail
