@@ -153,21 +153,22 @@ class DayWalk {
 
   // Both take at once what many steps would take and come out at the same place: the circle of all
   // years, cycles of 400 years, single ones, and a row of months that do not exist. They begin at
-  // the first day of a month, or at the last one.
+  // the first day of a month, or at the last one. No cycle goes over the end of the years that 16
+  // bits hold: the fewer than 400 before it are single ones, and behind it cycles go on.
   std::int64_t SkipForward(std::int64_t days) {
     if (!IsRealMonth()) {
       if (m_month <= 13) return days;
       m_month += days / 31;
       return days % 31;
     }
-    if (days >= kCycleDays) {
-      days %= kAllDays;
-      const std::int64_t room = (std::numeric_limits<std::int16_t>::max() - m_year) / kCycleYears;
-      const std::int64_t cycles = std::min(days / kCycleDays, room);
-      MoveYear(cycles * kCycleYears);
-      days -= cycles * kCycleDays;
-    }
+    if (days >= kAllDays) days %= kAllDays;
     while (days >= 366) {
+      const std::int64_t room = (std::numeric_limits<std::int16_t>::max() - m_year) / kCycleYears;
+      if (const std::int64_t cycles = std::min(days / kCycleDays, room); cycles > 0) {
+        MoveYear(cycles * kCycleYears);
+        days -= cycles * kCycleDays;
+        continue;
+      }
       if (m_month <= 2) days -= GetYearDays();
       MoveYear(1);
       if (m_month > 2) days -= GetYearDays();
@@ -181,14 +182,14 @@ class DayWalk {
       m_month += days / 31;
       return days % 31;
     }
-    if (-days >= kCycleDays) {
-      days %= kAllDays;
-      const std::int64_t room = (m_year - std::numeric_limits<std::int16_t>::min()) / kCycleYears;
-      const std::int64_t cycles = std::min(-days / kCycleDays, room);
-      MoveYear(-cycles * kCycleYears);
-      days += cycles * kCycleDays;
-    }
+    if (-days >= kAllDays) days %= kAllDays;
     while (-days >= 366) {
+      const std::int64_t room = (m_year - std::numeric_limits<std::int16_t>::min()) / kCycleYears;
+      if (const std::int64_t cycles = std::min(-days / kCycleDays, room); cycles > 0) {
+        MoveYear(-cycles * kCycleYears);
+        days += cycles * kCycleDays;
+        continue;
+      }
       if (m_month >= 2) days += GetYearDays();
       MoveYear(-1);
       if (m_month < 2) days += GetYearDays();

@@ -146,6 +146,12 @@ TEST(BigIntegerDigits, AreShiftedByZerosInFront) {
   EXPECT_EQ(1, CBigInteger::Position({}));
   CBigInteger::Pow10(2, digits);
   EXPECT_EQ("100", TextOf(digits));
+  // Zero is no exception: Clean takes the zeros off again.
+  CBigInteger::Digits zero{0};
+  CBigInteger::ShiftLeft(zero, 2);
+  EXPECT_EQ(CBigInteger::Digits({0, 0, 0}), zero);
+  CBigInteger::Pow10(0, zero);
+  EXPECT_EQ(CBigInteger::Digits({1}), zero);
 }
 
 TEST(BigIntegerDigits, DivideRefusesAZeroDivisor) {

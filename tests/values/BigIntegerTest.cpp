@@ -191,6 +191,22 @@ TEST(BigInteger, RoundsADoubleToTheNearestWithTiesDown) {
   for (const auto& c : cases) EXPECT_EQ(c.second, SignedText(CBigInteger(c.first))) << c.first;
 }
 
+// Each digit is what fmod leaves, and each division by ten is rounded to a double. Expected values
+// are those of the same two steps in Python.
+TEST(BigInteger, TakesALargeDoubleApartInDoubleArithmetic) {
+  const std::pair<double, const char*> cases[] = {
+      {4503599627370495.5, "4503599627370495"},
+      {9007199254740996.0, "9007199254740996"},
+      {90071992547409936.0, "90071992547409946"},
+      {123456789012345680.0, "123456789012345680"},
+      {9223372036854775808.0, "9223372036854776028"},
+      {1e22, "10000000000000000000000"},
+      {1e23, "100000000000000000000002"},
+      {-1e23, "-100000000000000000000002"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(c.second, CBigInteger(c.first).ToString()) << c.first;
+}
+
 TEST(BigInteger, RefusesADoubleThatIsNoNumber) {
   const double infinity = std::numeric_limits<double>::infinity();
   EXPECT_QZ_THROW(

@@ -209,6 +209,18 @@ TEST(DateTimeArithmetic, SpansAroundAllYearsGiveWhatMonthAfterMonthGives) {
   }
 }
 
+// Cycles of 400 years end where the years of 16 bits do, and begin again behind that.
+TEST(DateTimeArithmetic, SpansOverTheLastYearGiveWhatMonthAfterMonthGives) {
+  for (const std::int64_t days : {366, 146097, 400000, 12000000}) {
+    for (const int year : {32767, 32766, 32367, 32366, 31000}) {
+      ExpectDays(year, 1, 1, days);
+      ExpectDays(year, 3, 1, days);
+      ExpectDays(-1 - year, 12, 31, -days);
+      ExpectDays(-1 - year, 1, 31, -days);
+    }
+  }
+}
+
 TEST(DateTimeArithmetic, DaysThatDoNotExistGiveWhatMonthAfterMonthGives) {
   for (const int day : {0, 1, 15, 30, 31, 32, 33, 100, 255}) {
     for (const int month : {1, 2, 4, 11, 12}) {
@@ -360,6 +372,19 @@ TEST(DateTimeArithmetic, ComparesZonesOfDatesAndTimes) {
   EXPECT_EQ(Time("20:00:00Z").CompareTo(Time("15:00:00")), CDateTime::dtc_greater);
   EXPECT_EQ(Time("05:00:00Z").CompareTo(Time("20:00:00")), CDateTime::dtc_less);
   EXPECT_EQ(Time("10:00:00Z").CompareTo(Time("20:00:00")), CDateTime::dtc_indeterminate);
+}
+
+// 14 hours back from 31 April are 30 April, 10:00, and 14 hours on from there are 1 May.
+TEST(DateTimeArithmetic, TheWindowGoesBackFromWhereItsFirstStepCame) {
+  CDateTime plain(2004, 4, 30, 0, 0, 0);
+  plain.SetDay(31);
+  const CDateTime zoned("2004-05-01T00:00:00Z");
+  EXPECT_EQ(zoned.CompareTo(plain), CDateTime::dtc_indeterminate);
+  EXPECT_EQ(plain.CompareTo(zoned), CDateTime::dtc_indeterminate);
+  const CDateTime later("2004-05-01T00:00:01Z");
+  EXPECT_EQ(later.CompareTo(plain), CDateTime::dtc_greater);
+  EXPECT_EQ(plain.CompareTo(later), CDateTime::dtc_less);
+  EXPECT_EQ(plain.ToString(), "2004-04-31T00:00:00");
 }
 
 TEST(DateTimeArithmetic, OperatorsFollowTheOrder) {

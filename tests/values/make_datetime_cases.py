@@ -11,6 +11,7 @@ by month. Zones and the order of zoned values are left to Python's datetime.
 
 import datetime
 import os
+import random
 import sys
 from fractions import Fraction
 
@@ -225,6 +226,7 @@ def additions():
         (moment(2000, 1, 1), span(-1, seconds=10 ** 12)),
         (moment(2000, 1, 1), span(minutes=10 ** 10 + 7)),
     ]
+    cases += hostile_additions()
     # Beyond 64 bits; only the fields of the time are of interest, since counting the days of so
     # many years one month after another takes long. The last one is the sum that does not fit.
     numbers = [(0, last), (2 ** 60, 0), (last, 0), (2 ** 62 - 1, 2 ** 62 - 1), (last, last)]
@@ -234,6 +236,38 @@ def additions():
             times.append((moment(2000, 1, 1, 12, 34, 56), span(sign, 0, 0, 0, 0, minutes, seconds)))
     return ([(start, by, add(start, by)) for start, by in cases],
             [(start, by, add_time(start, by)) for start, by in times])
+
+
+def hostile_additions():
+    """Fields and numbers at the ends of their ranges; few enough days to count month by month."""
+    rng = random.Random(20040301)
+
+    def number(bits, most):
+        """Up to a number of bits: nothing, little, the most, around a power of two, anything."""
+        top = 2 ** bits - 1
+        return min(most, rng.choice((
+            0, rng.randrange(100), top - rng.randrange(50), rng.randrange(top + 1),
+            min(top, 2 ** rng.randrange(bits) + rng.randrange(3)), rng.randrange(top + 1) >> 8)))
+
+    def fields():
+        kind = rng.randrange(4)
+        if kind == 0:
+            return moment(0, 0, 0)  # a time at midnight shows none of the others
+        if kind == 1:  # a day alone, and a time alone
+            return rng.choice((moment(0, 0, rng.randrange(1, 32)),
+                               moment(0, 0, 0, rng.randrange(24), rng.randrange(60), 59, 999)))
+        if kind == 2:
+            return moment(rng.randrange(-9999, 10000), rng.randrange(1, 13), rng.randrange(1, 32),
+                          rng.randrange(24), rng.randrange(60), rng.randrange(60))
+        return moment(rng.randrange(-2 ** 15, 2 ** 15), rng.randrange(256), rng.randrange(256),
+                      rng.randrange(256), rng.randrange(256), rng.randrange(256),
+                      rng.randrange(2 ** 16), rng.randrange(2 ** 16), rng.randrange(2 ** 16))
+
+    return [(fields(), span(rng.choice((1, -1)), number(16, 65535), number(32, 2 ** 32),
+                            number(18, 200000), number(22, 3000000), number(30, 500000000),
+                            number(38, 3 * 10 ** 10), number(16, 65535), number(16, 65535),
+                            number(16, 65535)))
+            for _ in range(150)]
 
 
 def add_time(start, by):
