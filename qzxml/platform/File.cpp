@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <csignal>
+#include <ctime>
 #include <utility>
 
 namespace QzXmlLib16::detail {
@@ -78,22 +80,43 @@ std::unique_ptr<IFile> OpenPosixFile(const char* path, FileMode mode, int& error
   return file;
 }
 
+// While one lives, a pipe whose reader has gone does not end the process: the write answers EPIPE,
+// and its signal is taken back. One that was due before stays due.
+class CNoPipeSignal {
+ public:
+  CNoPipeSignal() {
+    sigemptyset(&m_pipe);
+    sigaddset(&m_pipe, SIGPIPE);
+    sigset_t due;
+    sigemptyset(&due);
+    sigpending(&due);
+    m_bWasDue = sigismember(&due, SIGPIPE) == 1;
+    pthread_sigmask(SIG_BLOCK, &m_pipe, &m_before);
+  }
+  CNoPipeSignal(const CNoPipeSignal&) = delete;
+  CNoPipeSignal& operator=(const CNoPipeSignal&) = delete;
+  ~CNoPipeSignal() {
+    const timespec atOnce = {};
+    while (!m_bWasDue && sigtimedwait(&m_pipe, nullptr, &atOnce) < 0 && errno == EINTR) {
+    }
+    pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
+  }
+
+ private:
+  sigset_t m_pipe;
+  sigset_t m_before;
+  bool m_bWasDue;
+};
+
 class CPosixOutputFile final : public IOutputFile {
  public:
-  explicit CPosixOutputFile(int descriptor) : m_descriptor(descriptor) {}
+  CPosixOutputFile(int descriptor, bool isPipe) : m_descriptor(descriptor), m_bIsPipe(isPipe) {}
   ~CPosixOutputFile() override { Close(); }
 
   int Write(const void* data, std::size_t length) override {
-    for (const char* at = static_cast<const char*>(data); length > 0;) {
-      const ssize_t count = write(m_descriptor, at, std::min(length, kMostAtOnce));
-      if (count >= 0) {
-        at += count;
-        length -= static_cast<std::size_t>(count);
-      } else if (errno != EINTR) {
-        return errno;
-      }
-    }
-    return 0;
+    if (!m_bIsPipe) return WriteAll(data, length);
+    const CNoPipeSignal quiet;
+    return WriteAll(data, length);
   }
 
   int Close() override {
@@ -104,7 +127,23 @@ class CPosixOutputFile final : public IOutputFile {
   }
 
  private:
+  int WriteAll(const void* data, std::size_t length) const {
+    for (const char* at = static_cast<const char*>(data); length > 0;) {
+      const ssize_t count = write(m_descriptor, at, std::min(length, kMostAtOnce));
+      if (count > 0) {
+        at += count;
+        length -= static_cast<std::size_t>(count);
+      } else if (count == 0) {
+        return EIO;  // a device that takes nothing and tells no reason
+      } else if (errno != EINTR) {
+        return errno;
+      }
+    }
+    return 0;
+  }
+
   int m_descriptor;  // below 0 when closed
+  const bool m_bIsPipe;
 };
 
 constexpr mode_t kEverybodyMayReadAndWrite = 0666;  // less what the process's mask takes away
@@ -133,7 +172,9 @@ std::unique_ptr<IOutputFile> CreateOutputFile(const char* path, int& error) {
     error = errno;
     return nullptr;
   }
-  auto file = std::make_unique<CPosixOutputFile>(descriptor);
+  struct stat status = {};
+  const bool isPipe = fstat(descriptor, &status) == 0 && S_ISFIFO(status.st_mode);
+  auto file = std::make_unique<CPosixOutputFile>(descriptor, isPipe);
   const int flags = fcntl(descriptor, F_GETFL);
   if (flags < 0 || fcntl(descriptor, F_SETFL, flags & ~O_NONBLOCK) != 0) {
     error = errno;

@@ -52,7 +52,8 @@ class QZXML_API IOutputFile {
   IOutputFile& operator=(const IOutputFile&) = delete;
   virtual ~IOutputFile();
 
-  // All of it, behind what was written before.
+  // All of it, behind what was written before. A pipe whose reader has gone fails with EPIPE, and
+  // raises no signal.
   virtual int Write(const void* data, std::size_t length) = 0;
 
   // To be called once, last: what the system could not write shows here at the latest.

@@ -39,7 +39,7 @@ void CFileTextStream::Flush() {
 }
 
 void CFileTextStream::End() {
-  CFileTextStream::Flush();
+  Flush();
   if (m_file != nullptr) {
     const int error = m_file->Close();
     if (error != 0) Fail(error);

@@ -37,7 +37,7 @@ class QZXML_API CFileTextStream : public CTextStream {
   // with EBADF for a stream that was not started; and what GetEncodedData throws.
   void Flush() override;
 
-  // Flushes and closes the file. Throws as Flush.
+  // Calls Flush, the one of a derived class too, and closes the file. Throws as Flush.
   void End() override;
 
  private:

@@ -1,7 +1,10 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <string>
 #include <thread>
 
@@ -164,6 +167,65 @@ TEST(OutputFile, WritesIntoAFifoThatHasAReader) {
   EXPECT_EQ(0, output->Close());
   reader.join();
   EXPECT_EQ(content, read);
+}
+
+// An end of a fifo that is open for reading, until Close.
+class CFifoReader {
+ public:
+  explicit CFifoReader(const std::string& path)
+      : m_descriptor(open(path.c_str(), O_RDONLY | O_NONBLOCK)) {}
+  ~CFifoReader() { Close(); }
+  CFifoReader(const CFifoReader&) = delete;
+  CFifoReader& operator=(const CFifoReader&) = delete;
+  void Close() {
+    if (m_descriptor >= 0) close(m_descriptor);
+    m_descriptor = -1;
+  }
+
+ private:
+  int m_descriptor;
+};
+
+bool IsPipeSignalDue() {
+  sigset_t due;
+  sigpending(&due);
+  return sigismember(&due, SIGPIPE) == 1;
+}
+
+TEST(OutputFile, AFifoWhoseReaderGoesFailsWithoutASignal) {
+  const qztest::TemporaryFile file("");
+  const std::string fifo = file.path() + ".fifo";
+  ASSERT_EQ(0, mkfifo(fifo.c_str(), 0600));
+  CFifoReader reader(fifo);
+  int error = -1;
+  const auto output = CreateOutputFile(fifo.c_str(), error);
+  ASSERT_NE(nullptr, output);
+  EXPECT_EQ(0, output->Write("one", 3));
+  reader.Close();
+  EXPECT_EQ(EPIPE, output->Write("two", 3));  // SIGPIPE would end this process
+  EXPECT_EQ(EPIPE, output->Write("three", 5));
+  EXPECT_FALSE(IsPipeSignalDue());
+}
+
+TEST(OutputFile, ASignalOfAPipeThatWasDueStaysDue) {
+  const qztest::TemporaryFile file("");
+  const std::string fifo = file.path() + ".fifo";
+  ASSERT_EQ(0, mkfifo(fifo.c_str(), 0600));
+  CFifoReader reader(fifo);
+  int error = -1;
+  const auto output = CreateOutputFile(fifo.c_str(), error);
+  ASSERT_NE(nullptr, output);
+  reader.Close();
+  sigset_t pipe;
+  sigemptyset(&pipe);
+  sigaddset(&pipe, SIGPIPE);
+  pthread_sigmask(SIG_BLOCK, &pipe, nullptr);
+  pthread_kill(pthread_self(), SIGPIPE);
+  EXPECT_EQ(EPIPE, output->Write("x", 1));
+  EXPECT_TRUE(IsPipeSignalDue());
+  int taken = 0;
+  sigwait(&pipe, &taken);
+  pthread_sigmask(SIG_UNBLOCK, &pipe, nullptr);
 }
 
 }  // namespace

@@ -1,10 +1,15 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <string>
+#include <vector>
 
 #include "qzxml/runtime/FileTextStream.h"
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/values/BinaryData.h"
+#include "qzxml/xml/XmlTextWriter.h"
 #include "tests/support/Documents.h"
 #include "tests/support/FileLimits.h"
 #include "tests/support/LiveCounts.h"
@@ -207,6 +212,82 @@ TEST_F(FileTextStream, ClosesItsFileWhenItIsAbandoned) {
   }
   EXPECT_EQ(before, qztest::OpenDescriptors());
   EXPECT_EQ("part", qztest::ReadWholeFile(file.path()));
+}
+
+// A stream that counts how often it is flushed with something in it.
+class CCountedStream : public CFileTextStream {
+ public:
+  using CFileTextStream::CFileTextStream;
+  void Flush() override {
+    if (GetLength() != 0) sizes.push_back(GetLength());
+    CFileTextStream::Flush();
+  }
+  std::vector<std::uint32_t> sizes;
+};
+
+TEST_F(FileTextStream, TheEndCallsTheFlushOfADerivedStream) {
+  const qztest::TemporaryFile file("");
+  CCountedStream stream(file.path().c_str(), XmlEncoding_UTF8);
+  stream.Start();
+  stream.Put("text");
+  stream.End();
+  EXPECT_EQ(std::vector<std::uint32_t>({4}), stream.sizes);
+  EXPECT_EQ("text", qztest::ReadWholeFile(file.path()));
+}
+
+// A document of one element and the text that fills it up to so many octets.
+void WriteDocument(CXmlTextWriter& writer, std::size_t octets) {
+  writer.StartDocument();
+  writer.SetFormatted(false);
+  writer.WriteStartElement("a", "");
+  writer.WriteText(std::string(octets - 7, 'x'), ItemType_string, false);
+  writer.WriteEndElement();
+}
+
+TEST_F(FileTextStream, ADocumentOfLessThan4096OctetsGoesOutInOneWriteFromTheEnd) {
+  const struct {
+    std::size_t octets;
+    std::vector<std::uint32_t> sizes;
+  } cases[] = {
+      {8, {8}},          {4095, {4095}}, {4096, {4096}},  // flushed behind the end tag
+      {4100, {4096, 4}},                                  // flushed behind the text
+      {4101, {4097, 4}},
+  };
+  for (const auto& c : cases) {
+    const qztest::TemporaryFile file("");
+    CCountedStream stream(file.path().c_str(), XmlEncoding_UTF8);
+    CXmlTextWriter writer(&stream);
+    WriteDocument(writer, c.octets);
+    EXPECT_EQ(c.octets < 4096 ? 0 : c.sizes.front(), qztest::ReadWholeFile(file.path()).size())
+        << c.octets;
+    writer.EndDocument();
+    EXPECT_EQ(c.sizes, stream.sizes) << c.octets;
+    EXPECT_EQ(c.octets, qztest::ReadWholeFile(file.path()).size());
+  }
+}
+
+TEST_F(FileTextStream, AFifoWhoseReaderGoesFails) {
+  const qztest::TemporaryFile file("");
+  const std::string fifo = file.path() + ".fifo";
+  ASSERT_EQ(0, mkfifo(fifo.c_str(), 0600));
+  const int reader = open(fifo.c_str(), O_RDONLY | O_NONBLOCK);
+  CFileTextStream stream(fifo.c_str(), XmlEncoding_UTF8);
+  stream.Start();
+  close(reader);
+  stream.Put("x");
+  EXPECT_QZ_THROW(CQzException, "Failed to write data to the file. Error [0x00000020]",
+                  stream.End());
+}
+
+TEST_F(FileTextStream, CanBeStartedAnewBehindItsEnd) {
+  const qztest::TemporaryFile file("");
+  CFileTextStream stream(file.path().c_str(), XmlEncoding_UTF8);
+  for (const char* text : {"one", "two"}) {
+    stream.Start();
+    stream.Put(text);
+    stream.End();
+    EXPECT_EQ(text, qztest::ReadWholeFile(file.path()));
+  }
 }
 
 TEST_F(FileTextStream, IsCountedAmongThePlainStreams) {
