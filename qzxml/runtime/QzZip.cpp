@@ -69,11 +69,12 @@ std::unique_ptr<unsigned char[]> Deflate(const unsigned char* data, std::uint32_
   c_stream->next_out = compressed.get();
   c_stream->avail_out = length;
   deflate(c_stream.Get(), Z_NO_FLUSH);
-  QZ_ASSERT_TEXT(c_stream->avail_in == 0, "c_stream.avail_in == 0");
   const int status = deflate(c_stream.Get(), Z_FINISH);
   if (status != Z_STREAM_END) {
     throw CQzException(FormatString("Failed to compress data. [Error Code: %d]", status));
   }
+  // Not before: what does not get smaller leaves input behind, and is no mistake of the caller's.
+  QZ_ASSERT_TEXT(c_stream->avail_in == 0, "c_stream.avail_in == 0");
   compressedLength = static_cast<std::uint32_t>(c_stream->total_out);
   return compressed;
 }

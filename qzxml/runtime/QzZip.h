@@ -19,9 +19,9 @@ class QZXML_API CQzZip : private CInstanceMonitor {
   CQzZip();
 
   // Replaces an array made by array new, and its length, by the compressed one; zlib's fastest
-  // level. CompressionType_None and unknown values leave both alone. Asserts "c_stream.avail_in ==
-  // 0". Meant: what would not get smaller is not stored as it is; it throws CQzException "Failed to
-  // compress data. [Error Code: %d]" with zlib's number, and the array stays.
+  // level. CompressionType_None and unknown values leave both alone. Meant: what would not get
+  // smaller is not stored as it is; it throws CQzException "Failed to compress data. [Error Code:
+  // %d]" with zlib's number, and the array stays.
   static void Compress(unsigned char*& data, std::uint32_t& length, CompressionType type);
   // The same; empty data stays empty.
   static void Compress(CBinaryData& data, CompressionType type);
