@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include <string>
 
 #include "qzxml/json/JsonContext.h"
@@ -8,6 +10,7 @@
 #include "tests/support/FileLimits.h"
 #include "tests/support/LiveCounts.h"
 #include "tests/support/QzTest.h"
+#include "tests/support/Unprivileged.h"
 
 // The entries that give bytes and files, of XML and of JSON.
 namespace QzXmlLib16 {
@@ -17,7 +20,14 @@ using qztest::CNote;
 
 constexpr char kZLibRefused[] = "ZLIB Compression only available for To Stream methods.";
 constexpr char kUnknownEncoding[] = "Unknown Encoding, select UTF-8 (contact our support team)";
-const CSerializationContext& kContext = CSerializationContext::GetDefaultContext();
+
+// The default context with what it makes when a document first asks for it: not left by a test.
+const CSerializationContext& DefaultContext() {
+  const CSerializationContext& context = CSerializationContext::GetDefaultContext();
+  context.GetAdditionalRootAttributes();
+  return context;
+}
+const CSerializationContext& kContext = DefaultContext();
 
 using XmlWriteEntry = qztest::NothingLeftBehind;
 
@@ -120,7 +130,6 @@ TEST_F(XmlWriteEntry, AnUnknownEncodingFailsBehindTheWholeDocument) {
 
 TEST_F(XmlWriteEntry, WhatIsTooSmallToCompressFails) {
   const Note note(std::vector<std::string>{});
-  const qztest::AssertionRecorder recorder;
   EXPECT_QZ_THROW(
       CQzException, "Failed to compress data. [Error Code: 0]",
       note.ToXmlStream(false, false, XmlEncoding_UTF8, EOLType_LF, kContext, CompressionType_GZip));
@@ -178,8 +187,13 @@ TEST_F(XmlWriteEntry, AFileWrittenInPiecesIsTheSameOne) {
   const char* const path = file.path().c_str();
   // Documents of a byte less than each multiple of the size of a piece to a byte more.
   const std::size_t frame = Text(Note({"x"}).ToXmlStream(false, false)).size() - 1;
-  // All of them at first, then one in 64 up to 3 MiB.
-  for (std::size_t multiple = 1; multiple <= 768; multiple += multiple < 64 ? 1 : 64) {
+  // Every multiple up to 3 MiB; where each step is checked, all of the first and then one in 16.
+#ifdef QZXML_ASSERTIONS
+  const std::size_t step = 16;
+#else
+  const std::size_t step = 1;
+#endif
+  for (std::size_t multiple = 1; multiple <= 768; multiple += multiple < 64 ? 1 : step) {
     for (const std::size_t size : {multiple * 4096 - 1, multiple * 4096, multiple * 4096 + 1}) {
       const Note note({std::string(size - frame, 'x')});
       const std::string whole = Text(note.ToXmlStream(false, false));
@@ -257,6 +271,34 @@ TEST_F(XmlWriteEntry, AFileThatCanNotBeMadeFails) {
                     note.ToJsonFile("/tmp"));
   }
   EXPECT_EQ(before, qztest::OpenDescriptors());
+}
+
+TEST_F(XmlWriteEntry, AFileWithoutPermissionIsNotWritten) {
+  const Note note;
+  const qztest::TemporaryFile file("old");
+  const std::string path = file.path();
+  for (const bool inPieces : {false, true}) {
+    const InPieces pieces(inPieces);
+    const std::string message =
+        "Failed to write data to the file [" + path + "] error [0x0000000D]";
+    EXPECT_EQ(message, qztest::FailureWithoutRights(path, [&] { note.ToXmlFile(path.c_str()); }));
+    EXPECT_EQ(message, qztest::FailureWithoutRights(path, [&] { note.ToJsonFile(path.c_str()); }));
+  }
+  chmod(path.c_str(), 0600);
+  EXPECT_EQ("old", qztest::ReadWholeFile(path));
+}
+
+TEST_F(XmlWriteEntry, AFifoWithoutAReaderFails) {
+  const Note note;
+  const qztest::TemporaryFile file("");
+  const std::string fifo = file.path() + ".fifo";
+  ASSERT_EQ(0, mkfifo(fifo.c_str(), 0600));
+  for (const bool inPieces : {false, true}) {
+    const InPieces pieces(inPieces);
+    EXPECT_QZ_THROW(CQzException,
+                    "Failed to write data to the file [" + fifo + "] error [0x00000006]",
+                    note.ToXmlFile(fifo.c_str()));
+  }
 }
 
 TEST_F(XmlWriteEntry, AFullDiskFails) {

@@ -3,7 +3,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 namespace qztest {
@@ -11,7 +10,13 @@ namespace qztest {
 std::string ReadWholeFile(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   if (!file) throw std::runtime_error("The file " + path + " can not be read");
-  return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+  std::string content;
+  char piece[65536];
+  do {
+    file.read(piece, sizeof(piece));
+    content.append(piece, static_cast<std::size_t>(file.gcount()));
+  } while (file);
+  return content;
 }
 
 std::string ReadTestFile(const std::string& path) {
