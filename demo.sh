@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds the library optimised and shows it at work on a GPS track: reads
-# the document, prints what it holds, changes it, writes it back, and shows how a wrong value and a
-# missing element are answered. Asks nothing.
+# the document, prints what it holds, changes it, writes it back, shows a track as XML and JSON, plain
+# and compressed, and how a wrong value and a missing element are answered. Asks nothing.
 set -euo pipefail
 cd "$(dirname "$0")"
 trap 'echo "demo.sh: FAILED."' ERR

@@ -1,5 +1,6 @@
-// Reads a GPX file, prints what it holds, changes it, writes it back indented, and shows what a
-// wrong value, a missing attribute and a missing element are answered with.
+// Reads a GPX file, prints what it holds, changes it, writes it back indented, shows one object as
+// XML and as JSON, plain and compressed, with sizes, and what a wrong value, a missing attribute
+// and a missing element are answered with.
 //
 // usage: gpx_demo [FILE]
 #include <cstdio>
@@ -66,6 +67,54 @@ void Change(gpx::CGpx& document) {
   waypoint->SetExtensions(extensions);
 }
 
+// --- One object in several forms
+
+CSerializationContext TrackContext(const gpx::CTrk& track) {
+  CSerializationContext context;
+  context.SetIndentChars("  ");
+  context.SetDefaultNamespaceURI(track.GetNamespace().c_str());
+  // JSON declares namespaces on its root alone, so that all of them have to be known there.
+  context.GetNamespaceAliases().Add("gpxx", "http://www.garmin.com/xmlschemas/GpxExtensions/v3");
+  return context;
+}
+
+// The track without its open content, which keeps the white space between its elements as text.
+std::string WithoutExtensions(gpx::CTrk& track) {
+  track.SetExtensions(nullptr);
+  return track.ToXml();
+}
+
+void PrintSizes(const gpx::CTrk& track) {
+  const struct {
+    const char* name;
+    CompressionType type;
+  } forms[] = {{"plain", CompressionType_None},
+               {"gzip", CompressionType_GZip},
+               {"zlib", CompressionType_ZLib}};
+  const CSerializationContext context = TrackContext(track);
+  std::printf("\nThe whole track, in octets:\n  %-8s%8s%8s\n", "", "XML", "JSON");
+  for (const auto& form : forms) {
+    const CBinaryData xml =
+        track.ToXmlStream(true, false, XmlEncoding_UTF8, EOLType_LF, context, form.type);
+    const CBinaryData json =
+        track.ToJsonStream(false, XmlEncoding_UTF8, EOLType_LF, context, form.type);
+    std::printf("  %-8s%8u%8u\n", form.name, xml.GetLength(), json.GetLength());
+
+    // Reading any of them gives the same track; compression is recognised by itself.
+    gpx::CTrk fromXml;
+    fromXml.FromXmlStream(xml);
+    gpx::CTrk fromJson;
+    fromJson.FromJsonStream(json);
+    gpx::CTrk original;
+    original.FromXml(track.ToXml().c_str());
+    const std::string expected = WithoutExtensions(original);
+    if (WithoutExtensions(fromXml) != expected || WithoutExtensions(fromJson) != expected) {
+      throw CQzException("The track did not come back.");
+    }
+  }
+  std::printf("  and the same track again from each of the six\n");
+}
+
 // The text of the failure that a document is answered with.
 template <typename Read>
 void Refuse(const char* what, Read read) {
@@ -85,6 +134,7 @@ int Run(const char* file) {
   gpx::CGpx document;
   document.FromXmlFile(file);
   Print(document);
+  for (const CSmartPtr<gpx::CTrk>& track : document.GetTrks()) PrintSizes(*track);
 
   Change(document);
   CSerializationContext context;
@@ -93,6 +143,11 @@ int Run(const char* file) {
   context.GetNamespaceAliases().Add("s", "urn:example:survey");
   std::printf("\nChanged and written back:\n%s",
               document.ToXml(true, true, EOLType_LF, context).c_str());
+
+  for (const CSmartPtr<gpx::CTrk>& track : document.GetTrks()) {
+    std::printf("\nIts track as JSON:\n%s\n",
+                track->ToJson(true, EOLType_LF, TrackContext(*track)).c_str());
+  }
 
   Refuse("A latitude of 91 degrees, set by a program:",
          [&] { document.GetWpts().Item(0)->SetLat(91); });
