@@ -18,10 +18,22 @@ SIZES = (10000, 1000000, 10000000, 100000000)
 LABELS = {10000: "10 KB", 1000000: "1 MB", 10000000: "10 MB", 100000000: "100 MB"}
 
 
-def build(folder):
+def build(folder, targets=()):
     subprocess.run(["cmake", "-S", ROOT, "-B", folder, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
                     "-DQZXML_BUILD_BENCHMARKS=ON"], check=True, stdout=subprocess.DEVNULL)
-    subprocess.run(["cmake", "--build", folder], check=True, stdout=subprocess.DEVNULL)
+    command = ["cmake", "--build", folder]
+    for target in targets:
+        command += ["--target", target]
+    subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
+
+
+def write_between(begin, end, lines):
+    """Puts the lines into the README, in the place of those between two marks."""
+    with open(README, encoding="utf-8") as file:
+        head, rest = file.read().split(begin)
+    tail = rest.split(end)[1]
+    with open(README, "w", encoding="utf-8") as file:
+        file.write(head + begin + "\n" + "\n".join(lines) + "\n" + end + tail)
 
 
 def measure(folder):
@@ -74,11 +86,7 @@ def main(arguments):
     build(folder)
     lines = list(table(measure(folder), folder))
     lines += ["", "Measured on %s, %d processors." % (platform.machine(), os.cpu_count())]
-    with open(README, encoding="utf-8") as file:
-        head, rest = file.read().split(BEGIN)
-    tail = rest.split(END)[1]
-    with open(README, "w", encoding="utf-8") as file:
-        file.write(head + BEGIN + "\n" + "\n".join(lines) + "\n" + END + tail)
+    write_between(BEGIN, END, lines)
     print("\n".join(lines))
     return 0
 

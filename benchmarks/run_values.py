@@ -52,11 +52,7 @@ def main(arguments):
     run.build(folder)
     lines = list(table(measure(folder)))
     lines += ["", "Measured on %s, %d processors." % (platform.machine(), os.cpu_count())]
-    with open(run.README, encoding="utf-8") as file:
-        head, rest = file.read().split(BEGIN)
-    tail = rest.split(END)[1]
-    with open(run.README, "w", encoding="utf-8") as file:
-        file.write(head + BEGIN + "\n" + "\n".join(lines) + "\n" + END + tail)
+    run.write_between(BEGIN, END, lines)
     print("\n".join(lines))
     return 0
 
