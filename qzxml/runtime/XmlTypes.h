@@ -30,6 +30,21 @@ enum CompressionType : int {
   CompressionType_ZLib = 2,  // RFC 1950, level 1; not for files
 };
 
+// The XML declaration in front of a Fast Infoset document (ITU-T Rec. X.891, clause 12.3), with its
+// version, if any, and what it says of standalone.
+enum FInfoDecl : int {
+  FInfoDecl_None = 0,  // no declaration
+  FInfoDecl_Encoding = 1,
+  FInfoDecl_EncodingStandaloneYes = 2,
+  FInfoDecl_EncodingStandaloneNo = 3,
+  FInfoDecl_V10 = 4,
+  FInfoDecl_V10StandaloneYes = 5,
+  FInfoDecl_V10StandaloneNo = 6,
+  FInfoDecl_V11 = 7,
+  FInfoDecl_V11StandaloneYes = 8,
+  FInfoDecl_V11StandaloneNo = 9,
+};
+
 // How documents treat namespaces. The value 1 is accepted and behaves like 0.
 enum SchemaType : int {
   SchemaType_Default = 0,

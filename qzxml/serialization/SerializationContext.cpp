@@ -1,6 +1,7 @@
 #include "qzxml/serialization/SerializationContext.h"
 
 #include "qzxml/collections/AttributeCol.h"
+#include "qzxml/fastinfoset/FastInfosetContext.h"
 #include "qzxml/json/JsonContext.h"
 #include "qzxml/platform/InitOrder.h"
 #include "qzxml/runtime/QzException.h"
@@ -69,6 +70,10 @@ CSmartPtr<CAttributeCol> CSerializationContext::GetAdditionalRootAttributes() co
 }
 
 CJsonContext& CSerializationContext::GetJsonContext() const { return m_jsonContext.GetOrMake(); }
+
+CFastInfosetContext& CSerializationContext::GetFIContext() const {
+  return m_fastInfosetContext.GetOrMake();
+}
 
 // Whoever comes second gives up what it made and takes what the first has put there.
 template <typename Options>

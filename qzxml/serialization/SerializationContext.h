@@ -14,6 +14,7 @@
 namespace QzXmlLib16 {
 
 class CAttributeCol;
+class CFastInfosetContext;
 class CJsonContext;
 
 // The options of reading and writing: every To... and From... operation takes one by const
@@ -25,8 +26,8 @@ class CJsonContext;
 //   std::string text = order.ToXml(true, true, EOLType_LF, context);
 //
 // A copy has its own strings, lists and aliases; the additional root attributes and the options of
-// JSON are shared with the source once they exist. A context belongs to the thread that changes it;
-// threads may read one that nobody changes.
+// JSON and Fast Infoset are shared with the source once they exist. A context belongs to the thread
+// that changes it; threads may read one that nobody changes.
 class QZXML_API CSerializationContext {
  public:
   CSerializationContext();
@@ -136,6 +137,9 @@ class QZXML_API CSerializationContext {
   // context get the same.
   CJsonContext& GetJsonContext() const;
 
+  // The options of Fast Infoset, likewise.
+  CFastInfosetContext& GetFIContext() const;
+
  private:
   // One reference on the attributes of the root, which two readers may ask for first at once.
   class CRootAttributes {
@@ -179,6 +183,7 @@ class QZXML_API CSerializationContext {
   CNamespaceAliasMap m_namespaceAliases;
   mutable CRootAttributes m_additionalRootAttributes;
   mutable CFormatOptions<CJsonContext> m_jsonContext;
+  mutable CFormatOptions<CFastInfosetContext> m_fastInfosetContext;
   SchemaType m_schemaType = SchemaType_Default;
   std::uint32_t m_dwMaxDepth = 1024;
   std::uint32_t m_dwMaxAmplification = 100;

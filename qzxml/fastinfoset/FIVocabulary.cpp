@@ -1,0 +1,193 @@
+#include "qzxml/fastinfoset/FIVocabulary.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "qzxml/fastinfoset/Messages.h"
+#include "qzxml/runtime/Functions.h"
+#include "qzxml/runtime/QzException.h"
+#include "qzxml/xml/TextHash.h"
+#include "qzxml/xml/XmlNamespaces.h"
+
+namespace QzXmlLib16 {
+namespace {
+
+// No character of XML 1.0, so that no name holds it.
+constexpr char kKeySeparator = '\x01';
+
+template <typename Entry>
+const Entry& EntryAt(const std::vector<Entry>& table, std::uint32_t index) {
+  if (index == 0 || index > table.size()) {
+    throw CQzException(FormatString(Messages::kFIIndexOutsideTable, index,
+                                    static_cast<std::uint32_t>(table.size())));
+  }
+  return table[index - 1];
+}
+
+}  // namespace
+
+// ---- The tables for reading ----
+
+CFIVocabulary::CFIStringTable::CFIStringTable() = default;
+CFIVocabulary::CFIStringTable::CFIStringTable(const CFIStringTable& other) = default;
+CFIVocabulary::CFIStringTable& CFIVocabulary::CFIStringTable::operator=(
+    const CFIStringTable& other) = default;
+CFIVocabulary::CFIStringTable::~CFIStringTable() = default;
+
+const std::string& CFIVocabulary::CFIStringTable::GetEntry(std::uint32_t index) const {
+  return EntryAt(m_table, index);
+}
+
+CFIVocabulary::CFIQNameTable::CFIQNameTable() = default;
+CFIVocabulary::CFIQNameTable::CFIQNameTable(const CFIQNameTable& other) = default;
+CFIVocabulary::CFIQNameTable& CFIVocabulary::CFIQNameTable::operator=(const CFIQNameTable& other) =
+    default;
+CFIVocabulary::CFIQNameTable::~CFIQNameTable() = default;
+
+const CFIVocabulary::CQNameParts& CFIVocabulary::CFIQNameTable::GetEntry(
+    std::uint32_t index) const {
+  return EntryAt(m_table, index);
+}
+
+// ---- The vocabulary ----
+
+CFIVocabulary::CFIVocabulary() : m_restrictedAlphabets{"0123456789-+.e ", "0123456789-:TZ "} {
+  AddPrefixName("xml");
+  AddNamespaceName(kXmlNamespace);
+}
+
+CFIVocabulary::CFIVocabulary(const CFIVocabulary& other) = default;
+CFIVocabulary& CFIVocabulary::operator=(const CFIVocabulary& other) = default;
+CFIVocabulary::~CFIVocabulary() = default;
+
+std::size_t CFIVocabulary::CTextHash::operator()(const std::string& text) const noexcept {
+  return static_cast<std::size_t>(detail::HashText(text));
+}
+
+void CFIVocabulary::AddAttribute(const std::string& prefix, const std::string& namespaceName,
+                                 const std::string& localName) {
+  AddQName(prefix, namespaceName, localName, m_attributeNameMap, m_attributeNames);
+}
+
+void CFIVocabulary::AddElement(const std::string& prefix, const std::string& namespaceName,
+                               const std::string& localName) {
+  AddQName(prefix, namespaceName, localName, m_elementNameMap, m_elementNames);
+}
+
+void CFIVocabulary::AddAttributeValue(const std::string& value) {
+  AddValueToMap(value, m_attributeValueMap);
+  AddValueToVector(value, m_attributeValues);
+}
+
+void CFIVocabulary::AddElementValue(const std::string& value) {
+  AddValueToMap(value, m_characterChunkMap);
+  AddValueToVector(value, m_characterChunks);
+}
+
+void CFIVocabulary::AddPrefixName(const std::string& name) {
+  AddValueToMap(name, m_prefixNameMap);
+  AddValueToVector(name, m_prefixNames);
+}
+
+void CFIVocabulary::AddNamespaceName(const std::string& name) {
+  AddValueToMap(name, m_namespaceNameMap);
+  AddValueToVector(name, m_namespaceNames);
+}
+
+void CFIVocabulary::AddLocalName(const std::string& name) {
+  AddValueToMap(name, m_localNameMap);
+  AddValueToVector(name, m_localNames);
+}
+
+bool CFIVocabulary::FindPrefixNameIndex(const std::string& name, std::uint32_t& index) const {
+  return FindIndex(m_prefixNameMap, name, index);
+}
+
+bool CFIVocabulary::FindNamespaceNameIndex(const std::string& name, std::uint32_t& index) const {
+  return FindIndex(m_namespaceNameMap, name, index);
+}
+
+bool CFIVocabulary::FindLocalNameIndex(const std::string& name, std::uint32_t& index) const {
+  return FindIndex(m_localNameMap, name, index);
+}
+
+// ---- Pieces ----
+
+void CFIVocabulary::FormKey(const std::string& prefix, const std::string& namespaceName,
+                            const std::string& localName, std::string& key) {
+  key.assign(localName);
+  key += kKeySeparator;
+  key += namespaceName;
+  key += kKeySeparator;
+  key += prefix;
+}
+
+void CFIVocabulary::AddQName(const std::string& prefix, const std::string& namespaceName,
+                             const std::string& localName, CIndexMap& map, CFIQNameTable& table) {
+  std::string key;
+  FormKey(prefix, namespaceName, localName, key);
+  CQNameParts parts(0, 0, 0);
+  std::uint32_t index = 0;
+  if (FindIndex(map, key, index)) return;
+  if (!prefix.empty() && !FindPrefixNameIndex(prefix, parts.m_dwPrefixIndex)) {
+    AddPrefixName(prefix);
+    parts.m_dwPrefixIndex = static_cast<std::uint32_t>(m_prefixNames.m_table.size());
+  }
+  if (!namespaceName.empty() && !FindNamespaceNameIndex(namespaceName, parts.m_dwNamespaceIndex)) {
+    AddNamespaceName(namespaceName);
+    parts.m_dwNamespaceIndex = static_cast<std::uint32_t>(m_namespaceNames.m_table.size());
+  }
+  if (!FindLocalNameIndex(localName, parts.m_dwLocalNameIndex)) {
+    AddLocalName(localName);
+    parts.m_dwLocalNameIndex = static_cast<std::uint32_t>(m_localNames.m_table.size());
+  }
+  AddValueToMap(key, map);
+  AddQNameToVector(parts, table);
+}
+
+void CFIVocabulary::AddQNameToVector(const CQNameParts& parts, CFIQNameTable& table) {
+  if (table.m_table.size() < kMaxEntries) table.m_table.push_back(parts);
+}
+
+void CFIVocabulary::AddValueToVector(const std::string& value, CFIStringTable& table) {
+  if (table.m_table.size() < kMaxEntries) table.m_table.push_back(value);
+}
+
+void CFIVocabulary::AddValueToMap(const std::string& value, CIndexMap& map) {
+  const std::size_t size = map.size();
+  if (size < kMaxEntries) map[value] = static_cast<std::uint32_t>(size + 1);
+}
+
+bool CFIVocabulary::FindIndex(const CIndexMap& map, const std::string& key, std::uint32_t& index) {
+  const auto entry = map.find(key);
+  if (entry == map.end()) return false;
+  index = entry->second;
+  return true;
+}
+
+// ---- Dump ----
+
+void CFIVocabulary::DumpMap(const char* title, const CIndexMap& map) {
+  std::printf("\n%s\n", title);
+  std::vector<const CIndexMap::value_type*> entries;
+  entries.reserve(map.size());
+  for (const CIndexMap::value_type& entry : map) entries.push_back(&entry);
+  std::sort(entries.begin(), entries.end(),
+            [](const auto* a, const auto* b) { return a->first < b->first; });
+  for (const CIndexMap::value_type* entry : entries) {
+    std::printf("%s, %d\n", entry->first.c_str(), static_cast<int>(entry->second));
+  }
+}
+
+void CFIVocabulary::Dump() const {
+  std::printf("\n** Dumping FI Tables **\n");
+  DumpMap("Attr Names", m_attributeNameMap);
+  DumpMap("Attr Values", m_attributeValueMap);
+  DumpMap("Character Chunks", m_characterChunkMap);
+  DumpMap("Element Names", m_elementNameMap);
+  DumpMap("Local Names", m_localNameMap);
+  DumpMap("Namespace Names", m_namespaceNameMap);
+  DumpMap("Prefix Names", m_prefixNameMap);
+}
+
+}  // namespace QzXmlLib16
