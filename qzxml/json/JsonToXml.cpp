@@ -63,7 +63,9 @@ CBinaryData JsonToXml(const std::string& jsonText, const CSerializationContext& 
   reader.SetRootElementName(options.GetRootElementName().c_str());
   reader.Parse();
   writer.EndDocument();
-  return LocalToUtf8(stream.GetBuffer());
+  CBinaryData xml = LocalToUtf8(stream.GetBuffer());
+  detail::CInputOrigin::Tell(xml.GetData(), jsonText.size());
+  return xml;
 }
 
 }  // namespace QzXmlLib16

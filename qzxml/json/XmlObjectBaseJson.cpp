@@ -7,9 +7,12 @@
 #include "qzxml/serialization/SerializationContext.h"
 #include "qzxml/serialization/XmlObjectBase.h"
 #include "qzxml/values/BinaryData.h"
+#include "qzxml/xml/GrowthBound.h"
 #include "qzxml/xml/XmlDocument.h"
 
-// The entry points for JSON.
+// The entry points for JSON. Names and some texts of JSON stand in its XML as they are, so that a
+// hostile one can bring a document type with it; the origin lets the tree of the XML be bounded by
+// the size of the JSON.
 
 namespace QzXmlLib16 {
 namespace {
@@ -39,21 +42,25 @@ class CNamespacesIgnored {
 }  // namespace
 
 void CXmlObjectBase::FromJsonFile(const char* fileName, const CSerializationContext& context) {
+  const detail::CInputOrigin origin;
   CXmlDocument document(context);
   FromJson_Int(document.LoadJsonFile(fileName), context);
 }
 
 void CXmlObjectBase::FromJson(const wchar_t* text, const CSerializationContext& context) {
+  const detail::CInputOrigin origin;
   CXmlDocument document(context);
   FromJson_Int(document.LoadJson(text), context);
 }
 
 void CXmlObjectBase::FromJson(const char16_t* text, const CSerializationContext& context) {
+  const detail::CInputOrigin origin;
   CXmlDocument document(context);
   FromJson_Int(document.LoadJson(text), context);
 }
 
 void CXmlObjectBase::FromJson(const char* text, const CSerializationContext& context) {
+  const detail::CInputOrigin origin;
   CXmlDocument document(context);
   FromJson_Int(document.LoadJson(text), context);
 }
@@ -64,6 +71,7 @@ void CXmlObjectBase::FromJsonStream(const CBinaryData& data, const CSerializatio
 
 void CXmlObjectBase::FromJsonStream(const BYTE* data, DWORD length,
                                     const CSerializationContext& context) {
+  const detail::CInputOrigin origin;
   CXmlDocument document(context);
   FromJson_Int(document.LoadJsonStream(data, length), context);
 }

@@ -149,7 +149,7 @@ void CExpatReader::Parse(bool isLast) {
   QZ_ASSERT(m_parser != 0);
   if (m_parser == nullptr) return;
   std::string_view input(reinterpret_cast<const char*>(m_doc.m_pInput), m_doc.m_dwInputLength);
-  m_inputOctets += input.size();
+  m_inputOctets += detail::CInputOrigin::Measure(m_doc.m_pInput, input.size());
   m_nodes.SetInputOctets(m_inputOctets);
   const bool waits = !isLast && m_heldBack.size() + input.size() < m_pending;
   if (waits || !m_heldBack.empty()) input = m_heldBack += input;

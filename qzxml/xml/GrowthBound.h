@@ -31,4 +31,26 @@ class CGrowthBound {
   std::uint32_t m_times = 0;
 };
 
+// While one lives, a load on its thread is measured by what its input was made of, where that is
+// told here: two steps that may each grow a number of times are then bounded as one.
+class CInputOrigin {
+ public:
+  CInputOrigin();
+  CInputOrigin(const CInputOrigin&) = delete;
+  CInputOrigin& operator=(const CInputOrigin&) = delete;
+  ~CInputOrigin();
+
+  // The octets that begin there were made of so many. They stay where they are as long as the
+  // innermost origin of the thread lives; nothing is remembered where there is none.
+  static void Tell(const unsigned char* octets, std::uint64_t originOctets);
+
+  // What an input counts: its own size, or that of its origin where that is less.
+  static std::uint64_t Measure(const unsigned char* octets, std::uint64_t size);
+
+ private:
+  CInputOrigin* const m_pOuter;  // not owned
+  const unsigned char* m_pOctets = nullptr;
+  std::uint64_t m_originOctets = 0;
+};
+
 }  // namespace QzXmlLib16::detail

@@ -81,6 +81,24 @@ TEST(JsonReaderDefaultHandler, TheOutermostContainerIsNotInThePath) {
   EXPECT_EQ("$", PathOf("[[{?"));
 }
 
+TEST(JsonReaderDefaultHandler, TheRootElementThatWasAddedIsInThePath) {
+  const std::string text = "{\"a\":[{\"b\":?";
+  CJsonTextReader reader(text);
+  reader.SetRootElementName("r");
+  EXPECT_THROW(reader.Parse(), CQzValidationException);
+  EXPECT_EQ(Raw("$.b.a[", 0, "].r"), reader.GetErrorPathProvider()->GetErrorPath());
+}
+
+TEST(JsonReaderDefaultHandler, AMessageEndsWithTheWholePath) {
+  const std::string text = "{\"a\":[{},{\"b\":?";
+  CJsonTextReader reader(text);
+  EXPECT_QZ_THROW(CQzValidationException,
+                  Raw("Expected Value '{', '[', '\"', '0-9', '-', 'true', 'false' or 'null', found "
+                      "'?' at line 1, position 15.\nPath: $.b.a[",
+                      1, "]"),
+                  reader.Parse());
+}
+
 // --- The debug channel
 
 std::string g_traced;

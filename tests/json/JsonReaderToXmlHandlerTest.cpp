@@ -1,7 +1,9 @@
+#include <functional>
 #include <memory>
 
 #include "qzxml/json/JsonReaderToXmlHandler.h"
 #include "qzxml/json/JsonTextReader.h"
+#include "qzxml/json/JsonTextWriter.h"
 #include "qzxml/runtime/Encoder.h"
 #include "qzxml/runtime/TextStream.h"
 #include "qzxml/values/BinaryData.h"
@@ -245,6 +247,153 @@ TEST(JsonReaderToXmlHandler, ARawLineEndOrMarkInATextDoesNotComeBackWhole) {
                   Xml("{\"a\":\"x\"y\"}"));
 }
 
+// A document that the JSON writer made, as the reader gets it back.
+
+std::string Written(JsonRoundTrip mode, const std::function<void(CJsonTextWriter&)>& calls) {
+  CTextStream stream;
+  CJsonTextWriter writer(&stream);
+  writer.StartDocument();
+  writer.SetFormatted(false);
+  writer.SetRoundtrip(mode);
+  writer.WriteDocumentStart();
+  calls(writer);
+  writer.WriteDocumentEnd();
+  writer.EndDocument();
+  return stream.TakeText();
+}
+
+void WriteElement(CJsonTextWriter& writer, const char* name, const char* text,
+                  ItemType type = ItemType_string, const char* uri = "") {
+  writer.WriteStartElement(name, uri);
+  writer.WriteText(text, type, false);
+  writer.WriteEndElement();
+}
+
+TEST(JsonReaderToXmlHandler, TheKindsOfWrittenValuesDoNotComeBack) {
+  const std::string json = Written(JsonRoundTrip_Full, [](CJsonTextWriter& writer) {
+    writer.WriteStartElement("r", "");
+    WriteElement(writer, "a", "1.50", ItemType_decimal);
+    WriteElement(writer, "b", "1.50");
+    WriteElement(writer, "c", "true", ItemType_boolean);
+    writer.WriteEndElement();
+  });
+  EXPECT_EQ("{\"r\": {\"a\": 1.50,\"b\": \"1.50\",\"c\": true}}", json);
+  EXPECT_EQ("<r>\n\t<a>1.50</a>\n\t<b>1.50</b>\n\t<c>true</c>\n</r>\n", Xml(json));
+}
+
+TEST(JsonReaderToXmlHandler, WrittenWithoutTheMarksAttributesComeBackAsElementsAndTextDoesNot) {
+  const auto calls = [](CJsonTextWriter& writer) {
+    writer.WriteStartElement("r", "");
+    writer.WriteAttribute("x", "", "1", ItemType_string);
+    WriteElement(writer, "a", "v");
+    writer.WriteEndElement();
+  };
+  const std::string json = Written(JsonRoundTrip_None, calls);
+  EXPECT_EQ("{\"r\": {\"x\": \"1\",\"a\": \"v\"}}", json);
+  EXPECT_EQ("<r>\n\t<x>1</x>\n\t<a>v</a>\n</r>\n", Xml(json, JsonRoundTrip_None));
+  EXPECT_EQ("<r x=\"1\">\n\t<a>v</a>\n</r>\n",
+            Xml(Written(JsonRoundTrip_Marked, calls), JsonRoundTrip_Marked));
+
+  const std::string beside = Written(JsonRoundTrip_None, [](CJsonTextWriter& writer) {
+    writer.WriteStartElement("r", "");
+    writer.WriteAttribute("x", "", "1", ItemType_string);
+    writer.WriteText("v", ItemType_string, false);
+    writer.WriteEndElement();
+  });
+  EXPECT_EQ("{\"r\": {\"x\": \"1\",\"\": \"v\"}}", beside);
+  EXPECT_QZ_THROW_FULL(CQzValidationException, "JSON item has an empty Name.\nPath: $..r", "$..r",
+                       Xml(beside, JsonRoundTrip_None));
+}
+
+TEST(JsonReaderToXmlHandler, WrittenNamespacesComeBackInTheFullModeAlone) {
+  const auto calls = [](CJsonTextWriter& writer) {
+    writer.WriteStartElement("r", "urn:a");
+    WriteElement(writer, "i", "v", ItemType_string, "urn:a");
+    writer.WriteEndElement();
+  };
+  for (const JsonRoundTrip mode : {JsonRoundTrip_None, JsonRoundTrip_Marked}) {
+    EXPECT_EQ("<r>\n\t<i>v</i>\n</r>\n", Xml(Written(mode, calls), mode));
+  }
+  EXPECT_EQ("<AA:r xmlns:AA=\"urn:a\">\n\t<AA:i>v</AA:i>\n</AA:r>\n",
+            Xml(Written(JsonRoundTrip_Full, calls)));
+}
+
+TEST(JsonReaderToXmlHandler, CommentsAndInstructionsDoNotComeBack) {
+  const std::string json = Written(JsonRoundTrip_Full, [](CJsonTextWriter& writer) {
+    writer.WriteComment("c");
+    writer.WriteProcessingInstruction("p");
+    WriteElement(writer, "r", "v");
+  });
+  EXPECT_EQ("{/* c */\n\"r\": \"v\"}", json);
+  EXPECT_EQ("<r>v</r>\n", Xml(json));
+}
+
+// What is left of an element with a nil mark alone is its name, which no reader takes; with an
+// attribute it comes back empty, around what follows. The null of other writers is empty too.
+TEST(JsonReaderToXmlHandler, NilMarksDoNotComeBack) {
+  const auto write = [](bool attribute) {
+    return Written(JsonRoundTrip_Full, [=](CJsonTextWriter& writer) {
+      writer.WriteStartElement("r", "");
+      writer.WriteStartElement("a", "");
+      if (attribute) writer.WriteAttribute("x", "", "1", ItemType_string);
+      writer.WriteXsiNil();
+      writer.WriteEndElement();
+      WriteElement(writer, "b", "v");
+      writer.WriteEndElement();
+    });
+  };
+  EXPECT_EQ("{\"r\": {\"a\": ,\"b\": \"v\"}}", write(false));
+  EXPECT_QZ_THROW_FULL(
+      CQzValidationException,
+      "Expected Value '{', '[', '\"', '0-9', '-', 'true', 'false' or 'null', found "
+      "',' at line 1, position 13.\nPath: $.a.r",
+      "$.a.r", Xml(write(false)));
+  EXPECT_EQ("<r>\n\t<a x=\"1\">\n\t\t<b>v</b>\n\t</a>\n</r>\n", Xml(write(true)));
+  EXPECT_EQ("<r>\n\t<a/>\n\t<b>v</b>\n</r>\n", Xml("{\"r\":{\"a\":null,\"b\":\"v\"}}"));
+}
+
+// The bracket that closes them has none that opens it.
+TEST(JsonReaderToXmlHandler, OfWrittenCollectionsThoseOfObjectsComeBackAndThoseOfValuesDoNot) {
+  const auto write = [](bool objects) {
+    return Written(JsonRoundTrip_Full, [=](CJsonTextWriter& writer) {
+      writer.WriteStartElement("r", "");
+      writer.SetCollectionState(1);
+      for (const char* value : {"1", "2"}) {
+        if (objects) writer.WriteStartElement("a", "");
+        WriteElement(writer, objects ? "b" : "a", value);
+        if (objects) writer.WriteEndElement();
+      }
+      writer.SetCollectionState(3);
+      writer.WriteEndElement();
+    });
+  };
+  EXPECT_EQ("{\"r\": {\"a\": [{\"b\": \"1\"},{\"b\": \"2\"}]}}", write(true));
+  EXPECT_EQ("<r>\n\t<a>\n\t\t<b>1</b>\n\t</a>\n\t<a>\n\t\t<b>2</b>\n\t</a>\n</r>\n",
+            Xml(write(true)));
+  EXPECT_EQ("{\"r\": {\"a\": \"1\",\"a\": \"2\"]}}", write(false));
+  EXPECT_QZ_THROW_FULL(CQzValidationException,
+                       "Expected Object separator character ',', found ']' at line 1, position 25."
+                       "\nPath: $.a.r",
+                       "$.a.r", Xml(write(false)));
+}
+
+TEST(JsonReaderToXmlHandler, AnAttributeOrATextThatIsAnObjectGivesItsMembersToTheElement) {
+  ExpectXml({{"{\"r\":{\"@x\":{\"b\":1}}}", "<r>\n\t<b>1</b>\n</r>\n"},
+             {"{\"r\":{\"#text\":{\"b\":1}}}", "<r>\n\t<b>1</b>\n</r>\n"},
+             {"{\"r\":{\"#text\":[1]}}", "<r>1</r>\n"}});
+}
+
+TEST(JsonReaderToXmlHandler, APlainValueBehindAnObjectInAnArrayEndsTheElementAround) {
+  ExpectXml({{"{\"r\":{\"a\":[{\"b\":1},5]}}", "<r>\n\t<a>\n\t\t<b>1</b>\n\t</a>\n5</r>\n"}});
+}
+
+// Nine characters at its beginning mark it.
+TEST(JsonReaderToXmlHandler, ATextThatIsMarkedAsCDataStandsAsItIs) {
+  ExpectXml({{"{\"a\":\"<![CDATA[x<b>&y]]>\"}", "<a><![CDATA[x<b>&y]]></a>\n"},
+             {"{\"a\":\" <![CDATA[x]]>\"}", "<a> &lt;![CDATA[x]]&gt;</a>\n"}});
+  EXPECT_EQ("unclosed CDATA section at line 3", LoadFailure("{\"a\":\"<![CDATA[x\"}"));
+}
+
 TEST(JsonReaderToXmlHandler, NamesThatXmlDoesNotAllowFailWhereItIsRead) {
   EXPECT_EQ("not well-formed (invalid token) at line 2", LoadFailure("{\"a b\":1}"));
   EXPECT_EQ("not well-formed (invalid token) at line 2", LoadFailure("{\"1\":1}"));
@@ -261,6 +410,19 @@ TEST(JsonReaderToXmlHandler, OfAnAttributeWithAnArrayTheSecondValueHasNoName) {
 }
 
 // --- Failures
+
+TEST(JsonReaderToXmlHandler, AFailureInAnArrayCarriesThePathWithItsRawCharacter) {
+  const std::string path("$..a[\0].r", 9);  // "a" and the object in it
+  EXPECT_QZ_THROW(CQzValidationException, "JSON item has an empty Name.\nPath: " + path,
+                  Xml("{\"r\":{\"a\":[{\"\":1}]}}"));
+}
+
+TEST(JsonReaderToXmlHandler, ALongValueStandsWholeInAFailure) {
+  const std::string value(100000, 'v');
+  EXPECT_QZ_THROW(CQzInvalidStateException,
+                  "Failed to convert value '" + value + "' to Element string value in XML.",
+                  Xml("\"" + value + "\""));
+}
 
 TEST(JsonReaderToXmlHandler, AValueWithNoElementOpenFails) {
   for (const JsonRoundTrip mode : kModes) {
@@ -359,6 +521,22 @@ TEST(JsonReaderToXmlHandler, WhatTheWriterRefusesFailsAndAsserts) {
     const qztest::AssertionRecorder recorder;
     EXPECT_QZ_THROW_FULL(CQzInvalidStateException, c.text, "", Drive(&writer, c.json));
   }
+}
+
+TEST(JsonReaderToXmlHandler, ANewDocumentForgetsTheElementsAndArraysThatWereOpen) {
+  CRefusing writer;
+  CJsonReaderToXmlHandler handler(&writer, JsonRoundTrip_Full, nullptr);
+  handler.StartDocument();
+  handler.Name("a");
+  handler.StartArray();
+  handler.StartDocument();
+  EXPECT_QZ_THROW(CQzInvalidStateException,
+                  "Failed to convert value 'v' to Element string value in XML.",
+                  handler.String("v"));
+  handler.Null();  // no element ends, but the name is gone
+  writer.names = true;
+  EXPECT_NO_THROW(handler.StartObject());  // no array gives it a name
+  EXPECT_QZ_ASSERT("m_arrayStack.size() > 0", handler.EndArray());
 }
 
 TEST(JsonReaderToXmlHandler, AnEndWithoutAnArrayAsserts) {

@@ -161,6 +161,12 @@ TEST(JsonTextReader, NoValueOfAnyKindIsDeeper) {
       kPlain);
 }
 
+TEST(JsonTextReader, ObjectsCountInTheDepthAsArraysDo) {
+  ExpectFailures({{Repeat("{\"a\":", 100) + "1",
+                   "JSON exceeded depth limit at line 1, position 501.", "$" + Repeat(".a", 100)}},
+                 kPlain);
+}
+
 TEST(JsonTextReader, TheRootElementDoesNotCountInTheDepth) {
   const std::string hundred = Repeat("[", 100) + Repeat("]", 100);
   EXPECT_NO_THROW((Reading{false, "r"}(hundred)));
@@ -419,6 +425,9 @@ TEST(JsonTextReader, CountsLinesFromOneAndTheBytesOfALineFromOne) {
                   {"\n?",
                    "Expected Value '{', '[', '\"', '0-9', '-', 'true', 'false' or 'null', "
                    "found '?' at line 2, position 1."},
+                  {"\r\t ?",
+                   "Expected Value '{', '[', '\"', '0-9', '-', 'true', 'false' or 'null', "
+                   "found '?' at line 1, position 4."},
                   {"\r\n\r\n\t?",
                    "Expected Value '{', '[', '\"', '0-9', '-', 'true', 'false' or 'null', found "
                    "'?' at line 3, position 2."},
