@@ -148,23 +148,7 @@ class CPosixOutputFile final : public IOutputFile {
 
 constexpr mode_t kEverybodyMayReadAndWrite = 0666;  // less what the process's mask takes away
 
-std::atomic<FileOpener> g_opener{&OpenPosixFile};
-
-}  // namespace
-
-IFile::~IFile() = default;
-
-IOutputFile::~IOutputFile() = default;
-
-std::unique_ptr<IFile> OpenFile(const char* path, FileMode mode, int& error) {
-  return g_opener.load(std::memory_order_acquire)(path, mode, error);
-}
-
-FileOpener SetFileOpener(FileOpener opener) {
-  return g_opener.exchange(opener != nullptr ? opener : &OpenPosixFile);
-}
-
-std::unique_ptr<IOutputFile> CreateOutputFile(const char* path, int& error) {
+std::unique_ptr<IOutputFile> CreatePosixOutputFile(const char* path, int& error) {
   // O_NONBLOCK lets a fifo without a reader answer at once; then the writes are to wait again.
   const int descriptor =
       open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NONBLOCK, kEverybodyMayReadAndWrite);
@@ -182,6 +166,31 @@ std::unique_ptr<IOutputFile> CreateOutputFile(const char* path, int& error) {
   }
   error = 0;
   return file;
+}
+
+std::atomic<FileOpener> g_opener{&OpenPosixFile};
+std::atomic<OutputFileCreator> g_creator{&CreatePosixOutputFile};
+
+}  // namespace
+
+IFile::~IFile() = default;
+
+IOutputFile::~IOutputFile() = default;
+
+std::unique_ptr<IFile> OpenFile(const char* path, FileMode mode, int& error) {
+  return g_opener.load(std::memory_order_acquire)(path, mode, error);
+}
+
+FileOpener SetFileOpener(FileOpener opener) {
+  return g_opener.exchange(opener != nullptr ? opener : &OpenPosixFile);
+}
+
+std::unique_ptr<IOutputFile> CreateOutputFile(const char* path, int& error) {
+  return g_creator.load(std::memory_order_acquire)(path, error);
+}
+
+OutputFileCreator SetOutputFileCreator(OutputFileCreator creator) {
+  return g_creator.exchange(creator != nullptr ? creator : &CreatePosixOutputFile);
 }
 
 }  // namespace QzXmlLib16::detail

@@ -64,4 +64,8 @@ class QZXML_API IOutputFile {
 // folder fails with EISDIR. The call does not wait: a fifo without a reader fails with ENXIO.
 QZXML_API std::unique_ptr<IOutputFile> CreateOutputFile(const char* path, int& error);
 
+// The same as SetFileOpener for CreateOutputFile.
+using OutputFileCreator = std::unique_ptr<IOutputFile> (*)(const char* path, int& error);
+QZXML_API OutputFileCreator SetOutputFileCreator(OutputFileCreator creator);
+
 }  // namespace QzXmlLib16::detail

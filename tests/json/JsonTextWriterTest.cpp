@@ -262,6 +262,25 @@ TEST_F(JsonTextWriter, AnEmptyTextIsAValue) {
             Written([](CJsonTextWriter& w) { Element(w, "a", "", ItemType_string); }));
 }
 
+// A text does not make an element an object, nor end the wait for what does.
+TEST_F(JsonTextWriter, WhatFollowsATextStandsRightBehindIt) {
+  EXPECT_EQ("{\"a\": \"x\"\"y\"}", Written([](CJsonTextWriter& w) {
+              w.WriteStartElement("a", "");
+              w.WriteText("x", ItemType_string, false);
+              w.WriteText("y", ItemType_string, false);
+              w.WriteEndElement();
+            }));
+  const auto mixed = [](CJsonTextWriter& w) {
+    w.WriteStartElement("a", "");
+    w.WriteText("x", ItemType_string, false);
+    Element(w, "b", "1", ItemType_i4);
+    w.WriteText("y", ItemType_string, false);
+    w.WriteEndElement();
+  };
+  EXPECT_EQ("{\"a\": \"x\"{\"b\": 1,\"#text\": \"y\"}}", Written(mixed));
+  EXPECT_EQ("{\n\t\"a\": \"x\"{\n\t\t\"b\": 1,\n\t\t\"#text\": \"y\"\n\t}\n}", Formatted(mixed));
+}
+
 TEST_F(JsonTextWriter, DefaultTextsAreWritten) {
   EXPECT_EQ("{\"a\": 5}", Written([](CJsonTextWriter& w) {
               w.WriteStartElement("a", "");

@@ -5,6 +5,7 @@
 #include "qzxml/runtime/BinaryStream.h"
 #include "qzxml/runtime/QzException.h"
 #include "tests/support/Documents.h"
+#include "tests/support/FailingFile.h"
 #include "tests/support/FileLimits.h"
 #include "tests/support/LiveCounts.h"
 #include "tests/support/QzTest.h"
@@ -103,6 +104,25 @@ TEST_F(BinaryStream, AFileThatFillsUpStaysAsFarAsItGot) {
       "\xFF\xFE"
       "abcd",
       qztest::ReadWholeFile(file.path()));
+}
+
+TEST_F(BinaryStream, AnyWriteAndTheClosingMayFailAndCloseTheFile) {
+  const struct {
+    int failingWrite;
+    int closeError;
+    std::string content;
+  } cases[] = {{1, 0, ""}, {2, 0, "\xFF\xFE"}, {0, 0x12345678, "\xFF\xFEx"}};
+  for (const auto& c : cases) {
+    qztest::FailingFile file;
+    file.failingWrite = c.failingWrite;
+    file.writeError = 0x12345678;
+    file.closeError = c.closeError;
+    CFileBinaryStream stream("a.xml", XmlEncoding_UTF16, CBinaryData("x"));
+    EXPECT_QZ_THROW(CQzException, "Failed to write data to the file [a.xml] error [0x12345678]",
+                    stream.Write());
+    EXPECT_EQ(c.content, file.content);
+    EXPECT_EQ(0, file.open);
+  }
 }
 
 TEST_F(BinaryStream, FilesAreCountedAmongThePlainStreams) {

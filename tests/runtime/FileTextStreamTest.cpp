@@ -6,11 +6,13 @@
 #include <string>
 #include <vector>
 
+#include "qzxml/runtime/Encoder.h"
 #include "qzxml/runtime/FileTextStream.h"
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/values/BinaryData.h"
 #include "qzxml/xml/XmlTextWriter.h"
 #include "tests/support/Documents.h"
+#include "tests/support/FailingFile.h"
 #include "tests/support/FileLimits.h"
 #include "tests/support/LiveCounts.h"
 #include "tests/support/QzTest.h"
@@ -88,6 +90,32 @@ TEST_F(FileTextStream, BytesEndAtAZeroByte) {
   CTextStream stream(XmlEncoding_UTF8);
   stream.Put('\0');
   EXPECT_EQ("", Bytes(stream));
+}
+
+// While one lives, local text is Windows-1252.
+struct CWestern {
+  CWestern() { SetLocalCharEncoding(1252); }
+  ~CWestern() { SetLocalCharEncoding(3); }
+};
+
+TEST_F(FileTextStream, TextOfAnotherLocalEncodingIsConverted) {
+  const CWestern western;
+  CTextStream narrow(XmlEncoding_UTF8);
+  narrow.Put("a\xE4\x80");
+  EXPECT_EQ("a\xC3\xA4\xE2\x82\xAC", Bytes(narrow));
+  CTextStream wide(XmlEncoding_UTF16);
+  wide.Put("a\xE4\x80");
+  EXPECT_EQ(std::string("a\0\xE4\0\xAC\x20", 6), Bytes(wide));
+  EXPECT_EQ("a\xC3\xA4", Written(XmlEncoding_UTF8, {"a", "\xE4"}));
+}
+
+TEST_F(FileTextStream, PromisedAsciiIsCopied) {
+  const CWestern western;
+  ASCIIOnly(true);
+  CTextStream narrow(XmlEncoding_UTF8);
+  narrow.Put("a\xE4");
+  EXPECT_EQ("a\xE4", Bytes(narrow));
+  ASCIIOnly(false);
 }
 
 TEST_F(FileTextStream, AnUnknownEncodingHasNoBytes) {
@@ -277,6 +305,48 @@ TEST_F(FileTextStream, AFifoWhoseReaderGoesFails) {
   stream.Put("x");
   EXPECT_QZ_THROW(CQzException, "Failed to write data to the file. Error [0x00000020]",
                   stream.End());
+}
+
+TEST_F(FileTextStream, AnyWriteMayFailAndClosesTheFile) {
+  for (const int failing : {1, 2, 3}) {
+    qztest::FailingFile file;
+    file.failingWrite = failing;
+    file.writeError = 0x7ABCDEF0;
+    CFileTextStream stream("a.xml", XmlEncoding_UTF16);
+    int started = 0;
+    const auto write = [&] {
+      stream.Start();
+      ++started;
+      stream.Put("one");
+      stream.Flush();
+      stream.Put("two");
+      stream.End();
+    };
+    EXPECT_QZ_THROW(CQzException,
+                    failing == 1 ? "Failed to write data to the file [a.xml] error [0x7ABCDEF0]"
+                                 : "Failed to write data to the file. Error [0x7ABCDEF0]",
+                    write());
+    EXPECT_EQ(failing == 1 ? 0 : 1, started);
+    EXPECT_EQ(0, file.open);
+    EXPECT_EQ(failing, file.writes);
+    EXPECT_EQ(std::string("\xFF\xFEo\0n\0e\0", 8)
+                  .substr(0, failing == 3   ? 8
+                             : failing == 2 ? 2
+                                            : 0),
+              file.content);
+  }
+}
+
+TEST_F(FileTextStream, ClosingMayFail) {
+  qztest::FailingFile file;
+  file.closeError = 28;
+  CFileTextStream stream("a.xml", XmlEncoding_UTF8);
+  stream.Start();
+  stream.Put("one");
+  EXPECT_QZ_THROW(CQzException, "Failed to write data to the file. Error [0x0000001C]",
+                  stream.End());
+  EXPECT_EQ(0, file.open);
+  EXPECT_EQ("one", file.content);
 }
 
 TEST_F(FileTextStream, CanBeStartedAnewBehindItsEnd) {
