@@ -1,7 +1,9 @@
 #include <functional>
+#include <string>
 
 #include "qzxml/values/BinaryData.h"
 #include "qzxml/xml/XmlDocument.h"
+#include "qzxml/xml/XmlElement.h"
 #include "tests/json/JsonFile.h"
 #include "tests/support/HugeText.h"
 #include "tests/support/QzTest.h"
@@ -60,6 +62,28 @@ TEST(XmlDocumentJson, EveryEntryClearsADocumentFirstThroughItsVirtualOperation) 
   };
   for (const auto& load : good) check(load, false);
   for (const auto& load : bad) check(load, true);
+}
+
+TEST(XmlDocumentJson, ADocumentIsEmptiedThoughItsDerivedClassDoesNot) {
+  struct CKeeping : CXmlDocument {
+    void Cleanup() override {}
+  };
+  CKeeping document;
+  document.LoadXml("<a/>");
+  document.LoadJson("{\"b\":1}");
+  EXPECT_EQ(nullptr, document.GetDocumentElement());
+}
+
+// The tree goes first, its texts with it.
+TEST(XmlDocumentJson, WhatIsLoadedMayBeATextOfTheTree) {
+  const CTemporaryFile file(Bytes("{\"c\":2}"));
+  CXmlDocument document;
+  document.LoadXml("<a>{\"b\":1}</a>");
+  EXPECT_EQ(CBinaryData("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<b>1</b>\n"),
+            document.LoadJson(document.GetDocumentElement()->GetText().c_str()));
+  document.LoadXml(("<a>" + std::string(file.path()) + "</a>").c_str());
+  EXPECT_EQ(CBinaryData("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<c>2</c>\n"),
+            document.LoadJsonFile(document.GetDocumentElement()->GetText().c_str()));
 }
 
 CXmlDocument* g_document = nullptr;

@@ -280,12 +280,16 @@ TEST(XmlObjectBaseJson, ElementsThatAreLeftOpenCountInTheDepthOfTheDocument) {
 
 // An entity that fifty octets make, in an attribute that a name brings, for each object of an
 // array: the XML is 150 times the JSON, and the tree 16 times that.
-TEST(XmlObjectBaseJson, WhatTheXmlGrowsToIsBoundedByTheJson) {
+std::string TextWithEntities() {
   std::string json = "{\"!DOCTYPE r [<!ENTITY a '" + std::string(50, 'x') + "'>]><r\":{\"b x='";
   for (int i = 0; i < 250; ++i) json += "&a;";
   json += "'\":[{}";
   for (int i = 1; i < 1000; ++i) json += ",{}";
-  json += "]}}";
+  return json + "]}}";
+}
+
+TEST(XmlObjectBaseJson, WhatTheXmlGrowsToIsBoundedByTheJson) {
+  const std::string json = TextWithEntities();
   const auto failure = [&json](std::uint32_t times) {
     CSerializationContext context;
     context.SetMaxAmplification(times);
@@ -312,13 +316,36 @@ TEST(XmlObjectBaseJson, WhatTheXmlGrowsToIsBoundedByTheJson) {
 // A long namespace counts for each element. The XML of 37,000 octets is the measure, not the JSON
 // of 217,000.
 TEST(XmlObjectBaseJson, WhiteSpaceInJsonGivesItsXmlNoRoomToGrow) {
-  std::string json = std::string(200000, ' ') + "{\"r\":{\"@xmlns\":\"urn:";
-  json += std::string(2000, 'x') + "\",\"b\":[{}";
-  for (int i = 1; i < 5000; ++i) json += ",{}";
-  json += "]}}";
-  CElement element("none");
+  const auto text = [](const std::string& front, const std::string& behind) {
+    std::string json =
+        front + "{\"r\":{\"@xmlns\":\"urn:" + std::string(2000, 'x') + "\",\"b\":[{}";
+    for (int i = 1; i < 5000; ++i) json += ",{}";
+    return json + "]}}" + behind;
+  };
+  const std::string spaces(200000, ' ');
+  for (const std::string& json : {text(spaces, ""), text("", spaces), text("", "")}) {
+    CElement element("none");
+    try {
+      element.FromJson(json.c_str());
+      ADD_FAILURE() << "passes";
+    } catch (const CQzException& e) {
+      ASSERT_NE(nullptr, e.GetInnerException());
+      EXPECT_EQ("The document grows past 100 times its size", e.GetInnerException()->GetMessage());
+    }
+  }
+}
+
+TEST(XmlObjectBaseJson, TheSizeOfTheJsonCountsAlsoWhenOtherJsonIsReadFirst) {
+  struct CNested : qztest::CNote {
+    using CXmlObjectBase::FromXmlStream;
+    void FromXmlStream(const CBinaryData& data, const CSerializationContext& context) override {
+      CElement("none").FromJson("{\"r\":{\"a\":1}}");
+      CNote::FromXmlStream(data, context);
+    }
+  };
+  CNested nested;
   try {
-    element.FromJson(json.c_str());
+    nested.FromJson(TextWithEntities().c_str());
     ADD_FAILURE() << "passes";
   } catch (const CQzException& e) {
     ASSERT_NE(nullptr, e.GetInnerException());
