@@ -195,7 +195,7 @@ TEST_F(XmlWriteEntry, AFileWrittenInPiecesIsTheSameOne) {
   const std::size_t step = 1;
 #endif
   for (std::size_t multiple = 1; multiple <= 768; multiple += multiple < 64 ? 1 : step) {
-    for (const std::size_t place : {0, 1, 2}) {
+    for (const std::size_t place : {0U, 1U, 2U}) {
       if (multiple > 64 && place != multiple / step % 3) continue;
       const std::size_t size = multiple * 4096 - 1 + place;
       const Note note({std::string(size - frame, 'x')});
