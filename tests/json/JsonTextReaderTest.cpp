@@ -634,6 +634,28 @@ TEST(JsonTextReader, WithoutAHandlerTheTextIsChecked) {
                   reader.Parse());
 }
 
+TEST(JsonTextReader, ParsingBeginsAtTheBeginning) {
+  std::string events;
+  const std::string text = "\n[1,\n?";
+  CJsonTextReader reader(text);
+  reader.SetHandler(new CEvents(events));
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_QZ_THROW(CQzValidationException,
+                    "Expected Value '{', '[', '\"', '0-9', '-', 'true', 'false' or 'null', found "
+                    "'?' at line 3, position 1.\nPath: $",
+                    reader.Parse());
+  }
+  EXPECT_EQ(" ( [ #1 ( [ #1", events);
+  const std::string ended = "[";
+  CJsonTextReader another(ended);
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_QZ_THROW(CQzValidationException,
+                    "Unexpected End of File. Expected Array terminator character ']' at line 1, "
+                    "position 1.\nPath: $",
+                    another.Parse());
+  }
+}
+
 TEST(JsonTextReader, GivesTheEventsUpToAFailure) {
   std::string events;
   const std::string text = "{\"a\":[1,{\"b\":\"x\"},tr]";
