@@ -1,3 +1,4 @@
+#include <type_traits>
 #include <vector>
 
 #include "tests/collections/OpenContent.h"
@@ -113,6 +114,78 @@ TYPED_TEST(TypedColDates, AreWrittenThroughTheVirtualItemToString) {
   EXPECT_QZ_THROW(CQzException, "No text.",
                   col.ToXml_Int(&stopped, false, "", CSerializationContext(), false));
   EXPECT_EQ(Lines{"start v"}, stopped.calls);
+}
+
+TYPED_TEST(TypedColDates, WriteADateThatWasNeverSet) {
+  typename TestFixture::Col col;
+  col.Add(CDateTime(TypeParam::kDateType));
+  const std::string text =
+      TypeParam::kDateType == CDateTime::dt_time ? "00:00:00" : "Error: Date Not Set";
+  EXPECT_EQ("<owner><v>" + text + "</v></owner>", WriteInOwner(&col));
+}
+
+// --- The base
+
+// A sixth class, of an application: years of our era, in a form of its own.
+class CEraCol : public CdatetimeBaseCol {
+ public:
+  CEraCol()
+      : CdatetimeBaseCol(ItemType_year, "era", "urn:eras", 1, 3, "p", 1, 2, "a", "b", "c", "d", 3,
+                         4, 5, CWhitespaceUtils::WhitespaceRule_Replace, "f") {}
+  void AddAt(int index, const CDateTime& value) override { BaseAddAt(index, value); }
+  using CdatetimeBaseCol::GetFormat;
+  using CdatetimeBaseCol::GetItemType;
+  using CdatetimeBaseCol::GetRestrictions;
+  using CdatetimeBaseCol::GetWhitespaceRule;
+  using CdatetimeBaseCol::ToXml_Int;
+
+ protected:
+  void AddFromString(std::string text) override {
+    Add(CConversions::dateFromString(text, GetWhitespaceRule()));
+  }
+  std::string ItemToString(const CDateTime& value) const override {
+    return "AD " + std::to_string(value.GetYear());
+  }
+};
+
+TEST(TypedColDateBase, IsAbstractAndTakesTheKindAheadOfTheOtherArguments) {
+  EXPECT_TRUE(std::is_abstract_v<CdatetimeBaseCol>);
+  EXPECT_TRUE((std::is_convertible_v<CdatetimeBaseCol*, CXmlTypeCollection*>));
+  const CEraCol col;
+  EXPECT_EQ(ItemType_year, col.GetItemType());
+  EXPECT_EQ("urn:eras", col.GetNamespace());
+  EXPECT_EQ(1, col.GetMinOccurs());
+  EXPECT_EQ(3, col.GetMaxOccurs());
+  EXPECT_EQ("f", col.GetFormat());
+  EXPECT_EQ(CWhitespaceUtils::WhitespaceRule_Replace, col.GetWhitespaceRule());
+  const CPrimitiveRestrictions& r = col.GetRestrictions();
+  EXPECT_EQ("p", r.GetPattern());
+  EXPECT_EQ(1, r.GetMinLength());
+  EXPECT_EQ(2, r.GetMaxLength());
+  EXPECT_EQ("a", r.GetMinInclusive());
+  EXPECT_EQ("b", r.GetMaxInclusive());
+  EXPECT_EQ("c", r.GetMinExclusive());
+  EXPECT_EQ("d", r.GetMaxExclusive());
+  EXPECT_EQ(3, r.GetLength());
+  EXPECT_EQ(4, r.GetTotalDigits());
+  EXPECT_EQ(5, r.GetFractionDigits());
+}
+
+TEST(TypedColDateBase, AddsAnyDateAndTellsOfItAheadOfTheTestOfThePlace) {
+  CEraCol col;
+  CValueListener<Date> listener(col);
+  EXPECT_QZ_THROW(CQzInvalidParamException, "Index out of range",
+                  col.AddAt(1, Date::Samples()[0].value));
+  EXPECT_EQ(Lines{"add 2004-05-06, 0"}, listener.log);
+  listener.log.clear();
+  col.Add(Date::Samples()[1].value);
+  EXPECT_EQ((Lines{"add 1999-12-31, 0", "added 1999-12-31, 1", "change, 1"}), listener.log);
+  col.AddAt(0, YearMonthOf(2004, 5));
+  CRecordingWriter writer;
+  col.ToXml_Int(&writer, false, "", CSerializationContext(), false);
+  EXPECT_EQ((Lines{"start era urn:eras", "text AD 2004 20", "end", "start era urn:eras",
+                   "text AD 1999 20", "end"}),
+            writer.calls);
 }
 
 // The text decides which type a date has.

@@ -1,4 +1,5 @@
 #include <map>
+#include <type_traits>
 #include <vector>
 
 #include "tests/collections/TypedColKinds.h"
@@ -85,7 +86,46 @@ TYPED_TEST(TypedCol, IsCountedUnderItsOwnName) {
   EXPECT_EQ(before, LiveCounts());
 }
 
+TYPED_TEST(TypedCol, HasTheBasesOfItsBranch) {
+  using OfKind = typename TypeParam::Col;
+  EXPECT_TRUE((std::is_convertible_v<OfKind*, CXmlTypeCollection*>));
+  EXPECT_TRUE((std::is_base_of_v<CInstanceMonitor, OfKind>));
+  EXPECT_FALSE((std::is_convertible_v<OfKind*, CInstanceMonitor*>));
+  EXPECT_EQ(TypeParam::kIsDate, (std::is_convertible_v<OfKind*, CdatetimeBaseCol*>));
+}
+
 // --- Values
+
+// A class that has operations of the same names: those of dates are virtual, the others are not.
+template <typename Kind>
+class CSameNames : public CMade<typename Kind::Col> {
+ public:
+  using Value = typename Kind::Value;
+  void Add(const Value& value) {
+    ++calls;
+    CMade<typename Kind::Col>::Add(value);
+  }
+  void AddAt(int index, const Value& value) {
+    ++calls;
+    CMade<typename Kind::Col>::AddAt(index, value);
+  }
+  Value Item(int index) const {
+    ++calls;
+    return CMade<typename Kind::Col>::Item(index);
+  }
+  mutable int calls = 0;
+};
+
+TYPED_TEST(TypedCol, AddsAndGivesByVirtualCallsInTheBranchOfDatesAlone) {
+  CSameNames<TypeParam> col;
+  typename TypeParam::Col& known = col;
+  known.Add(this->value(0));
+  EXPECT_EQ(TypeParam::kIsDate ? 2 : 0, col.calls);  // Add and AddAt
+  known.AddAt(0, this->value(1));
+  EXPECT_EQ(TypeParam::kIsDate ? 3 : 0, col.calls);
+  EXPECT_EQ(this->text(1), this->TextOf(known.Item(0)));
+  EXPECT_EQ(TypeParam::kIsDate ? 4 : 0, col.calls);
+}
 
 TYPED_TEST(TypedCol, AppendsInsertsAndGivesBack) {
   typename TestFixture::Col col;

@@ -55,6 +55,27 @@ TYPED_TEST(TypedColXml, ChecksTheNumberOnWritingAlone) {
   EXPECT_EQ(9U, writer.calls.size());
 }
 
+// Has its own idea of how many there may be.
+template <typename Col>
+class CCounted : public CMade<Col> {
+ public:
+  void ValidateCount(const CSerializationContext& context) const override {
+    if (!context.GetIgnoreInvalidCollectionCounts()) throw CQzException("Never.");
+  }
+};
+
+TYPED_TEST(TypedColXml, ChecksTheNumberByAVirtualCall) {
+  CCounted<typename TypeParam::Col> col;
+  col.Add(this->value(0));
+  CSerializationContext context;
+  CRecordingWriter writer;
+  EXPECT_QZ_THROW(CQzException, "Never.", col.ToXml_Int(&writer, false, "", context, false));
+  EXPECT_EQ(Lines(), writer.calls);
+  context.SetIgnoreInvalidCollectionCounts(true);
+  col.ToXml_Int(&writer, false, "", context, false);
+  EXPECT_EQ(3U, writer.calls.size());
+}
+
 TYPED_TEST(TypedColXml, ReadsTheRunOfElementsOfItsName) {
   const std::string a = "<v>" + this->text(0) + "</v>";
   const std::string b = "<v> " + this->text(1) + "\n</v>";
