@@ -5,11 +5,13 @@
 #include "tests/support/QzTest.h"
 
 // The facets of numbers of any size, dates and durations.
+using QzXmlLib16::CDateTime;
 using QzXmlLib16::CheckPrimitiveRestriction;
 using QzXmlLib16::CQzException;
 using QzXmlLib16::CQzInvalidStateException;
 using QzXmlLib16::CQzInvalidValueException;
 using QzXmlLib16::ItemType;
+using QzXmlLib16::QzVariant;
 using namespace qztest;
 
 namespace {
@@ -156,6 +158,32 @@ TEST(PrimitiveRestrictionsObjects, YearsMonthsAndDaysKeepTheirBoundsAsUnsignedNu
       Equal(kDay, "---10", "--05-10"),  Greater(kDay, "---31", "---10"),
   };
   for (const BoundCase& c : cases) ExpectBounds(c);
+}
+
+TEST(PrimitiveRestrictionsObjects, ADateThatWasNeverSetIsComparedWithoutHarm) {
+  const struct {
+    ItemType type;
+    CDateTime::DTType dateType;
+    const char* bound;
+  } cases[] = {{kYearMonth, CDateTime::dt_gYearMonth, "2004-05Z"},
+               {kMonthDay, CDateTime::dt_gMonthDay, "--05-06-14:00"},
+               {kDate, CDateTime::dt_date, "2004-05-06+14:00"},
+               {kDateTime, CDateTime::dt_dateTime, "2004-05-06T07:08:09Z"},
+               {kTime, CDateTime::dt_time, "07:08:09Z"}};
+  for (const auto& c : cases) {
+    for (const CDateTime& date : {CDateTime(c.dateType), CDateTime()}) {
+      QzVariant value;
+      value.LendDateTime(c.type, date);
+      for (const Facets& facets : {MinInclusive(c.bound), MaxInclusive(c.bound),
+                                   MinExclusive(c.bound), MaxExclusive(c.bound)}) {
+        try {
+          CheckPrimitiveRestriction("name", value, c.type, facets.Make());
+        } catch (const CQzException& e) {
+          EXPECT_EQ("Invalid Value for name [" + date.ToString() + "].", e.GetMessage());
+        }
+      }
+    }
+  }
 }
 
 // --- Texts ---
