@@ -231,6 +231,23 @@ TEST(BigIntegerDigits, LargeProductsAndQuotientsAgreeWithTheSchoolbook) {
   }
 }
 
+// Nothing but nines gives the largest sums that a product has; its square is one less eight, as
+// many zeros and a one: 999 * 999 is 998001.
+TEST(BigIntegerDigits, ProductsOfNinesFitTheirSums) {
+  for (std::size_t count = 1; count < 700; count += count < 30 ? 1 : 9) {
+    const std::string nines(count, '9');
+    const std::string square =
+        std::string(count - 1, '9') + "8" + std::string(count - 1, '0') + "1";
+    CBigInteger::Digits out;
+    CBigInteger::Multiply(DigitsOf(nines), DigitsOf(nines), out);
+    ASSERT_EQ(count == 1 ? "81" : square, TextOf(out)) << count;
+    CBigInteger::Digits rest;
+    CBigInteger::Divide(out, DigitsOf(nines), out, rest);
+    ASSERT_EQ(nines, TextOf(out)) << count;
+    ASSERT_EQ("0", TextOf(rest)) << count;
+  }
+}
+
 // Numbers for which the estimate of a limb is too large even behind its correction.
 TEST(BigIntegerDigits, ALimbThatWasEstimatedTooLargeIsTakenBack) {
   const struct {

@@ -278,6 +278,31 @@ TEST(DateTimeSpan, OrdersTheExamplesOfXsdPart2Section3_2_6_2) {
   }
 }
 
+// Months of which one of the points alone makes the fewest or the most days: 73 are 2218 from
+// 1697-02-01 and 2220, 2223 and 2223 from the others, 20 are 611 from 1903-03-01 and at most 609,
+// 14 are 428 from 1903-07-01 and at most 427.
+TEST(DateTimeSpan, EachPointCountsByItsOwnYearAndMonth) {
+  const struct {
+    const char* months;
+    const char* days;
+    CDateTime::DTCompareResult result;
+  } cases[] = {{"P73M", "P2217D", CDateTime::dtc_greater},
+               {"P73M", "P2218D", CDateTime::dtc_indeterminate},
+               {"P73M", "P2223D", CDateTime::dtc_indeterminate},
+               {"P73M", "P2224D", CDateTime::dtc_less},
+               {"P20M", "P606D", CDateTime::dtc_greater},
+               {"P20M", "P607D", CDateTime::dtc_indeterminate},
+               {"P20M", "P611D", CDateTime::dtc_indeterminate},
+               {"P20M", "P612D", CDateTime::dtc_less},
+               {"P14M", "P423D", CDateTime::dtc_greater},
+               {"P14M", "P424D", CDateTime::dtc_indeterminate},
+               {"P14M", "P428D", CDateTime::dtc_indeterminate},
+               {"P14M", "P429D", CDateTime::dtc_less}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(Parse(c.months).CompareTo(Parse(c.days)), c.result) << c.months << ' ' << c.days;
+  }
+}
+
 TEST(DateTimeSpan, TellsSpansApartByWholeDaysAlone) {
   EXPECT_EQ(Parse("PT60M").CompareTo(Parse("PT1H")), CDateTime::dtc_equal);
   EXPECT_EQ(Parse("PT1H").CompareTo(Parse("PT2H")), CDateTime::dtc_equal);

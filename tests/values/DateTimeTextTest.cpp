@@ -301,6 +301,11 @@ TEST(DateTimeText, ParsingDropsWhatTheValueWas) {
   EXPECT_EQ(value.ToString(), "01:00:00");
   value.ParseXSDDateTime("2006-01-01T00:00:00");
   EXPECT_EQ(value.ToString(), "2006-01-01T00:00:00");
+  value.ParseXSDDateTime("2004-01-01T00:00:00.987654321-05:00");
+  value.ParseXSDDateTime("2005-06-07T08:09:10");
+  EXPECT_EQ(value.ToString(), "2005-06-07T08:09:10");
+  EXPECT_FALSE(value.IsUTC());
+  EXPECT_FALSE(value.HasTimeZone());
 }
 
 TEST(DateTimeText, ALongTextFailsAsAWhole) {

@@ -280,6 +280,13 @@ TEST(Decimal, SumsAreExact) {
             (CDecimal("1") - CDecimal("0.999999999999999999999999999999")).ToString());
 }
 
+// Both fractions are negative zeros here, which are not below zero: nothing is taken from the 2.
+TEST(Decimal, ANegativeZeroOfAFractionTakesNothingFromASum) {
+  EXPECT_EQ("2 -0 1 2", Parts(CDecimal("-1") - CDecimal(-3)));
+  EXPECT_EQ("-2 -0 1 -2", Parts(CDecimal("-1") + CDecimal("-1")));
+  EXPECT_EQ("-0 -0 1 0", Parts(CDecimal("-1") - CDecimal(-1)));
+}
+
 TEST(Decimal, QuotientsAreRoundedByTheirGuardDigits) {
   EXPECT_EQ("0." + std::string(30, '3'), (CDecimal("1") / CDecimal("3")).ToString());
   EXPECT_EQ("0." + std::string(29, '6') + "7", (CDecimal("2") / CDecimal("3")).ToString());

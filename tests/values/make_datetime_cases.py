@@ -228,8 +228,12 @@ def additions():
     ]
     cases += hostile_additions()
     # Beyond 64 bits; only the fields of the time are of interest, since counting the days of so
-    # many years one month after another takes long. The last one is the sum that does not fit.
+    # many years one month after another takes long. The fifth is a sum that does not fit.
     numbers = [(0, last), (2 ** 60, 0), (last, 0), (2 ** 62 - 1, 2 ** 62 - 1), (last, last)]
+    # Halfway between two floats but for a 1 at the very end, which makes it the larger one: of the
+    # minutes 34 and the seconds 56, forward and back.
+    half = 2 ** 63 + 2 ** 39 + 1
+    numbers += [(0, half - 56), (0, half + 56), (half - 34, 0), (half + 34, 0)]
     times = []
     for minutes, seconds in numbers:
         for sign in (1, -1):
