@@ -206,6 +206,10 @@ TEST(DateTimeSpan, AFailedParseKeepsWhatWasReadSoFar) {
   // The stage that a designator may not follow leaves its field alone.
   EXPECT_QZ_THROW(CQzInvalidValueException, Message("P1D2M"), span.ParseXSDDuration("P1D2M"));
   EXPECT_EQ(Fields(span), "+ 0 0 1 0 0 0 0 0 0");
+  EXPECT_QZ_THROW(CQzInvalidValueException, Message("P1D2D"), span.ParseXSDDuration("P1D2D"));
+  EXPECT_EQ(Fields(span), "+ 0 0 1 0 0 0 0 0 0");
+  EXPECT_QZ_THROW(CQzInvalidValueException, Message("PT1H2H"), span.ParseXSDDuration("PT1H2H"));
+  EXPECT_EQ(Fields(span), "+ 0 0 0 1 0 0 0 0 0");
   EXPECT_QZ_THROW(CQzInvalidValueException,
                   "Invalid XSD Duration [PT1.1234567890S] Fraction part too long",
                   span.ParseXSDDuration("PT1.1234567890S"));

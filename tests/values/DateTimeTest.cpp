@@ -452,6 +452,16 @@ TEST(DateTime, RefusesToConvertAnUnknownType) {
   EXPECT_EQ(value.ToString(), "");
 }
 
+TEST(DateTime, ConversionToNoTypeGivesAValueThatIsNotSet) {
+  CDateTime value;
+  value.SetDateTime(CDateTime(2004, 1, 1), CDateTime::dt_yearZero);
+  EXPECT_EQ(value.GetType(), CDateTime::dt_yearZero);
+  EXPECT_EQ(value.ToString(), "Error: Date Not Set");
+  // It has no type to keep.
+  value.SetGYear(2005);
+  EXPECT_EQ(value.ToString(), "2005");
+}
+
 TEST(DateTime, ConversionKeepsZoneAndHiddenFields) {
   CDateTime source(2004, 2, 29, 12, 30, 15, 1, 2, 3);
   source.SetTimeZone(2, 0);

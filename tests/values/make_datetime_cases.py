@@ -65,6 +65,10 @@ def days_in(year, month):
     return 28 if month == 2 and not is_leap(year) else DAYS[month - 1]
 
 
+# Of the years that 16 bits hold.
+ALL_DAYS = sum(366 if is_leap(year) else 365 for year in range(-2 ** 15, 2 ** 15))
+
+
 def step(field, carry, sign, amount, modulus, bits):
     total = field + carry + sign * amount
     quotient = floor_quotient(total, modulus)
@@ -86,6 +90,13 @@ def add(start, span):
     hour, carry = step(hour, carry, sign, hours, 24, 8)
     rest = carry + sign * days
     while rest != 0:
+        if 1 <= month <= 12 and abs(rest) >= ALL_DAYS:
+            if rest > 0 and day == 1:  # the circle of all years leads back to where it began
+                rest %= ALL_DAYS
+            elif rest < 0 and day == days_in(year, month):
+                rest = -(-rest % ALL_DAYS)
+            if rest == 0:
+                break
         if rest > 0:
             length = days_in(year, month)
             if day + rest <= length:
@@ -226,14 +237,13 @@ def additions():
         (moment(2000, 1, 1), span(-1, seconds=10 ** 12)),
         (moment(2000, 1, 1), span(minutes=10 ** 10 + 7)),
     ]
+    # Halfway between two floats but for a 1 at the very end, which makes it the larger one.
+    half = 2 ** 63 + 2 ** 39 + 1
+    cases += [(moment(2000, 1, 1), span(seconds=half)), (moment(2000, 1, 1), span(-1, seconds=half))]
     cases += hostile_additions()
     # Beyond 64 bits; only the fields of the time are of interest, since counting the days of so
-    # many years one month after another takes long. The fifth is a sum that does not fit.
+    # many years one month after another takes long. The last one is the sum that does not fit.
     numbers = [(0, last), (2 ** 60, 0), (last, 0), (2 ** 62 - 1, 2 ** 62 - 1), (last, last)]
-    # Halfway between two floats but for a 1 at the very end, which makes it the larger one: of the
-    # minutes 34 and the seconds 56, forward and back.
-    half = 2 ** 63 + 2 ** 39 + 1
-    numbers += [(0, half - 56), (0, half + 56), (half - 34, 0), (half + 34, 0)]
     times = []
     for minutes, seconds in numbers:
         for sign in (1, -1):
