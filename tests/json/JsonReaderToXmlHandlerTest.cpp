@@ -125,6 +125,13 @@ TEST(JsonReaderToXmlHandler, AnArrayOfObjectsIsOneElementForEach) {
   });
 }
 
+// Only one without a name of its own is an item of the array.
+TEST(JsonReaderToXmlHandler, AnObjectThatIsAMemberInAnArrayIsOneElement) {
+  ExpectXml({{"{\"r\":{\"a\":[{\"b\":{\"c\":1}},{\"a\":{\"c\":2}}]}}",
+              "<r>\n\t<a>\n\t\t<b>\n\t\t\t<c>1</c>\n\t\t</b>\n\t</a>\n"
+              "\t<a>\n\t\t<a>\n\t\t\t<c>2</c>\n\t\t</a>\n\t</a>\n</r>\n"}});
+}
+
 TEST(JsonReaderToXmlHandler, TheOrderOfMembersIsKept) {
   ExpectXml({{"{\"r\":{\"@b\":1,\"@a\":2,\"z\":3,\"y\":4,\"z\":5}}",
               "<r b=\"1\" a=\"2\">\n\t<z>3</z>\n\t<y>4</y>\n\t<z>5</z>\n</r>\n"}});
