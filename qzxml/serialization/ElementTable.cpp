@@ -73,6 +73,16 @@ bool WritesNoAttributes(const CElementInfo& member) {
   return IsValue(member) || IsOpen(member) || IsClassWithTag(member);
 }
 
+bool AreAll(CElementInfo** table, bool (*isSo)(const CElementInfo&),
+            CFoundFor<CElementInfo*>& foundFor) {
+  if (foundFor.Is(table)) return true;
+  for (CElementInfo** entry = table; *entry != nullptr; ++entry) {
+    if (!isSo(**entry)) return false;
+  }
+  foundFor.Keep(table);
+  return true;
+}
+
 bool IsSoughtByPlace(const CElementInfo& member) {
   return IsSequenceCollection(member) ||
          IsExactlyOneOf<CElementInfoSeqClsMnd, CElementInfoSeqClsOpt, CElementInfoSeqAbsClsMnd,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "qzxml/serialization/ElementInfo.h"
+#include "qzxml/serialization/ParentElementInfo.h"
 
 // What can be known of the members of a table without asking each of them for each object. Only the
 // library's own classes are known; a class derived from one of them may do anything.
@@ -12,6 +13,10 @@ bool ReadsNoNamespace(const CElementInfo& member);
 // Whether a member is known to write no attributes for its object: it has a tag of its own, or is
 // no class.
 bool WritesNoAttributes(const CElementInfo& member);
+
+// Whether all members of a table are known to be so; what is found for a table is kept.
+bool AreAll(CElementInfo** table, bool (*isSo)(const CElementInfo&),
+            CFoundFor<CElementInfo*>& foundFor);
 
 // Whether it is known of a member of a sequence that what it takes, and where, depends only on the
 // element at which it is asked.
