@@ -11,10 +11,12 @@
 namespace qztest {
 
 // While one lives, the process runs in a locale whose decimal separator is a comma, made for this
-// time with localedef. Ask Works() first: where that program is not to be had, a test skips.
+// time with localedef. Ask Works() first: where that program is not to be had, a test skips. One
+// inside another changes nothing.
 class CommaLocale {
  public:
-  CommaLocale() {
+  CommaLocale() : m_inner(Works()) {
+    if (m_inner) return;
     namespace fs = std::filesystem;
     const fs::path folder =
         fs::temp_directory_path() / ("qzxml-locale-" + std::to_string(getpid()));
@@ -33,7 +35,9 @@ class CommaLocale {
     fs::remove_all(folder, ignored);
   }
 
-  ~CommaLocale() { std::setlocale(LC_ALL, "C"); }
+  ~CommaLocale() {
+    if (!m_inner) std::setlocale(LC_ALL, "C");
+  }
 
   CommaLocale(const CommaLocale&) = delete;
   CommaLocale& operator=(const CommaLocale&) = delete;
@@ -42,6 +46,7 @@ class CommaLocale {
   int GetStatus() const { return m_status; }  // what localedef ended with
 
  private:
+  const bool m_inner;
   int m_status = 0;
 };
 

@@ -1,5 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+#include "tests/support/CommaLocale.h"
 #include "tests/support/QzTest.h"
 
 namespace qztest {
@@ -23,8 +28,18 @@ std::vector<std::string> AssertionRecorder::conditions() const { return g_record
 
 }  // namespace qztest
 
+// With QZXML_TEST_COMMA_LOCALE in the environment all tests run in a locale whose decimal separator
+// is a comma; 77, for ctest to skip, where there is none to be had.
 int main(int argc, char** argv) {
   ::testing::InitGoogleTest(&argc, argv);
   QzXmlLib16::SetAssertionHandler(&qztest::Throw);
+  std::unique_ptr<qztest::CommaLocale> locale;
+  if (std::getenv("QZXML_TEST_COMMA_LOCALE") != nullptr) {
+    locale = std::make_unique<qztest::CommaLocale>();
+    if (!locale->Works()) {
+      std::printf("no locale with a comma: localedef ended with %d\n", locale->GetStatus());
+      return 77;
+    }
+  }
   return RUN_ALL_TESTS();
 }
