@@ -17,6 +17,7 @@
 #include "qzxml/fastinfoset/FIVocabulary.h"
 #include "qzxml/fastinfoset/FastInfosetBinaryData.h"
 #include "qzxml/fastinfoset/FastInfosetContext.h"
+#include "qzxml/fastinfoset/FastInfosetReader.h"
 #include "qzxml/json/JsonArrayState.h"
 #include "qzxml/json/JsonContext.h"
 #include "qzxml/json/JsonReaderDefaultHandler.h"

@@ -17,6 +17,7 @@ namespace QzXmlLib16 {
 
 class CBinaryData;
 class CExpatReader;
+class CFastInfosetReader;
 class CSerializationContext;
 class CXmlElement;
 
@@ -140,6 +141,7 @@ class QZXML_API CXmlDocument : public CInstanceMonitor {
 
  private:
   friend class CExpatReader;
+  friend class CFastInfosetReader;
   friend class CXmlElement;
   class CLoadScope;
   class COffer;

@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "qzxml/fastinfoset/FastInfosetReader.h"
 #include "qzxml/platform/File.h"
 #include "qzxml/runtime/Encoder.h"
 #include "qzxml/runtime/Functions.h"
@@ -163,14 +164,19 @@ void CXmlDocument::LoadXml(const wchar_t* text) {
   LoadXml(text != nullptr ? WideToUtf16(text).c_str() : u"");
 }
 
-// Input that may be compressed, which its bytes tell.
+// Input that may be compressed, and may be Fast Infoset, which its bytes tell.
 void CXmlDocument::Parse() {
   CBinaryData expanded;
   if (CQzZip::Decompress(m_pInput, m_dwInputLength, expanded)) {
     m_pInput = expanded.GetData();
     m_dwInputLength = expanded.GetLength();
   }
-  ParseText();
+  if (!CFastInfosetReader::IsFastInfoset(m_pInput, m_dwInputLength)) {
+    ParseText();
+    return;
+  }
+  CFastInfosetReader(&m_pContext->GetFIContext(), this).Parse();
+  if (m_pDocElement == nullptr) throw CQzException(Messages::kEmptyDocument);
 }
 
 void CXmlDocument::ParseText() {

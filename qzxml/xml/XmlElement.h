@@ -15,6 +15,7 @@
 namespace QzXmlLib16 {
 
 class CExpatReader;
+class CFastInfosetReader;
 class CXmlDocument;
 
 namespace detail {
@@ -104,6 +105,7 @@ class QZXML_API CXmlElement final : public CInstanceMonitor {
 
  private:
   friend class CExpatReader;
+  friend class CFastInfosetReader;
   friend class CXmlAttribute;
   friend class CXmlDocument;
   friend class detail::CXmlNodes;
