@@ -31,7 +31,11 @@ int main(int argc, char** argv) {
   }
   try {
     CElement element("none");
-    element.FromXml(bytes.c_str());
+    if (CFastInfosetReader::IsFastInfoset(data, length)) {
+      element.FromXmlStream(data, length);
+    } else {
+      element.FromXml(bytes.c_str());
+    }
     const std::string text = element.ToXml();
     CXmlDocument again;
     again.LoadXml(text.c_str());

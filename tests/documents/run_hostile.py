@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Makes the hostile XML inputs of the corpora and holds the probe against what is told of each:
-the verdict, the seconds and the memory beyond the input, with a stack of 1 MiB. The seconds are
-those of the processor, so that nothing depends on what else the machine does.
+"""Makes the hostile inputs of the corpora, XML and Fast Infoset, and holds the probe against what is
+told of each: the verdict, the seconds and the memory beyond the input, with a stack of 1 MiB. The
+seconds are those of the processor, so that nothing depends on what else the machine does.
 
 usage: run_hostile.py PROBE FOLDER [--sanitized]
 
@@ -28,6 +28,7 @@ def make(folder):
     import hostile_lib
     import make_hostile
     make_hostile.xml()
+    make_hostile.fi()
     hostile_lib.write(folder)
     return True
 
