@@ -18,6 +18,7 @@
 #include "qzxml/fastinfoset/FastInfosetBinaryData.h"
 #include "qzxml/fastinfoset/FastInfosetContext.h"
 #include "qzxml/fastinfoset/FastInfosetReader.h"
+#include "qzxml/fastinfoset/FastInfosetWriter.h"
 #include "qzxml/json/JsonArrayState.h"
 #include "qzxml/json/JsonContext.h"
 #include "qzxml/json/JsonReaderDefaultHandler.h"

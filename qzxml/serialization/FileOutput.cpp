@@ -14,10 +14,14 @@ std::atomic<bool> g_asyncToXmlFile{false};
 
 void AsyncToXmlFile(bool async) { g_asyncToXmlFile.store(async, std::memory_order_relaxed); }
 
-bool detail::IsFileWrittenInPieces(CompressionType compression) {
+void detail::RequireFileCompression(CompressionType compression) {
   if (compression == CompressionType_ZLib) {
     throw CQzException("ZLIB Compression only available for To Stream methods.");
   }
+}
+
+bool detail::IsFileWrittenInPieces(CompressionType compression) {
+  RequireFileCompression(compression);
   return compression == CompressionType_None && g_asyncToXmlFile.load(std::memory_order_relaxed);
 }
 

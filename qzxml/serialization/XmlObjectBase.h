@@ -61,10 +61,15 @@ class QZXML_API CXmlObjectBase : public IEventSink {
   // to the file [%s] error [0x%08X]". CompressionType_ZLib is not for files: CQzException "ZLIB
   // Compression only available for To Stream methods.".
 
-  // Into a file: the whole document in one go, or bit by bit as AsyncToXmlFile says.
+  // Into a file: the whole document in one go, or bit by bit as AsyncToXmlFile says; Fast Infoset
+  // always in one go.
   virtual void ToXmlFile(
       const char* fileName, bool declaration = true, bool formatted = true,
       XmlEncoding encoding = XmlEncoding_UTF8, EOLType eol = EOLType_LF,
+      const CSerializationContext& context = CSerializationContext::GetDefaultContext(),
+      CompressionType compression = CompressionType_None) const;
+  virtual void ToFastInfosetFile(
+      const char* fileName, FInfoDecl declaration = FInfoDecl_None,
       const CSerializationContext& context = CSerializationContext::GetDefaultContext(),
       CompressionType compression = CompressionType_None) const;
   virtual void ToJsonFile(
@@ -83,6 +88,10 @@ class QZXML_API CXmlObjectBase : public IEventSink {
   virtual CBinaryData ToXmlStream(
       bool declaration = true, bool formatted = true, XmlEncoding encoding = XmlEncoding_UTF8,
       EOLType eol = EOLType_LF,
+      const CSerializationContext& context = CSerializationContext::GetDefaultContext(),
+      CompressionType compression = CompressionType_None) const;
+  virtual CBinaryData ToFastInfosetStream(
+      FInfoDecl declaration = FInfoDecl_None,
       const CSerializationContext& context = CSerializationContext::GetDefaultContext(),
       CompressionType compression = CompressionType_None) const;
   virtual CBinaryData ToJsonStream(
