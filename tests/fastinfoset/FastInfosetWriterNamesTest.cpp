@@ -11,8 +11,8 @@ namespace QzXmlLib16 {
 namespace {
 
 using qztest::Calls;
+using qztest::Digits;
 using qztest::HexOf;
-using qztest::Octets;
 using qztest::Written;
 
 constexpr char kHead[] = "E000000100";
@@ -32,14 +32,14 @@ TEST(FastInfosetWriter, ALiteralNameHasTheLengthFormsOfTheSecondBit) {
                {320, "40FF"}, {321, "6000000000"}, {600, "6000000117"}};
   for (const auto& c : cases) {
     const std::string name(c.size, 'n');
-    EXPECT_EQ(kHead + Octets("38F0 3C") + c.length + HexOf(name) + "FF",
+    EXPECT_EQ(kHead + Digits("38F0 3C") + c.length + HexOf(name) + "FF",
               Written([&](CFastInfosetWriter& w) { Write(w, name); }))
         << c.size;
   }
 }
 
 TEST(FastInfosetWriter, ALengthIsThatOfTheUtf8) {
-  EXPECT_EQ(kHead + Octets("38F0 3C 02E282AC FF"),
+  EXPECT_EQ(kHead + Digits("38F0 3C 02E282AC FF"),
             Written([](CFastInfosetWriter& w) { Write(w, "\xE2\x82\xAC"); }));
 }
 
@@ -116,7 +116,7 @@ TEST(FastInfosetWriter, ValuesAndTextsAreFoundAgainByTheirIndex) {
 }
 
 TEST(FastInfosetWriter, TheSameLocalNameInTwoNamespacesIsTwoNames) {
-  EXPECT_EQ(Octets(std::string(kHead) + "38 CF 0070 0475726E3A78 CF 0071 0475726E3A79 F0"
+  EXPECT_EQ(Digits(std::string(kHead) + "38 CF 0070 0475726E3A78 CF 0071 0475726E3A79 F0"
                                         "3F 81 81 0061 3F 82 82 80 F0 3C 80 F0 00 01 FF FF"),
             Written([](CFastInfosetWriter& w) {
               w.AddNamespaceMapping("p", "urn:x");
@@ -133,7 +133,7 @@ TEST(FastInfosetWriter, TheSameLocalNameInTwoNamespacesIsTwoNames) {
 }
 
 TEST(FastInfosetWriter, ElementsAndAttributesShareTheTablesOfTheirParts) {
-  EXPECT_EQ(Octets(std::string(kHead) + "78F0 3C0061 78 80 4061 F0 FF"),
+  EXPECT_EQ(Digits(std::string(kHead) + "78F0 3C0061 78 80 4061 F0 FF"),
             Written([](CFastInfosetWriter& w) {
               w.WriteStartElement("a", "");
               w.WriteAttribute("a", "", "a", ItemType_string);
@@ -145,7 +145,7 @@ TEST(FastInfosetWriter, ElementsAndAttributesShareTheTablesOfTheirParts) {
 
 TEST(FastInfosetWriter, TheRootDeclaresTheDefaultNamespaceAndThenTheMappingsByTheirUri) {
   EXPECT_EQ(
-      Octets(std::string(kHead) + "38 CD 0375726E3A CF 007A 0475726E3A61 CF 0061 0475726E3A7A F0"
+      Digits(std::string(kHead) + "38 CD 0375726E3A CF 007A 0475726E3A61 CF 0061 0475726E3A7A F0"
                                   "3D 81 0061 FF"),
       Written([](CFastInfosetWriter& w) {
         w.AddNamespaceMapping("a", "urn:z");
@@ -157,7 +157,7 @@ TEST(FastInfosetWriter, TheRootDeclaresTheDefaultNamespaceAndThenTheMappingsByTh
 }
 
 TEST(FastInfosetWriter, ADefaultNamespaceThatHasAPrefixTooIsNamedOnce) {
-  EXPECT_EQ(Octets(std::string(kHead) + "38 CD 0475726E3A78 CF 0070 81 F0 3D 81 0061 FF"),
+  EXPECT_EQ(Digits(std::string(kHead) + "38 CD 0475726E3A78 CF 0070 81 F0 3D 81 0061 FF"),
             Written([](CFastInfosetWriter& w) {
               w.AddNamespaceMapping("p", "urn:x");
               w.SetDefaultNamespace("urn:x");
@@ -166,7 +166,7 @@ TEST(FastInfosetWriter, ADefaultNamespaceThatHasAPrefixTooIsNamedOnce) {
 }
 
 TEST(FastInfosetWriter, AMappingOfNoPrefixIsADefaultNamespace) {
-  EXPECT_EQ(Octets(std::string(kHead) + "38 CD 0475726E3A78 F0 3D 81 0061 FF"),
+  EXPECT_EQ(Digits(std::string(kHead) + "38 CD 0475726E3A78 F0 3D 81 0061 FF"),
             Written([](CFastInfosetWriter& w) {
               w.AddNamespaceMapping("", "urn:x");
               Write(w, "a", "urn:x");
@@ -174,7 +174,7 @@ TEST(FastInfosetWriter, AMappingOfNoPrefixIsADefaultNamespace) {
 }
 
 TEST(FastInfosetWriter, TheFirstOctetOfTheRootHasTheBitOfAttributesAndTheSecondHasNot) {
-  EXPECT_EQ(Octets(std::string(kHead) + "78 CF 0070 0475726E3A78 F0 3F 81 81 0061 78006B 4076 F0"
+  EXPECT_EQ(Digits(std::string(kHead) + "78 CF 0070 0475726E3A78 F0 3F 81 81 0061 78006B 4076 F0"
                                         "7C 0062 00 80 F0 FF F0"),
             Written([](CFastInfosetWriter& w) {
               w.AddNamespaceMapping("p", "urn:x");
@@ -190,7 +190,7 @@ TEST(FastInfosetWriter, TheFirstOctetOfTheRootHasTheBitOfAttributesAndTheSecondH
 // ---- Unknown namespaces ----
 
 TEST(FastInfosetWriter, AnUnknownNamespaceGetsAnAliasForItsElementAlone) {
-  EXPECT_EQ(Octets(std::string(kHead) + "38F0 3C0061"
+  EXPECT_EQ(Digits(std::string(kHead) + "38F0 3C0061"
                                         "3F 014141 0475726E3A78 0062"  // AA, urn:x
                                         "3F 81 81 0063 F0"             // known inside
                                         "3F 014142 0475726E3A79 0064 FF"
@@ -207,7 +207,7 @@ TEST(FastInfosetWriter, AnUnknownNamespaceGetsAnAliasForItsElementAlone) {
 }
 
 TEST(FastInfosetWriter, AnAttributeInAnUnknownNamespaceGetsAnAlias) {
-  EXPECT_EQ(Octets(std::string(kHead) +
+  EXPECT_EQ(Digits(std::string(kHead) +
                    "38F0 3C0061 7C0062 7B 014141 0475726E3A78 006B 4076 7B 81 81 006C 80 F0"
                    "3F 81 81 0063 FF FF"),
             Written([](CFastInfosetWriter& w) {
@@ -222,7 +222,7 @@ TEST(FastInfosetWriter, AnAttributeInAnUnknownNamespaceGetsAnAlias) {
 }
 
 TEST(FastInfosetWriter, NamespacesSetInsideAnElementThatHasJustBegunAreItsOwn) {
-  EXPECT_EQ(Octets(std::string(kHead) +
+  EXPECT_EQ(Digits(std::string(kHead) +
                    "38F0 3C0061 3C0062 3F 0070 0475726E3A78 0063 F0 3D 0475726E3A79 0064 FF"
                    "3F 014141 82 0065 FF F0"),
             Written([](CFastInfosetWriter& w) {

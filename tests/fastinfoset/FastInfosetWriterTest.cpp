@@ -8,8 +8,8 @@ namespace QzXmlLib16 {
 namespace {
 
 using Encoding = CFastInfosetContext::EncodedCharacterString;
+using qztest::Digits;
 using qztest::HexOf;
-using qztest::Octets;
 using qztest::Written;
 
 constexpr char kHead[] = "E000000100";
@@ -29,8 +29,8 @@ std::string Chunk(CFastInfosetContext& context, const std::string& text,
                   ItemType type = ItemType_string) {
   const std::string octets =
       Written(context, [&](CFastInfosetWriter& w) { WriteRoot(w, text, type); });
-  const std::size_t size = Octets(kElement).size();
-  EXPECT_EQ(Octets(kElement), octets.substr(0, size));
+  const std::size_t size = Digits(kElement).size();
+  EXPECT_EQ(Digits(kElement), octets.substr(0, size));
   EXPECT_EQ("FF", octets.substr(octets.size() - 2));
   return octets.substr(size, octets.size() - size - 2);
 }
@@ -43,7 +43,7 @@ std::string Value(CFastInfosetContext& context, const std::string& value,
     w.WriteAttribute("k", "", value, type);
     w.WriteEndElement();
   });
-  const std::string head = Octets(std::string(kElementWithAttributes) + "78006B");
+  const std::string head = Digits(std::string(kElementWithAttributes) + "78006B");
   EXPECT_EQ(head, octets.substr(0, head.size()));
   EXPECT_EQ("F0FF", octets.substr(octets.size() - 4));
   return octets.substr(head.size(), octets.size() - head.size() - 4);
@@ -52,14 +52,14 @@ std::string Value(CFastInfosetContext& context, const std::string& value,
 // ---- The document ----
 
 TEST(FastInfosetWriter, AnEmptyElementIsItsNameAndOneOctetForTwoEnds) {
-  EXPECT_EQ(Octets("E0000001 00 38F0 3C 0061 FF"), Written([](CFastInfosetWriter& w) {
+  EXPECT_EQ(Digits("E0000001 00 38F0 3C 0061 FF"), Written([](CFastInfosetWriter& w) {
               w.WriteStartElement("a", "");
               w.WriteEndElement();
             }));
 }
 
 TEST(FastInfosetWriter, ADocumentWithoutAnElementIsHeadAndEnd) {
-  EXPECT_EQ(Octets("E0000001 00 F0"), Written([](CFastInfosetWriter&) {}));
+  EXPECT_EQ(Digits("E0000001 00 F0"), Written([](CFastInfosetWriter&) {}));
 }
 
 TEST(FastInfosetWriter, TheDeclarationStandsInFrontOfTheIdentification) {
@@ -78,14 +78,14 @@ TEST(FastInfosetWriter, TheDeclarationStandsInFrontOfTheIdentification) {
   CFastInfosetContext context;
   const auto write = [](CFastInfosetWriter& w) { WriteRoot(w, "", ItemType_string); };
   for (int i = 0; i < 10; ++i) {
-    EXPECT_EQ(HexOf(texts[i]) + Octets("E0000001 00 38F0 3C0061 FF"),
+    EXPECT_EQ(HexOf(texts[i]) + Digits("E0000001 00 38F0 3C0061 FF"),
               Written(context, write, static_cast<FInfoDecl>(i)));
   }
   for (const int i : {-1, 10}) {
     EXPECT_QZ_ASSERT("declaration >= 0 && declaration <= 9",
                      Written(context, write, static_cast<FInfoDecl>(i)));
 #if !defined(QZXML_ASSERTIONS)
-    EXPECT_EQ(Octets("E0000001 00 38F0 3C0061 FF"),
+    EXPECT_EQ(Digits("E0000001 00 38F0 3C0061 FF"),
               Written(context, write, static_cast<FInfoDecl>(i)));
 #endif
   }
@@ -108,14 +108,14 @@ TEST(FastInfosetWriter, AGeneratedVocabularyIsNamedInTheHeadAndUsed) {
     w.WriteText("text", ItemType_string, false);
     w.WriteEndElement();
   };
-  const std::string body = Octets("78F0 01 00 81 78 81 4077 F0 A0 FF");
+  const std::string body = Digits("78F0 01 00 81 78 81 4077 F0 A0 FF");
   // "urn:qzxml:fast-infoset:vocabulary" has 33 octets.
-  EXPECT_EQ(Octets("E0000001 20 1000 20") + HexOf("urn:qzxml:fast-infoset:vocabulary") + body,
+  EXPECT_EQ(Digits("E0000001 20 1000 20") + HexOf("urn:qzxml:fast-infoset:vocabulary") + body,
             Written(context, write));
   context.SetExternalVocabularyURI("urn:\xC3\xA9");
-  EXPECT_EQ(Octets("E0000001 20 1000 05 75726E3AC3A9") + body, Written(context, write));
+  EXPECT_EQ(Digits("E0000001 20 1000 05 75726E3AC3A9") + body, Written(context, write));
   context.SetExternalVocabularyURI(std::string(65, 'u').c_str());
-  EXPECT_EQ(Octets("E0000001 20 1000 4000") + HexOf(std::string(65, 'u')) + body,
+  EXPECT_EQ(Digits("E0000001 20 1000 4000") + HexOf(std::string(65, 'u')) + body,
             Written(context, write));
   // What the document adds stays in the document.
   EXPECT_EQ(2u, vocabulary.GetLocalNamesTable().m_table.size() - 1);
@@ -131,7 +131,7 @@ TEST(FastInfosetWriter, WithoutTheFlagTheVocabularyOfTheOptionsIsNotUsed) {
 }
 
 TEST(FastInfosetWriter, CommentsInstructionsAndSchemasNeverReachTheDocument) {
-  EXPECT_EQ(Octets("E0000001 00 38F0 3C0061 9074 FF"), Written([](CFastInfosetWriter& w) {
+  EXPECT_EQ(Digits("E0000001 00 38F0 3C0061 9074 FF"), Written([](CFastInfosetWriter& w) {
               w.WriteComment("c");
               w.WriteProcessingInstruction("<?p d?>");
               w.WriteStartElement("a", "");
@@ -145,7 +145,7 @@ TEST(FastInfosetWriter, CommentsInstructionsAndSchemasNeverReachTheDocument) {
 }
 
 TEST(FastInfosetWriter, CommentsAndSchemasKeepAStartTagOpenForAttributes) {
-  EXPECT_EQ(Octets("E0000001 00 78F0 3C0061 78006B 4076 F0 FF"), Written([](CFastInfosetWriter& w) {
+  EXPECT_EQ(Digits("E0000001 00 78F0 3C0061 78006B 4076 F0 FF"), Written([](CFastInfosetWriter& w) {
               w.WriteStartElement("a", "");
               w.WriteComment("c");
               w.WriteInlineSchema("<s/>");
@@ -222,7 +222,7 @@ TEST(FastInfosetWriter, TwoEndsShareAnOctet) {
       {"(x(y)z())", "3C0061 9078 3C0062 9079 907A F0 3C0063 FF F0"},
   };
   for (const auto& c : cases) {
-    EXPECT_EQ(Octets(std::string(kHead) + "38F0" + c.octets), Shape(c.shape)) << c.shape;
+    EXPECT_EQ(Digits(std::string(kHead) + "38F0" + c.octets), Shape(c.shape)) << c.shape;
   }
 }
 
@@ -240,17 +240,17 @@ TEST(FastInfosetWriter, TheAttributesEndInFrontOfContentAndEnd) {
       w.WriteEndElement();
     });
   };
-  const std::string head = Octets(std::string(kElementWithAttributes) + "78006B 4076 F0");
+  const std::string head = Digits(std::string(kElementWithAttributes) + "78006B 4076 F0");
   EXPECT_EQ(head + "FF", write("", false));
-  EXPECT_EQ(head + Octets("9074 FF"), write("t", false));
-  EXPECT_EQ(head + Octets("7C0062 00 80 F0 FF F0"), write("", true));
-  EXPECT_EQ(head + Octets("9074 7C0062 00 80 F0 FF F0"), write("t", true));
+  EXPECT_EQ(head + Digits("9074 FF"), write("t", false));
+  EXPECT_EQ(head + Digits("7C0062 00 80 F0 FF F0"), write("", true));
+  EXPECT_EQ(head + Digits("9074 7C0062 00 80 F0 FF F0"), write("t", true));
 }
 
 // ---- Attribute values ----
 
 TEST(FastInfosetWriter, AnEmptyAttributeValueIsOneOctetAndNeverInATable) {
-  EXPECT_EQ(Octets(std::string(kElementWithAttributes) + "78006B FF 78006C FF 78006D 4076 F0 FF"),
+  EXPECT_EQ(Digits(std::string(kElementWithAttributes) + "78006B FF 78006C FF 78006D 4076 F0 FF"),
             Written([](CFastInfosetWriter& w) {
               w.WriteStartElement("a", "");
               w.WriteAttribute("k", "", "", ItemType_string);
@@ -261,7 +261,7 @@ TEST(FastInfosetWriter, AnEmptyAttributeValueIsOneOctetAndNeverInATable) {
 }
 
 TEST(FastInfosetWriter, AValueBelowTheLimitIsAddedAndFoundAgain) {
-  EXPECT_EQ(Octets(std::string(kElementWithAttributes) +
+  EXPECT_EQ(Digits(std::string(kElementWithAttributes) +
                    "78006B 443132333435 78006C 80 78006D 05313233343536 78006E 05313233343536"
                    "F0 FF"),
             Written([](CFastInfosetWriter& w) {
@@ -282,7 +282,7 @@ TEST(FastInfosetWriter, WithALimitOfZeroNoValueIsAddedOrLookedFor) {
   context.SetExternalVocabularyURI("u");
   context.GetVocabulary()->AddAttributeValue("v");
   context.GetVocabulary()->AddElementValue("t");
-  EXPECT_EQ(Octets("E0000001 20 1000 0075 78F0 3C0061 78006B 0076 F0 8074 FF"),
+  EXPECT_EQ(Digits("E0000001 20 1000 0075 78F0 3C0061 78006B 0076 F0 8074 FF"),
             Written(context, [](CFastInfosetWriter& w) {
               w.WriteStartElement("a", "");
               w.WriteAttribute("k", "", "v", ItemType_string);
@@ -293,11 +293,11 @@ TEST(FastInfosetWriter, WithALimitOfZeroNoValueIsAddedOrLookedFor) {
 
 TEST(FastInfosetWriter, ALengthIsMeasuredInBytesAheadOfTheEncoding) {
   CFastInfosetContext context;
-  EXPECT_EQ(Octets("44 C3A9C3A978"), Value(context, "\xC3\xA9\xC3\xA9x"));
-  EXPECT_EQ(Octets("05 C3A9C3A9C3A9"), Value(context, "\xC3\xA9\xC3\xA9\xC3\xA9"));
+  EXPECT_EQ(Digits("44 C3A9C3A978"), Value(context, "\xC3\xA9\xC3\xA9x"));
+  EXPECT_EQ(Digits("05 C3A9C3A9C3A9"), Value(context, "\xC3\xA9\xC3\xA9\xC3\xA9"));
   context.SetEncoding(ItemType_i2, Encoding(2, 3));
-  EXPECT_EQ(Octets("70 21 3039"), Value(context, "12345", ItemType_i2));
-  EXPECT_EQ(Octets("30 21 3039"), Value(context, "012345", ItemType_i2));
+  EXPECT_EQ(Digits("70 21 3039"), Value(context, "12345", ItemType_i2));
+  EXPECT_EQ(Digits("30 21 3039"), Value(context, "012345", ItemType_i2));
 }
 
 TEST(FastInfosetWriter, ALiteralValueHasTheLengthFormsOfTheFifthBit) {
@@ -321,7 +321,7 @@ TEST(FastInfosetWriter, ALiteralValueHasTheLengthFormsOfTheFifthBit) {
 // ---- Texts ----
 
 TEST(FastInfosetWriter, ATextBelowTheLimitIsAddedAndFoundAgain) {
-  EXPECT_EQ(Octets(std::string(kElement) + "92023132333435 A0 9171 72" +  // "qr"
+  EXPECT_EQ(Digits(std::string(kElement) + "92023132333435 A0 9171 72" +  // "qr"
                    "A1 8203313233343536 8203313233343536 FF"),
             Written([](CFastInfosetWriter& w) {
               w.WriteStartElement("a", "");
@@ -355,7 +355,7 @@ TEST(FastInfosetWriter, ALiteralTextHasTheLengthFormsOfTheSeventhBit) {
 }
 
 TEST(FastInfosetWriter, AttributeValuesAndTextsHaveTablesOfTheirOwn) {
-  EXPECT_EQ(Octets(std::string(kElementWithAttributes) + "78006B 4076 F0 9076 A0 FF"),
+  EXPECT_EQ(Digits(std::string(kElementWithAttributes) + "78006B 4076 F0 9076 A0 FF"),
             Written([](CFastInfosetWriter& w) {
               w.WriteStartElement("a", "");
               w.WriteAttribute("k", "", "v", ItemType_string);
@@ -367,8 +367,8 @@ TEST(FastInfosetWriter, AttributeValuesAndTextsHaveTablesOfTheirOwn) {
 
 TEST(FastInfosetWriter, ATextEndsAtItsFirstZeroByte) {
   CFastInfosetContext context;
-  EXPECT_EQ(Octets("91 6162"), Chunk(context, std::string("ab\0c", 4)));
-  EXPECT_EQ(Octets("41 6162"), Value(context, std::string("ab\0c", 4)));
+  EXPECT_EQ(Digits("91 6162"), Chunk(context, std::string("ab\0c", 4)));
+  EXPECT_EQ(Digits("41 6162"), Value(context, std::string("ab\0c", 4)));
   EXPECT_EQ("", Chunk(context, std::string("\0c", 2)));
   EXPECT_EQ("FF", Value(context, std::string("\0c", 2)));
 }
@@ -381,9 +381,9 @@ TEST(FastInfosetWriter, LocalTextBecomesUtf8) {
   const std::string names =
       Written([](CFastInfosetWriter& w) { w.WriteStartElement("\xE9", ""), w.WriteEndElement(); });
   SetLocalCharEncoding(3);
-  EXPECT_EQ(Octets("91 C3A9"), chunk);
-  EXPECT_EQ(Octets("41 C3A9"), value);
-  EXPECT_EQ(Octets("E0000001 00 38F0 3C 01C3A9 FF"), names);
+  EXPECT_EQ(Digits("91 C3A9"), chunk);
+  EXPECT_EQ(Digits("41 C3A9"), value);
+  EXPECT_EQ(Digits("E0000001 00 38F0 3C 01C3A9 FF"), names);
 }
 
 // ---- Alphabets and algorithms ----
@@ -392,12 +392,12 @@ TEST(FastInfosetWriter, RestrictedAlphabetsAreWrittenByHalfOctets) {
   CFastInfosetContext context;
   context.SetEncoding(ItemType_decimal, Encoding(1, 1));
   context.SetEncoding(ItemType_date, Encoding(1, 2));
-  EXPECT_EQ(Octets("98 01 A1C5"), Chunk(context, "-1.5", ItemType_decimal));
-  EXPECT_EQ(Octets("98 01 1C5F"), Chunk(context, "1.5", ItemType_decimal));
-  EXPECT_EQ(Octets("98 05 12B3"), Chunk(context, "12:3", ItemType_date));
-  EXPECT_EQ(Octets("88 06 02 2004A02A29"), Chunk(context, "2004-02-29", ItemType_date));
-  EXPECT_EQ(Octets("60 01 A1C5"), Value(context, "-1.5", ItemType_decimal));
-  EXPECT_EQ(Octets("20 14 2004A02A29"), Value(context, "2004-02-29", ItemType_date));
+  EXPECT_EQ(Digits("98 01 A1C5"), Chunk(context, "-1.5", ItemType_decimal));
+  EXPECT_EQ(Digits("98 01 1C5F"), Chunk(context, "1.5", ItemType_decimal));
+  EXPECT_EQ(Digits("98 05 12B3"), Chunk(context, "12:3", ItemType_date));
+  EXPECT_EQ(Digits("88 06 02 2004A02A29"), Chunk(context, "2004-02-29", ItemType_date));
+  EXPECT_EQ(Digits("60 01 A1C5"), Value(context, "-1.5", ItemType_decimal));
+  EXPECT_EQ(Digits("20 14 2004A02A29"), Value(context, "2004-02-29", ItemType_date));
 }
 
 TEST(FastInfosetWriter, TheTenAlgorithmsAreWritten) {
@@ -422,8 +422,8 @@ TEST(FastInfosetWriter, TheTenAlgorithmsAreWritten) {
   CFastInfosetContext context;
   for (const auto& c : cases) {
     context.SetEncoding(ItemType_string, Encoding(2, c.number));
-    EXPECT_EQ(Octets(c.chunk), Chunk(context, c.text)) << c.number;
-    EXPECT_EQ(Octets(c.value), Value(context, c.text)) << c.number;
+    EXPECT_EQ(Digits(c.chunk), Chunk(context, c.text)) << c.number;
+    EXPECT_EQ(Digits(c.value), Value(context, c.text)) << c.number;
   }
 }
 
@@ -441,7 +441,7 @@ TEST(FastInfosetWriter, ATextThatIsNoBase64IsTheEmptyValue) {
 TEST(FastInfosetWriter, ATableDoesNotAskForTheEncoding) {
   CFastInfosetContext context;
   context.SetSuggestedValues();
-  EXPECT_EQ(Octets(std::string(kElement) + "9C 0E 01 00000007 A0 A0 FF"),
+  EXPECT_EQ(Digits(std::string(kElement) + "9C 0E 01 00000007 A0 A0 FF"),
             Written(context, [](CFastInfosetWriter& w) {
               w.WriteStartElement("a", "");
               w.WriteText("7", ItemType_i4, false);
@@ -491,7 +491,7 @@ TEST(FastInfosetWriter, ValuesThatTheirEncodingDoesNotTakeAreRefused) {
   EXPECT_QZ_THROW(CQzInvalidValueException,
                   "The value [18446744073709551615] is to large to fit in a i8",
                   Chunk(context, "18446744073709551615", ItemType_ui8));
-  EXPECT_EQ(Octets("8C 12 05 7FFFFFFFFFFFFFFF"),
+  EXPECT_EQ(Digits("8C 12 05 7FFFFFFFFFFFFFFF"),
             Chunk(context, "9223372036854775807", ItemType_ui8));
 }
 

@@ -11,7 +11,7 @@
 namespace qztest {
 
 // Hexadecimal digits without the blanks that part them.
-inline std::string Octets(const std::string& hex) {
+inline std::string Digits(const std::string& hex) {
   std::string text;
   for (const char c : hex) {
     if (c != ' ') text += static_cast<char>(std::toupper(static_cast<unsigned char>(c)));

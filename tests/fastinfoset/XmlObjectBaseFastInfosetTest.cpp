@@ -14,8 +14,8 @@ namespace QzXmlLib16 {
 namespace {
 
 using qztest::CNote;
+using qztest::Digits;
 using qztest::HexOf;
-using qztest::Octets;
 
 CNote Shopping() {
   CNote note;
@@ -27,9 +27,9 @@ CNote Shopping() {
 // <AA:note to="Ann"><AA:line>Milk</AA:line><AA:line>Milk</AA:line></AA:note>; "urn:notes" has 9
 // octets.
 std::string ShoppingOctets() {
-  return Octets("E0000001 00 78F0 3F 014141 08") + HexOf("urn:notes") + "03" + HexOf("note") +
-         Octets("78 01") + HexOf("to") + "42" + HexOf("Ann") + "F0" + Octets("3F 81 81 03") +
-         HexOf("line") + "9201" + HexOf("Milk") + Octets("F0 01 A0 FF F0");
+  return Digits("E0000001 00 78F0 3F 014141 08") + HexOf("urn:notes") + "03" + HexOf("note") +
+         Digits("78 01") + HexOf("to") + "42" + HexOf("Ann") + "F0" + Digits("3F 81 81 03") +
+         HexOf("line") + "9201" + HexOf("Milk") + Digits("F0 01 A0 FF F0");
 }
 
 std::string FileOctets(const std::string& path) {
@@ -74,7 +74,7 @@ TEST(XmlObjectBaseFastInfoset, TheOptionsOfTheContextCount) {
   CNote note;
   note.SetElementName("other");
   const std::string octets = note.ToFastInfosetStream(FInfoDecl_None, context).GetAsHexString();
-  EXPECT_EQ(Octets("E0000001 20 1000 00 75"), octets.substr(0, 18));
+  EXPECT_EQ(Digits("E0000001 20 1000 00 75"), octets.substr(0, 18));
 }
 
 TEST(XmlObjectBaseFastInfoset, DeclarationAndDocumentAreCompressedTogether) {
