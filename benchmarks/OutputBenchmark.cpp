@@ -1,6 +1,6 @@
-// What bytes, files, compression and JSON cost, each beside the least that the same work can cost:
-// the text and a copy for bytes, a plain write of the same bytes for files, zlib alone on the same
-// bytes for compression, the XML of the same objects for JSON.
+// What bytes, files, compression, JSON and Fast Infoset cost, each beside the least that the same
+// work can cost: the text and a copy for bytes, a plain write of the same bytes for files, zlib
+// alone on the same bytes for compression, the XML of the same objects for JSON and Fast Infoset.
 #include <benchmark/benchmark.h>
 #include <zlib.h>
 
@@ -262,6 +262,42 @@ void ReadXml(benchmark::State& state) {
   SetRate(state, written->bytes.GetLength());
 }
 
+// --- Fast Infoset, with the counter "size" as its part of the XML
+
+struct CFastInfoset {
+  CFastInfoset(const CWritten& written, bool suggested) : context(written.context) {
+    if (suggested) context.GetFIContext().SetSuggestedValues();
+    bytes = written.object.ToFastInfosetStream(FInfoDecl_None, context);
+  }
+
+  CSerializationContext context;
+  CBinaryData bytes;
+};
+
+void FastInfoset(benchmark::State& state, bool suggested) {
+  const CWritten* const written = Written(state);
+  if (written == nullptr) return;
+  const CFastInfoset document(*written, suggested);
+  for (auto _ : state) {
+    const CBinaryData bytes = written->object.ToFastInfosetStream(FInfoDecl_None, document.context);
+    benchmark::DoNotOptimize(bytes.GetData());
+  }
+  SetRate(state, written->bytes.GetLength());
+  state.counters["size"] = double{1} * document.bytes.GetLength() / written->bytes.GetLength();
+}
+
+void ReadFastInfoset(benchmark::State& state, bool suggested) {
+  const CWritten* const written = Written(state);
+  if (written == nullptr) return;
+  const CFastInfoset document(*written, suggested);
+  for (auto _ : state) {
+    orders::COrders object;
+    object.FromXmlStream(document.bytes, document.context);
+    benchmark::DoNotOptimize(&object);
+  }
+  SetRate(state, written->bytes.GetLength());
+}
+
 void Sizes(benchmark::internal::Benchmark* benchmark) {
   for (const std::int64_t octets : {10'000, 1'000'000, 10'000'000}) benchmark->Arg(octets);
   benchmark->Unit(benchmark::kMillisecond);
@@ -281,6 +317,10 @@ BENCHMARK(Json)->Apply(Sizes);
 BENCHMARK(ReadJson)->Apply(Sizes);
 BENCHMARK(JsonToXmlText)->Apply(Sizes);
 BENCHMARK(ReadXml)->Apply(Sizes);
+BENCHMARK_CAPTURE(FastInfoset, AsText, false)->Apply(Sizes);
+BENCHMARK_CAPTURE(FastInfoset, Suggested, true)->Apply(Sizes);
+BENCHMARK_CAPTURE(ReadFastInfoset, AsText, false)->Apply(Sizes);
+BENCHMARK_CAPTURE(ReadFastInfoset, Suggested, true)->Apply(Sizes);
 
 }  // namespace
 
