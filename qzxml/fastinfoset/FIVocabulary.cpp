@@ -60,7 +60,7 @@ CFIVocabulary::CFIVocabulary(const CFIVocabulary& other) = default;
 CFIVocabulary& CFIVocabulary::operator=(const CFIVocabulary& other) = default;
 CFIVocabulary::~CFIVocabulary() = default;
 
-std::size_t CFIVocabulary::CTextHash::operator()(const std::string& text) const noexcept {
+std::size_t CFIVocabulary::CTextHash::operator()(const std::string& text) const {
   return static_cast<std::size_t>(detail::HashText(text));
 }
 

@@ -126,9 +126,10 @@ class QZXML_API CFIVocabulary {
   friend class CFastInfosetReader;
   friend class CFastInfosetWriter;
 
-  // Salted for each process, so that no document can be made whose texts collide.
+  // Salted for each process, so that no document can be made whose texts collide. Meant: not
+  // noexcept, so that the standard library keeps the hashes with the texts.
   struct CTextHash {
-    std::size_t operator()(const std::string& text) const noexcept;
+    std::size_t operator()(const std::string& text) const;
   };
   using CIndexMap = std::unordered_map<std::string, std::uint32_t, CTextHash>;
 
