@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <string>

@@ -35,8 +35,8 @@ class SteppedText {
   std::string m_text;
 };
 
-// The name of an element, with its tags. Any name will do where one is asked for, but whoever writes
-// many elements of a name makes this once.
+// The name of an element, with its tags. Any name will do where one is asked for, but whoever
+// writes many elements of a name makes this once.
 class ElementTags {
  public:
   ElementTags(std::string name)

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "qzxml/values/Conversions.h"
+#include "tests/support/CLocale.h"
 #include "tests/support/CommaLocale.h"
 #include "tests/support/QzTest.h"
 #include "tests/values/NumberTexts.h"
@@ -56,8 +57,20 @@ class Random {
   std::uint64_t m_state = 20240229;
 };
 
+// What the C library reads in the "C" locale.
+double Strtod(const std::string& text) {
+  const qztest::CLocale locale;
+  return std::strtod(text.c_str(), nullptr);
+}
+
+float Strtof(const std::string& text) {
+  const qztest::CLocale locale;
+  return std::strtof(text.c_str(), nullptr);
+}
+
 // What printf writes in the "C" locale, with a third digit in a two-digit exponent.
 std::string Printed(const char* format, ...) {
+  const qztest::CLocale locale;
   char buffer[512];
   std::va_list arguments;
   va_start(arguments, format);
@@ -109,7 +122,7 @@ void ExpectReal(const std::string& text) {
         })));
     return;
   }
-  const double expected = std::strtod(text.c_str(), nullptr);
+  const double expected = Strtod(text);
   ASSERT_EQ(GetBits(expected), GetBits(CConversions::r8FromString(text, kNone))) << text;
   ASSERT_EQ(static_cast<float>(expected), CConversions::r4FromString(text, kNone)) << text;
 }
@@ -202,9 +215,8 @@ TEST(ConversionsReal, WritesSixteenAndSevenDigitsAsPrintfDoes) {
 
 TEST(ConversionsReal, WritesEveryPowerOfTenAsPrintfDoes) {
   for (int exponent = -323; exponent <= 308; ++exponent) {
-    const double value =
-        std::strtod(("1.2345678901234567e" + std::to_string(exponent)).c_str(), nullptr);
-    const double power = std::strtod(("1e" + std::to_string(exponent)).c_str(), nullptr);
+    const double value = Strtod("1.2345678901234567e" + std::to_string(exponent));
+    const double power = Strtod("1e" + std::to_string(exponent));
     ASSERT_EQ(Printed("%.16g", value), CConversions::r8ToString(value));
     ASSERT_EQ(Printed("%.16g", power), CConversions::r8ToString(power));
     if (exponent < -44 || exponent > 37) continue;
@@ -397,10 +409,9 @@ TEST(ConversionsReal, HasNoRange) {
 TEST(ConversionsReal, AnR4IsReadAsADoubleAndNarrowed) {
   // Halfway between two floats and a little more: rounding twice loses the little.
   const std::string text = "1.00000005960464477540";
-  EXPECT_EQ(static_cast<float>(std::strtod(text.c_str(), nullptr)),
-            CConversions::r4FromString(text, kNone));
+  EXPECT_EQ(static_cast<float>(Strtod(text)), CConversions::r4FromString(text, kNone));
   EXPECT_EQ(1.0f, CConversions::r4FromString(text, kNone));
-  EXPECT_NE(1.0f, std::strtof(text.c_str(), nullptr));
+  EXPECT_NE(1.0f, Strtof(text));
 }
 
 TEST(ConversionsReal, ReadsTheWordsExactlyAsTheyAreWritten) {
