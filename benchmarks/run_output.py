@@ -9,6 +9,7 @@ Every ratio is made of figures of the same run.
 import json
 import os
 import platform
+import re
 import subprocess
 import sys
 
@@ -31,6 +32,10 @@ LABELS = {
     "ReadXml": "(l) `FromXmlStream`",
     "JsonToXmlText": "(m) JSON into XML text",
     "ReadJson": "(n) `FromJson`",
+    "FastInfoset/AsText": "(o) `ToFastInfosetStream`, values as text",
+    "FastInfoset/Suggested": "(p) `ToFastInfosetStream`, suggested values",
+    "ReadFastInfoset/AsText": "(q) `FromXmlStream` of (o)",
+    "ReadFastInfoset/Suggested": "(r) `FromXmlStream` of (p)",
 }
 RATIOS = (
     ("**(c) / ((a) + (b))**", ("Stream",), ("Text", "Copy")),
@@ -41,20 +46,22 @@ RATIOS = (
     ("(k) / (a)", ("Json",), ("Text",)),
     ("(n) / ((l) + (m))", ("ReadJson",), ("ReadXml", "JsonToXmlText")),
     ("(n) / (l)", ("ReadJson",), ("ReadXml",)),
+    ("**(p) / (a)**", ("FastInfoset/Suggested",), ("Text",)),
+    ("**(l) / (r)**", ("ReadXml",), ("ReadFastInfoset/Suggested",)),
 )
 
 
 def measure(folder):
-    """Milliseconds by benchmark and size, the median of nine repetitions taken in turn."""
+    """Milliseconds by benchmark and size, the median of five repetitions taken in turn."""
     output = subprocess.run(
         [os.path.join(folder, "benchmarks", "output_benchmark"), "--benchmark_format=json",
-         "--benchmark_min_time=0.1", "--benchmark_repetitions=9",
+         "--benchmark_min_time=0.1", "--benchmark_repetitions=5",
          "--benchmark_report_aggregates_only=true", "--benchmark_enable_random_interleaving=true"],
         check=True, stdout=subprocess.PIPE).stdout
     times = {}
     for row in json.loads(output)["benchmarks"]:
         if row.get("aggregate_name") == "median":
-            name, size = row["run_name"].split("/")[:2]
+            name, size = re.match(r"(.*?)/(\d+)", row["run_name"]).groups()
             times[name, int(size)] = row["cpu_time"]
     return times
 
