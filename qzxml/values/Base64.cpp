@@ -58,13 +58,15 @@ constexpr std::uint16_t kNoPair = 0x8000;
 
 using PairTable = std::array<std::uint16_t, 65536>;
 
+// By pointers: clang counts each call of operator[] against what it evaluates while compiling.
 constexpr PairTable MakePairTable(const DecodeTable& values) {
   PairTable table{};
+  const std::uint8_t* const value = values.data();
+  std::uint16_t* pair = table.data();
   for (std::size_t second = 0; second < 256; ++second) {
     for (std::size_t first = 0; first < 256; ++first) {
-      const bool isPair = values[first] < 64 && values[second] < 64;
-      table[second << 8 | first] =
-          static_cast<std::uint16_t>(isPair ? values[first] << 6 | values[second] : kNoPair);
+      const bool isPair = value[first] < 64 && value[second] < 64;
+      *pair++ = static_cast<std::uint16_t>(isPair ? value[first] << 6 | value[second] : kNoPair);
     }
   }
   return table;
@@ -86,7 +88,9 @@ std::uint64_t LoadBytes(const unsigned char* at) {
          std::uint64_t{at[6]} << 8 | at[7];
 }
 
-std::uint64_t GetPair(const unsigned char* at) { return kDecodePair[at[0] | at[1] << 8]; }
+std::uint64_t GetPair(const unsigned char* at) {
+  return kDecodePair[static_cast<std::size_t>(at[0] | at[1] << 8)];
+}
 
 // Writes the upper six bytes and two behind them that say nothing, in one store where the compiler
 // can be told so.
