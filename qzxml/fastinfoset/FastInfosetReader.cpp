@@ -12,6 +12,7 @@
 #include "qzxml/fastinfoset/FastInfosetContext.h"
 #include "qzxml/fastinfoset/FastInfosetReaderOctets.h"
 #include "qzxml/fastinfoset/FastInfosetReaderStrings.h"
+#include "qzxml/fastinfoset/Trace.h"
 #include "qzxml/platform/DebugChannel.h"
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/QzException.h"
@@ -241,8 +242,8 @@ void CFastInfosetReader::CRun::StartElement(std::uint32_t first) {
   const detail::XmlName* const name = ReadElementName(first);
   if (detail::GetDebugChannel() != nullptr) {
     const bool isRoot = m_document.m_pDocElement == nullptr;
-    DebugTrace(isRoot ? "New Root Elm: %s::%s\n" : "New Elm: %s::%s\n", name->uri->c_str(),
-               name->localName.c_str());
+    detail::TraceCut(FormatString(isRoot ? "New Root Elm: %s::%s\n" : "New Elm: %s::%s\n",
+                                  name->uri->c_str(), name->localName.c_str()));
   }
   CXmlElement* const element = m_document.OpenElement(name);
   if (hasAttributes && ReadAttributes(element)) EndElement();
@@ -251,8 +252,8 @@ void CFastInfosetReader::CRun::StartElement(std::uint32_t first) {
 void CFastInfosetReader::CRun::EndElement() {
   if (detail::GetDebugChannel() != nullptr) {
     const CXmlElement* const element = m_document.m_pElementStack.back();
-    DebugTrace("End Elm: %s::%s\n", element->GetNamespaceURI().c_str(),
-               element->GetLocalName().c_str());
+    detail::TraceCut(FormatString("End Elm: %s::%s\n", element->GetNamespaceURI().c_str(),
+                                  element->GetLocalName().c_str()));
   }
   m_document.CloseElement();
 }

@@ -6,6 +6,7 @@
 #include "qzxml/fastinfoset/DocumentMarks.h"
 #include "qzxml/fastinfoset/FastInfosetContext.h"
 #include "qzxml/fastinfoset/OctetForms.h"
+#include "qzxml/fastinfoset/Trace.h"
 #include "qzxml/platform/Assert.h"
 #include "qzxml/platform/DebugChannel.h"
 #include "qzxml/runtime/BinaryStream.h"
@@ -43,13 +44,6 @@ std::string_view Octets(const CBinaryData& data) {
 }
 
 bool IsTraced() { return detail::GetDebugChannel() != nullptr; }
-
-// Cuts what the channel does not take: a long value is no mistake of the caller.
-void Trace(std::string line) {
-  constexpr std::size_t kLongest = 1024 * 32 - 1;
-  if (line.size() > kLongest) line.resize(kLongest);
-  DebugTrace("%s", line.c_str());
-}
 
 }  // namespace
 
@@ -135,8 +129,9 @@ void CFastInfosetWriter::WriteStartElement(const std::string& name, const std::s
     CloseStartTag();
   }
   if (IsTraced()) {
-    Trace(FormatString(m_pContext == nullptr ? "Root Elm: %s::%s\n" : "New Elm: %s::%s\n",
-                       uri.c_str(), name.c_str()));
+    detail::TraceCut(
+        FormatString(m_pContext == nullptr ? "Root Elm: %s::%s\n" : "New Elm: %s::%s\n",
+                     uri.c_str(), name.c_str()));
   }
   m_pPendingContext = OpenContext(name, uri);
   FlushWhenDue();
@@ -188,7 +183,7 @@ void CFastInfosetWriter::WriteText(const std::string& text, ItemType type, bool)
   CloseStartTag();
   if (text.empty()) return;
   PutCharacterChunk(text, type);
-  if (IsTraced()) Trace(FormatString("Elm Val: %s\n", text.c_str()));
+  if (IsTraced()) detail::TraceCut(FormatString("Elm Val: %s\n", text.c_str()));
   FlushWhenDue();
 }
 
@@ -200,8 +195,8 @@ void CFastInfosetWriter::WriteEndElement() {
   if (m_bHalfTerminatorPending) PutOctet(kTwoTerminators);
   m_bHalfTerminatorPending = !m_bHalfTerminatorPending;
   if (IsTraced()) {
-    Trace(FormatString("End Elm: %s::%s\n", m_pContext->GetNamespace().c_str(),
-                       std::string(m_pContext->GetName()).c_str()));
+    detail::TraceCut(FormatString("End Elm: %s::%s\n", m_pContext->GetNamespace().c_str(),
+                                  std::string(m_pContext->GetName()).c_str()));
   }
   m_pContext = CloseContext(m_pContext);
   FlushWhenDue();
@@ -223,10 +218,10 @@ void CFastInfosetWriter::WriteAttribute(const std::string& name, const std::stri
   PutAttributeName(0x00, alias, uri, name);
   PutAttributeValue(value, type);
   if (IsTraced()) {
-    Trace(uri.empty()
-              ? FormatString("Add Att: ::%s\n", name.c_str())
-              : FormatString("Add Att: %s %s::%s\n", alias.c_str(), uri.c_str(), name.c_str()));
-    Trace(FormatString("Att Val: %s\n", value.c_str()));
+    detail::TraceCut(uri.empty() ? FormatString("Add Att: ::%s\n", name.c_str())
+                                 : FormatString("Add Att: %s %s::%s\n", alias.c_str(), uri.c_str(),
+                                                name.c_str()));
+    detail::TraceCut(FormatString("Att Val: %s\n", value.c_str()));
   }
   FlushWhenDue();
 }
@@ -247,9 +242,9 @@ void CFastInfosetWriter::WriteXsiType(const std::string& typeUri, const std::str
   PutAttributeName(0x00, alias, attributeUri, attributeName);
   PutAttributeValue(alias + ':' + typeName, type);
   if (IsTraced()) {
-    Trace(FormatString("Add Att: %s %s::%s\n", alias.c_str(), attributeUri.c_str(),
-                       attributeName.c_str()));
-    Trace(FormatString("Att Val: %s:%s\n", alias.c_str(), typeName.c_str()));
+    detail::TraceCut(FormatString("Add Att: %s %s::%s\n", alias.c_str(), attributeUri.c_str(),
+                                  attributeName.c_str()));
+    detail::TraceCut(FormatString("Att Val: %s:%s\n", alias.c_str(), typeName.c_str()));
   }
   FlushWhenDue();
 }

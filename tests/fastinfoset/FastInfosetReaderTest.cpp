@@ -110,13 +110,24 @@ TEST_F(FastInfosetReader, TellsWhatItTakes) {
   }
 }
 
+CXmlDocument* g_document = nullptr;
+std::vector<bool> g_answers;
+
 TEST_F(FastInfosetReader, ParseAnswersFalseAndChangesNothingWithoutFastInfoset) {
-  CXmlDocument document;
-  LoadOctets(document, "<a/>");
-  CFastInfosetContext context;
-  CFastInfosetReader reader(&context, &document);
-  EXPECT_FALSE(reader.Parse());
-  EXPECT_EQ("a", qztest::Shape(document));
+  // A reader on XML text, which is there while the document is loaded.
+  g_answers.clear();
+  for (const char* text : {"<a/>", "<?xml version='1.0'?><a/>"}) {
+    CXmlDocument document([](CXmlElement*) {
+      CFastInfosetContext context;
+      CFastInfosetReader reader(&context, g_document);
+      g_answers.push_back(reader.Parse());
+      return false;
+    });
+    g_document = &document;
+    LoadOctets(document, text);
+    EXPECT_EQ("a", qztest::Shape(document));
+  }
+  EXPECT_EQ((std::vector<bool>{false, false}), g_answers);
 }
 
 TEST_F(FastInfosetReader, CompressedDocumentsAndFilesAreRead) {
@@ -419,6 +430,17 @@ TEST_F(FastInfosetReader, TellsTheDebugChannelOfElements) {
   ShapeOf(FinfOf("3D 00 75 00 61 7C 00 62 78 00 6B 00 76 FF FF"));
   SetDebugChannel(nullptr);
   EXPECT_EQ("New Root Elm: u::a\nNew Elm: ::b\nEnd Elm: ::b\nEnd Elm: u::a\n", g_trace);
+}
+
+TEST_F(FastInfosetReader, ALongNameIsCutForTheDebugChannel) {
+  const std::string name(40000, 'n');
+  g_trace.clear();
+  SetDebugChannel([](const char* text) { g_trace += text; });
+  ShapeOf(Finf(Octets("3C 60 00 00 9A FF") + name + Octets("FF")));
+  SetDebugChannel(nullptr);
+  EXPECT_EQ("New Root Elm: ::" + std::string(32767 - 16, 'n') +
+                "End Elm: ::" + std::string(32767 - 11, 'n'),
+            g_trace);
 }
 
 std::vector<std::string> g_ended;
