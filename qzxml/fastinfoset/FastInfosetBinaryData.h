@@ -11,10 +11,16 @@ namespace QzXmlLib16 {
 // The octets of a value under one of the encoding algorithms that Fast Infoset has built in, and
 // the way between them and the lexical form of the value.
 //
-//    1  HEXADECIMAL  the octets           6  BOOLEAN  bits, behind 4 bits with the number of spare
-//    ones 2  BASE64       the octets           7  FLOAT    4 octets, IEEE 754 3  SHORT        2
-//    octets             8  DOUBLE   8 octets, IEEE 754 4  INT          4 octets             9  UUID
-//    16 octets 5  LONG         8 octets            10  CDATA    the text as UTF-8
+//    1  HEXADECIMAL   the octets
+//    2  BASE64        the octets
+//    3  SHORT         2 octets, signed
+//    4  INT           4 octets, signed
+//    5  LONG          8 octets, signed
+//    6  BOOLEAN       a bit each, behind 4 bits with the number of spare ones in the last octet
+//    7  FLOAT         4 octets, IEEE 754
+//    8  DOUBLE        8 octets, IEEE 754
+//    9  UUID         16 octets
+//   10  CDATA         the text as UTF-8
 //
 // Numbers have their high octet first. A plain value, as CBinaryData is.
 // Source: ITU-T Rec. X.891 | ISO/IEC 24824-1, clause 10.

@@ -12,22 +12,43 @@ struct SuggestedValue {
   std::uint32_t index;
 };
 
+// The numbers of the algorithms and of the alphabets.
+constexpr std::uint32_t kHexadecimal = 1;
+constexpr std::uint32_t kBase64 = 2;
+constexpr std::uint32_t kShort = 3;
+constexpr std::uint32_t kInt = 4;
+constexpr std::uint32_t kLong = 5;
+constexpr std::uint32_t kBoolean = 6;
+constexpr std::uint32_t kFloat = 7;
+constexpr std::uint32_t kDouble = 8;
+constexpr std::uint32_t kNumeric = 1;
+constexpr std::uint32_t kDateAndTime = 2;
+
 constexpr SuggestedValue kSuggestedValues[] = {
-    {ItemType_hexBinary, 2, 1},                          // HEXADECIMAL
-    {ItemType_base64Binary, 2, 2}, {ItemType_i1, 2, 3},  // SHORT
-    {ItemType_i2, 2, 3},           {ItemType_ui1, 2, 3},
-    {ItemType_i4, 2, 4},                                 // INT
-    {ItemType_ui2, 2, 4},          {ItemType_i8, 2, 5},  // LONG
-    {ItemType_ui4, 2, 5},          {ItemType_ui8, 2, 5},
-    {ItemType_r4, 2, 7},                                        // FLOAT
-    {ItemType_r8, 2, 8},                                        // DOUBLE
-    {ItemType_duration, 0, 0},     {ItemType_yearMonth, 1, 2},  // the alphabet of dates and times
-    {ItemType_monthDay, 1, 2},     {ItemType_year, 1, 2},
-    {ItemType_month, 1, 2},        {ItemType_day, 1, 2},
-    {ItemType_date, 1, 2},         {ItemType_datetime, 1, 2},
-    {ItemType_time, 1, 2},         {ItemType_boolean, 2, 6},
-    {ItemType_decimal, 1, 1},  // the alphabet of numbers
-    {ItemType_integer, 1, 1},
+    {ItemType_hexBinary, 2, kHexadecimal},
+    {ItemType_base64Binary, 2, kBase64},
+    {ItemType_i1, 2, kShort},
+    {ItemType_i2, 2, kShort},
+    {ItemType_ui1, 2, kShort},
+    {ItemType_i4, 2, kInt},
+    {ItemType_ui2, 2, kInt},
+    {ItemType_i8, 2, kLong},
+    {ItemType_ui4, 2, kLong},
+    {ItemType_ui8, 2, kLong},
+    {ItemType_r4, 2, kFloat},
+    {ItemType_r8, 2, kDouble},
+    {ItemType_duration, 0, 0},
+    {ItemType_yearMonth, 1, kDateAndTime},
+    {ItemType_monthDay, 1, kDateAndTime},
+    {ItemType_year, 1, kDateAndTime},
+    {ItemType_month, 1, kDateAndTime},
+    {ItemType_day, 1, kDateAndTime},
+    {ItemType_date, 1, kDateAndTime},
+    {ItemType_datetime, 1, kDateAndTime},
+    {ItemType_time, 1, kDateAndTime},
+    {ItemType_boolean, 2, kBoolean},
+    {ItemType_decimal, 1, kNumeric},
+    {ItemType_integer, 1, kNumeric},
 };
 
 }  // namespace

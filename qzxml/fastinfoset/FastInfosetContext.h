@@ -37,10 +37,9 @@ class QZXML_API CFastInfosetContext {
 
   // ---- Values ----
 
-  // How values of a kind are written; as text for every kind, unless it is set. Both assert
-  // "itemType
-  // >= 0 && itemType < 29"; for any other number the answer is text, and nothing is set. A wrong
-  // type or index is found when a value is written.
+  // How values of a kind are written; as text for every kind, unless it is set. For a number that
+  // is no kind the answer is text, and nothing is set; both assert
+  // "itemType >= 0 && itemType < 29" then. A wrong type or index is found when a value is written.
   EncodedCharacterString GetEncoding(ItemType itemType) const;
   void SetEncoding(ItemType itemType, const EncodedCharacterString& encoding);
 

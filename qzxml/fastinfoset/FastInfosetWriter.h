@@ -71,8 +71,8 @@ class QZXML_API CFastInfosetWriter : public CXmlWriter {
   void AddNamespaceMapping(const std::string& alias, const std::string& uri) override;
 
   void WriteComment(const std::string& text) override;  // writes nothing
-  void WriteProcessingInstruction(
-      const std::string& text) override;  // ends the start of an element
+  // Writes nothing either, but an element that has just begun takes no attributes behind it.
+  void WriteProcessingInstruction(const std::string& text) override;
 
   // ---- Elements ----
 
