@@ -63,23 +63,28 @@ TEST(FastInfosetWriter, ADocumentWithoutAnElementIsHeadAndEnd) {
 }
 
 TEST(FastInfosetWriter, TheDeclarationStandsInFrontOfTheIdentification) {
-  const char* const texts[] = {
-      "",
-      "<?xml encoding='finf'?>",
-      "<?xml encoding='finf' standalone='yes'?>",
-      "<?xml encoding='finf' standalone='no'?>",
-      "<?xml version='1.0' encoding='finf'?>",
-      "<?xml version='1.0' encoding='finf' standalone='yes'?>",
-      "<?xml version='1.0' encoding='finf' standalone='no'?>",
-      "<?xml version='1.1' encoding='finf'?>",
-      "<?xml version='1.1' encoding='finf' standalone='yes'?>",
-      "<?xml version='1.1' encoding='finf' standalone='no'?>",
+  const struct {
+    FInfoDecl declaration;
+    int number;
+    const char* text;
+  } cases[] = {
+      {FInfoDecl_None, 0, ""},
+      {FInfoDecl_Encoding, 1, "<?xml encoding='finf'?>"},
+      {FInfoDecl_EncodingStandaloneYes, 2, "<?xml encoding='finf' standalone='yes'?>"},
+      {FInfoDecl_EncodingStandaloneNo, 3, "<?xml encoding='finf' standalone='no'?>"},
+      {FInfoDecl_V10, 4, "<?xml version='1.0' encoding='finf'?>"},
+      {FInfoDecl_V10StandaloneYes, 5, "<?xml version='1.0' encoding='finf' standalone='yes'?>"},
+      {FInfoDecl_V10StandaloneNo, 6, "<?xml version='1.0' encoding='finf' standalone='no'?>"},
+      {FInfoDecl_V11, 7, "<?xml version='1.1' encoding='finf'?>"},
+      {FInfoDecl_V11StandaloneYes, 8, "<?xml version='1.1' encoding='finf' standalone='yes'?>"},
+      {FInfoDecl_V11StandaloneNo, 9, "<?xml version='1.1' encoding='finf' standalone='no'?>"},
   };
   CFastInfosetContext context;
   const auto write = [](CFastInfosetWriter& w) { WriteRoot(w, "", ItemType_string); };
-  for (int i = 0; i < 10; ++i) {
-    EXPECT_EQ(HexOf(texts[i]) + Digits("E0000001 00 38F0 3C0061 FF"),
-              Written(context, write, static_cast<FInfoDecl>(i)));
+  for (const auto& c : cases) {
+    EXPECT_EQ(c.number, static_cast<int>(c.declaration));
+    EXPECT_EQ(HexOf(c.text) + Digits("E0000001 00 38F0 3C0061 FF"),
+              Written(context, write, c.declaration));
   }
   for (const int i : {-1, 10}) {
     EXPECT_QZ_ASSERT("declaration >= 0 && declaration <= 9",
