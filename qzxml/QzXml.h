@@ -2,6 +2,10 @@
 
 // Everything that an application or a generated class needs of the library.
 
+#include "qzxml/binding/EnumerationInfo.h"
+#include "qzxml/binding/SimpleTypeInfo.h"
+#include "qzxml/binding/TextRules.h"
+#include "qzxml/binding/XsdType.h"
 #include "qzxml/collections/Attribute.h"
 #include "qzxml/collections/AttributeCol.h"
 #include "qzxml/collections/DateTimeCols.h"

@@ -40,7 +40,7 @@ LEVELS = [
         r"|PrimitiveRestrictions|SerializationContext|XmlObjectBase)\.h$")),
     ("collections", re.compile(r"qzxml/collections/")),
     ("serialization", re.compile(r"qzxml/serialization/")),
-    ("formats", re.compile(r"qzxml/(json|fastinfoset)/")),
+    ("formats and binding", re.compile(r"qzxml/(binding|json|fastinfoset)/")),
     ("QzXml.h", re.compile(r"qzxml/QzXml\.h$")),
 ]
 
