@@ -28,7 +28,6 @@ class QZXML_API CTabledClass : public CXmlGeneratedClass {
  public:
   ~CTabledClass() override;
 
- protected:
   // The tables of a class, empty at first. To be held in a static variable, which needs no
   // initialisation: the entries live as long as the process, so that objects that are destroyed
   // at its end still have them.
@@ -58,6 +57,7 @@ class QZXML_API CTabledClass : public CXmlGeneratedClass {
     CAttributeInfo** m_pAttributes = nullptr;
   };
 
+ protected:
   CTabledClass() = default;
   CTabledClass(const CTabledClass&) = default;
   CTabledClass& operator=(const CTabledClass&) = default;

@@ -1,0 +1,348 @@
+#include "qzxml/binding/BoundClass.h"
+
+#include <cstring>
+
+#include "qzxml/binding/BindingTables.h"
+#include "qzxml/binding/Messages.h"
+#include "qzxml/collections/Element.h"
+#include "qzxml/collections/XmlCollectionBase.h"
+#include "qzxml/runtime/Functions.h"
+#include "qzxml/runtime/QzException.h"
+#include "qzxml/serialization/SerializationContext.h"
+#include "qzxml/xml/XmlElement.h"
+
+namespace QzXmlLib16 {
+
+using namespace QzXmlLib16Data;
+
+namespace {
+
+constexpr char kWhitespace[] = " \t\r\n";
+
+// The kind that a value has on its way between property and document.
+ItemType TravellingKind(const CSimpleTypeInfo& type) {
+  return type.IsEnumeration() ? ItemType_i4 : type.GetKind();
+}
+
+}  // namespace
+
+// --- CClassBinding
+
+const CMember& CClassBinding::GetMember(std::int32_t propertyIndex) const {
+  const CClassBinding* binding = this;
+  while (true) {
+    for (const CRestrictedMember& restricted : binding->m_restricted) {
+      if (restricted.propertyIndex == propertyIndex) return restricted.member;
+    }
+    if (propertyIndex >= binding->m_basePropertyCount) break;
+    binding = binding->m_base;
+  }
+  return binding->m_own.begin()[propertyIndex - binding->m_basePropertyCount];
+}
+
+// --- CBoundClass
+
+CBoundClass::CBoundClass(CClassBinding& binding) : m_binding(&binding) {
+  SetElementName(binding.GetTraits().elementName);
+}
+
+CBoundClass::~CBoundClass() = default;
+
+std::string CBoundClass::GetTargetNamespace() const {
+  return m_binding->GetTraits().namespaceUri;
+}
+
+std::string CBoundClass::GetNamespace() const { return m_binding->GetTraits().namespaceUri; }
+
+// --- Tables
+
+const CBoundClass::CTables& CBoundClass::GetTables() const {
+  CClassBinding& binding = *m_binding;
+  return BuildOnce(binding.m_tables, [&binding](CTables& made) {
+    detail::BuildTables(binding, made);
+    delete binding.m_typedInfo;  // of an attempt that failed
+    binding.m_typedInfo = detail::NewClassInfo(binding, true);
+  });
+}
+
+CBoundClass::CParentElementInfo* CBoundClass::GetClassInfo() const {
+  const CTables& tables = GetTables();
+  return m_writesType ? m_binding->m_typedInfo : tables.GetInfo();
+}
+
+// --- Values
+
+// Calls visit(kind, property) with the kind as a type and the data member of a value.
+template <typename Visit>
+void CBoundClass::VisitValue(const CMember& member, Visit visit) {
+  const CProperty& property = member.property;
+  switch (TravellingKind(*member.type)) {
+#define QZXML_VISIT(kind, name)                                                    \
+  case kind:                                                                       \
+    return visit(std::integral_constant<ItemType, kind>(), this->*property.m_##name);
+    QZXML_VISIT(ItemType_hexBinary, binary)
+    QZXML_VISIT(ItemType_base64Binary, binary)
+    QZXML_VISIT(ItemType_i1, i1)
+    QZXML_VISIT(ItemType_i2, i2)
+    QZXML_VISIT(ItemType_i4, i4)
+    QZXML_VISIT(ItemType_i8, i8)
+    QZXML_VISIT(ItemType_ui1, ui1)
+    QZXML_VISIT(ItemType_ui2, ui2)
+    QZXML_VISIT(ItemType_ui4, ui4)
+    QZXML_VISIT(ItemType_ui8, ui8)
+    QZXML_VISIT(ItemType_r4, r4)
+    QZXML_VISIT(ItemType_r8, r8)
+    QZXML_VISIT(ItemType_duration, duration)
+    QZXML_VISIT(ItemType_yearMonth, dateTime)
+    QZXML_VISIT(ItemType_monthDay, dateTime)
+    QZXML_VISIT(ItemType_year, ui2)
+    QZXML_VISIT(ItemType_month, ui1)
+    QZXML_VISIT(ItemType_day, ui1)
+    QZXML_VISIT(ItemType_date, dateTime)
+    QZXML_VISIT(ItemType_datetime, dateTime)
+    QZXML_VISIT(ItemType_time, dateTime)
+    QZXML_VISIT(ItemType_char, i1)
+    QZXML_VISIT(ItemType_string, string)
+    QZXML_VISIT(ItemType_boolean, boolean)
+    QZXML_VISIT(ItemType_decimal, decimal)
+    QZXML_VISIT(ItemType_integer, integer)
+#undef QZXML_VISIT
+    case ItemType_None:
+    case ItemType_XmlObjectBase:
+    case ItemType_XmlCollection:
+      break;
+  }
+}
+
+void CBoundClass::CheckValue(std::int32_t index, const QzVariant& value) const {
+  const CMember& member = m_binding->GetMember(index);
+  member.type->Check(member.name, value);
+  if (member.isFixed) detail::CheckFixed(member, value);
+}
+
+void CBoundClass::DefaultValue(std::int32_t index, QzVariant& value) const {
+  const CMember& member = m_binding->GetMember(index);
+  value.FromString(member.defaultValue, member.type->GetKind(), member.type->GetWhitespace());
+}
+
+std::int32_t CBoundClass::EnumOrDefault(std::int32_t index,
+                                        const std::optional<std::int32_t>& property) const {
+  if (property) return *property;
+  const CMember& member = m_binding->GetMember(index);
+  return member.defaultValue == nullptr ? 0 : member.type->GetStringToEnum()(member.defaultValue);
+}
+
+void CBoundClass::SetEnum(std::int32_t index, std::optional<std::int32_t>& property,
+                          std::optional<std::int32_t> value) {
+  if (value) {
+    QzVariant variant;
+    variant.SetI4(*value);
+    CheckValue(index, variant);
+  }
+  SelectMember(index, value.has_value());
+  property = value;
+}
+
+void CBoundClass::ReadValue(const CMember& member, QzVariant& value) {
+  VisitValue(member, [&value](auto kind, auto& property) {
+    AccessValue<decltype(kind)::value>(true, value, property);
+  });
+  if (value.IsValid()) {
+    // The class's own text passes as it stands.
+    if (member.form == MemberForm::Text && member.type->IsEnumeration()) {
+      value.SetString(member.type->GetEnumToString()(value.GetI4()));
+    }
+    return;
+  }
+  if (member.form == MemberForm::Text && member.type->GetKind() == ItemType_string) {
+    value.SetString(std::string());
+  } else if (member.isNillable && member.occurs.min > 0) {
+    value.SetString(std::string());
+    value.SetNil();
+  }
+}
+
+// Text that comes as such, the class's own, takes its kind first.
+void CBoundClass::StoreValue(const CMember& member, int index, QzVariant& value) {
+  const CSimpleTypeInfo& type = *member.type;
+  if (member.form == MemberForm::Text) {
+    const std::string text = value.TakeString();
+    if (m_binding->GetTraits().isMixed && text.find_first_not_of(kWhitespace) == text.npos) return;
+    if (type.IsEnumeration()) {
+      value.SetI4(type.GetStringToEnum()(text.c_str()));
+    } else {
+      value.FromString(text, type.GetKind(), type.GetWhitespace());
+    }
+  }
+  CheckValue(index, value);
+  SelectMember(index, true);
+  VisitValue(member, [&value](auto kind, auto& property) {
+    AccessValue<decltype(kind)::value>(false, value, property);
+  });
+}
+
+// --- Objects and collections
+
+const CObjectHandle& CBoundClass::GetObject(std::int32_t index, const CObjectHandle& property) const {
+  const CMember& member = m_binding->GetMember(index);
+  if (property == nullptr && member.occurs.min > 0 &&
+      m_binding->GetTraits().group != XmlElementGroupType_Choice) {
+    // Meant: what a mandatory member answers is there from the first question on.
+    const_cast<CObjectHandle&>(property) = detail::NewMemberObject(member);
+  }
+  return property;
+}
+
+const CObjectHandle& CBoundClass::EnsureObject(std::int32_t index, CObjectHandle& property) {
+  if (property != nullptr) return property;
+  const CMember& member = m_binding->GetMember(index);
+  const CObjectHandle made = detail::NewMemberObject(member);
+  if (made == nullptr) {
+    throw CQzInvalidStateException(FormatString(detail::kAbstractProperty, member.name));
+  }
+  SelectMember(index, true);
+  property = made;
+  return property;
+}
+
+void CBoundClass::SetObject(std::int32_t index, CObjectHandle& property, CXmlObjectBase* value) {
+  const CObjectHandle held(value);
+  const CMember& member = m_binding->GetMember(index);
+  const bool isChoice = m_binding->GetTraits().group == XmlElementGroupType_Choice;
+  if (member.occurs.min > 0 && !isChoice) Throw_IfPropertyIsNull(value, member.name);
+  SelectMember(index, value != nullptr);
+  if (value != nullptr) TakeAsMember(member, value);
+  property = held;
+}
+
+// An object takes the tag of the member, and says which class it is where that is not the declared
+// one. Open content keeps its own name.
+void CBoundClass::TakeAsMember(const CMember& member, CXmlObjectBase* object) {
+  if (member.form != MemberForm::Object) return;
+  SetElementName(object, member.name);
+  if (CBoundClass* const bound = dynamic_cast<CBoundClass*>(object)) bound->TakeTypeFrom(member);
+}
+
+void CBoundClass::TakeTypeFrom(const CMember& member) {
+  m_writesType = m_binding->GetTraits().newObject != member.newObject;
+}
+
+CXmlCollectionBase& CBoundClass::GetCollection(std::int32_t index,
+                                               const CCollectionHandle& property) const {
+  if (property == nullptr) {
+    // Meant: a collection is there from the first question on.
+    CCollectionHandle& own = const_cast<CCollectionHandle&>(property);
+    own = CCollectionHandle(m_binding->GetMember(index).newCollection(m_binding->GetMember(index)));
+    if (m_binding->GetTraits().group == XmlElementGroupType_Choice) {
+      own->AddEventListener(const_cast<CBoundClass*>(this));
+    }
+  }
+  return *property;
+}
+
+// --- Choices
+
+void CBoundClass::SelectMember(std::int32_t index, bool hasValue) {
+  if (m_binding->GetTraits().group != XmlElementGroupType_Choice) return;
+  if (!m_binding->GetMember(index).IsElement()) return;
+  if (m_selected == index) {
+    if (!hasValue) m_selected = -1;
+    return;
+  }
+  if (!hasValue) return;
+  if (m_selected != -1) {
+    std::string selected = m_binding->GetMember(m_selected).name;
+    // Another name than any member's, as two members may have one name.
+    Choice_CollectionChanged("", 1, selected);
+  }
+  m_selected = index;
+}
+
+void CBoundClass::OnEvent(CXmlObjectBase* sender, MsgType type, void*) {
+  if (type != MsgType_CollectionAdd && type != MsgType_CollectionRemoveComplete) return;
+  for (std::int32_t i = 0; i < m_binding->GetMemberCount(); ++i) {
+    const CMember& member = m_binding->GetMember(i);
+    if (!member.IsCollection()) continue;
+    CXmlCollectionBase* const collection = this->*member.property.m_collection;
+    if (collection == nullptr || collection->GetBase() != sender) continue;
+    SelectMember(i, type == MsgType_CollectionAdd || collection->GetCount() > 0);
+    return;
+  }
+}
+
+bool CBoundClass::MissesContent() const {
+  const CClassTraits& traits = m_binding->GetTraits();
+  return traits.requiresContent && traits.group == XmlElementGroupType_Choice && m_selected == -1;
+}
+
+// --- The walks
+
+void CBoundClass::AccessProperty(int index, bool read, QzVariant& value) const {
+  CBoundClass& self = const_cast<CBoundClass&>(*this);
+  const CMember& member = m_binding->GetMember(index);
+  if (member.IsCollection()) {
+    if (read) value.SetXmlCollection(&GetCollection(index, this->*member.property.m_collection));
+  } else if (!member.IsValue()) {
+    self.AccessObjectMember(member, index, read, value);
+  } else if (read) {
+    self.ReadValue(member, value);
+  } else {
+    self.StoreValue(member, index, value);
+  }
+}
+
+void CBoundClass::AccessObjectMember(const CMember& member, int index, bool read,
+                                     QzVariant& value) {
+  CObjectHandle& property = this->*member.property.m_object;
+  if (read) {
+    value.SetXmlObject(GetObject(index, property));
+    return;
+  }
+  const CObjectHandle object = value.GetXmlObject();
+  SelectMember(index, object != nullptr);
+  if (object != nullptr) TakeAsMember(member, object);
+  property = object;
+}
+
+void CBoundClass::Init() {
+  m_selected = -1;
+  if (m_binding->GetTraits().isNillable) dynamic_cast<INillable&>(*this).SetIsNil(false);
+  for (const CClassBinding* binding = m_binding; binding != nullptr; binding = binding->m_base) {
+    for (const CMember& member : binding->m_own) {
+      if (member.IsCollection()) {
+        const CCollectionHandle& collection = this->*member.property.m_collection;
+        if (collection != nullptr && collection->GetCount() > 0) collection->Clear();
+      } else if (member.IsValue()) {
+        VisitValue(member, [](auto, auto& property) { property.reset(); });
+      } else {
+        this->*member.property.m_object = nullptr;
+      }
+    }
+  }
+  m_selected = -1;  // what the collections told of their end
+}
+
+void CBoundClass::ToXml_Int(CXmlWriter* writer, bool root, const char* namespaceUri,
+                            const CSerializationContext& context, bool optionalChoice) const {
+  if (MissesContent() && !optionalChoice && !context.GetIgnoreMissingChoice()) {
+    detail::ThrowNothingSelected(ElementName());
+  }
+  CTabledClass::ToXml_Int(writer, root, namespaceUri, context, optionalChoice);
+}
+
+CXmlElement* CBoundClass::FromXml_Int(CXmlElement* parent, CXmlElement* cursor,
+                                      const CSerializationContext& context, bool optionalChoice) {
+  CXmlElement* const rest = CTabledClass::FromXml_Int(parent, cursor, context, optionalChoice);
+  if (MissesContent() && !optionalChoice && !context.GetIgnoreMissingChoice() &&
+      m_binding->GetTraits().elementType == XmlElementType_Element && !IsNilObject()) {
+    detail::ThrowNothingPopulated(*parent);
+  }
+  return rest;
+}
+
+bool CBoundClass::IsNilObject() const {
+  if (!m_binding->GetTraits().isNillable) return false;
+  return dynamic_cast<INillable&>(const_cast<CBoundClass&>(*this)).GetIsNil();
+}
+
+}  // namespace QzXmlLib16

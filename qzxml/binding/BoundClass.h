@@ -1,0 +1,170 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "qzxml/binding/ClassBinding.h"
+#include "qzxml/binding/Member.h"
+#include "qzxml/platform/Export.h"
+#include "qzxml/serialization/PropertyAccess.h"
+#include "qzxml/serialization/TabledClass.h"
+
+namespace QzXmlLib16 {
+
+// The base of the classes that `qzxml generate` makes. A class holds one data member for each
+// attribute and child, lists them in a table of CMember, and has typed accessors over the protected
+// operations here; all the rest is the same for all classes and stands here.
+//
+//   class CWpt : public CBoundClass {
+//    public:
+//     CWpt();
+//     const CDecimal& GetLat() const { return ValueOrEmpty(m_lat); }
+//     bool IsSetLat() const { return m_lat.has_value(); }
+//     void SetLat(const CDecimal& value) { SetValue<ItemType_decimal>(Property_Lat, m_lat, value); }
+//     ...
+//    private:
+//     enum Property : int { Property_Lat, ... };
+//     static const CMember s_members[];
+//     static CClassBinding s_binding;
+//     std::optional<CDecimal> m_lat;
+//   };
+//
+// Every value that comes in, by a setter or from a document, is held against its simple type, and
+// what the schema forbids is refused with the exceptions of CSimpleTypeInfo::Check; the property
+// then stays as it was. Mandatory objects and all collections are made when they are first asked
+// for. An object belongs to one thread at a time; that includes the const operations.
+class QZXML_API CBoundClass : public CTabledClass {
+ public:
+  CBoundClass(const CBoundClass&) = delete;
+  CBoundClass& operator=(const CBoundClass&) = delete;
+  ~CBoundClass() override;
+
+  std::string GetTargetNamespace() const override;
+  std::string GetNamespace() const override;
+
+  // The name of the element that the object is written under.
+  using CTabledClass::GetElementName;
+
+  const CClassBinding& GetBinding() const { return *m_binding; }
+
+  // Hears of the collections of a choice.
+  void OnEvent(CXmlObjectBase* sender, MsgType type, void* data) override;
+
+ protected:
+  explicit CBoundClass(CClassBinding& binding);
+
+  // --- Values. The index is that of the property, which decides about the check.
+
+  template <ItemType kind>
+  using ValueOf = typename VariantKind<kind>::Value;
+
+  // Absent values answer an empty one: no text, zero, false.
+  template <typename Value>
+  static const Value& ValueOrEmpty(const std::optional<Value>& property) {
+    static const Value kEmpty{};
+    return property ? *property : kEmpty;
+  }
+
+  // Absent values answer the default of the schema.
+  template <ItemType kind>
+  ValueOf<kind> ValueOrDefault(std::int32_t index,
+                               const std::optional<ValueOf<kind>>& property) const {
+    if (property) return *property;
+    QzVariant value;
+    DefaultValue(index, value);
+    return VariantKind<kind>::Take(value);
+  }
+
+  // No value makes the property absent, and gives it up in a choice. Throws what the check throws;
+  // in a choice CQzInvalidStateException "The Property [%s] is already set. Only one element within
+  // this class bay be set at a time" while another member is selected.
+  template <ItemType kind>
+  void SetValue(std::int32_t index, std::optional<ValueOf<kind>>& property,
+                std::optional<ValueOf<kind>> value) {
+    if (value) {
+      QzVariant variant;
+      VariantKind<kind>::Set(variant, *value);
+      CheckValue(index, variant);
+    }
+    SelectMember(index, value.has_value());
+    property = std::move(value);
+  }
+
+  // An enumeration, whose property holds the number.
+  std::int32_t EnumOrDefault(std::int32_t index, const std::optional<std::int32_t>& property) const;
+  void SetEnum(std::int32_t index, std::optional<std::int32_t>& property,
+               std::optional<std::int32_t> value);
+
+  // --- Objects and collections
+
+  // The object, made if the member is mandatory; null for an absent one.
+  const CObjectHandle& GetObject(std::int32_t index, CObjectHandle& property) const;
+  // The object, made if it is absent and no abstract type: throws CQzInvalidStateException "The
+  // Property [%s] has an abstract type, set an object".
+  const CObjectHandle& EnsureObject(std::int32_t index, CObjectHandle& property);
+  // The object takes the element name of the member. Null makes it absent; throws
+  // CQzInvalidParamException "The Property [%s] is mandatory, it may node be NULL" for a mandatory
+  // one, and in a choice as SetValue does.
+  void SetObject(std::int32_t index, CObjectHandle& property, CXmlObjectBase* value);
+  // The collection, made at the first call.
+  CXmlCollectionBase& GetCollection(std::int32_t index, const CCollectionHandle& property) const;
+
+  // --- Choices: the property index of the member that is selected, or -1.
+  std::int32_t GetSelectedMember() const { return m_selected; }
+
+  // --- The walks
+  void AccessProperty(int index, bool read, QzVariant& value) const override;
+  void Init() override;
+  const CTables& GetTables() const override;
+  CParentElementInfo* GetClassInfo() const override;
+  void ToXml_Int(CXmlWriter* writer, bool root, const char* namespaceUri,
+                 const CSerializationContext& context, bool optionalChoice) const override;
+  CXmlElement* FromXml_Int(CXmlElement* parent, CXmlElement* cursor,
+                           const CSerializationContext& context, bool optionalChoice) override;
+
+ private:
+  friend class CBoundObjectCol;
+
+  class CTableMaker;
+
+  void CheckValue(std::int32_t index, const QzVariant& value) const;
+  void DefaultValue(std::int32_t index, QzVariant& value) const;
+  void SelectMember(std::int32_t index, bool hasValue);
+  void TakeAsMember(const CMember& member, CXmlObjectBase* object) const;
+  bool MissesContent() const;
+
+  void AccessObjectMember(const CMember& member, int index, bool read, QzVariant& value);
+  void AccessValueMember(const CMember& member, int index, bool read, QzVariant& value);
+  void ReadValue(const CMember& member, QzVariant& value);
+  void StoreValue(const CMember& member, int index, QzVariant& value);
+  template <ItemType kind, typename Member>
+  void Access(Member member, bool read, QzVariant& value);
+  template <typename Visit>
+  void VisitValue(const CMember& member, Visit visit);
+
+  CClassBinding* m_binding;
+  std::int32_t m_selected = -1;
+  bool m_writesType = false;  // stands where another type is declared
+};
+
+// Beside CBoundClass, for a class whose element may carry xsi:nil.
+class QZXML_API CNillableState : public INillable {
+ public:
+  bool GetIsNil() override { return m_isNil; }
+  void SetIsNil(bool isNil) override { m_isNil = isNil; }
+
+ protected:
+  CNillableState() = default;
+  ~CNillableState() = default;
+
+ private:
+  bool m_isNil = false;
+};
+
+// The factory of a class, as its member entries name it.
+template <typename Object>
+CSmartPtr<CXmlObjectBase> NewObject(int, const char* elementName);
+
+}  // namespace QzXmlLib16
