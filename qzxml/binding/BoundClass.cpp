@@ -48,9 +48,7 @@ CBoundClass::CBoundClass(CClassBinding& binding) : m_binding(&binding) {
 
 CBoundClass::~CBoundClass() = default;
 
-std::string CBoundClass::GetTargetNamespace() const {
-  return m_binding->GetTraits().namespaceUri;
-}
+std::string CBoundClass::GetTargetNamespace() const { return m_binding->GetTraits().namespaceUri; }
 
 std::string CBoundClass::GetNamespace() const { return m_binding->GetTraits().namespaceUri; }
 
@@ -77,8 +75,8 @@ template <typename Visit>
 void CBoundClass::VisitValue(const CMember& member, Visit visit) {
   const CProperty& property = member.property;
   switch (TravellingKind(*member.type)) {
-#define QZXML_VISIT(kind, name)                                                    \
-  case kind:                                                                       \
+#define QZXML_VISIT(kind, name) \
+  case kind:                    \
     return visit(std::integral_constant<ItemType, kind>(), this->*property.m_##name);
     QZXML_VISIT(ItemType_hexBinary, binary)
     QZXML_VISIT(ItemType_base64Binary, binary)
@@ -122,7 +120,7 @@ void CBoundClass::CheckValue(std::int32_t index, const QzVariant& value) const {
 
 void CBoundClass::DefaultValue(std::int32_t index, QzVariant& value) const {
   const CMember& member = m_binding->GetMember(index);
-  value.FromString(member.defaultValue, member.type->GetKind(), member.type->GetWhitespace());
+  value.FromString(member.defaultValue, member.type->GetKind(), member.type->GetWhitespaceRule());
 }
 
 std::int32_t CBoundClass::EnumOrDefault(std::int32_t index,
@@ -171,7 +169,7 @@ void CBoundClass::StoreValue(const CMember& member, int index, QzVariant& value)
     if (type.IsEnumeration()) {
       value.SetI4(type.GetStringToEnum()(text.c_str()));
     } else {
-      value.FromString(text, type.GetKind(), type.GetWhitespace());
+      value.FromString(text, type.GetKind(), type.GetWhitespaceRule());
     }
   }
   CheckValue(index, value);
@@ -183,7 +181,8 @@ void CBoundClass::StoreValue(const CMember& member, int index, QzVariant& value)
 
 // --- Objects and collections
 
-const CObjectHandle& CBoundClass::GetObject(std::int32_t index, const CObjectHandle& property) const {
+const CObjectHandle& CBoundClass::GetObject(std::int32_t index,
+                                            const CObjectHandle& property) const {
   const CMember& member = m_binding->GetMember(index);
   if (property == nullptr && member.occurs.min > 0 &&
       m_binding->GetTraits().group != XmlElementGroupType_Choice) {
@@ -324,7 +323,7 @@ void CBoundClass::Init() {
 
 void CBoundClass::ToXml_Int(CXmlWriter* writer, bool root, const char* namespaceUri,
                             const CSerializationContext& context, bool optionalChoice) const {
-  if (MissesContent() && !optionalChoice && !context.GetIgnoreMissingChoice()) {
+  if (MissesContent() && !context.GetIgnoreMissingChoice()) {
     detail::ThrowNothingSelected(ElementName());
   }
   CTabledClass::ToXml_Int(writer, root, namespaceUri, context, optionalChoice);
@@ -333,7 +332,7 @@ void CBoundClass::ToXml_Int(CXmlWriter* writer, bool root, const char* namespace
 CXmlElement* CBoundClass::FromXml_Int(CXmlElement* parent, CXmlElement* cursor,
                                       const CSerializationContext& context, bool optionalChoice) {
   CXmlElement* const rest = CTabledClass::FromXml_Int(parent, cursor, context, optionalChoice);
-  if (MissesContent() && !optionalChoice && !context.GetIgnoreMissingChoice() &&
+  if (MissesContent() && !context.GetIgnoreMissingChoice() &&
       m_binding->GetTraits().elementType == XmlElementType_Element && !IsNilObject()) {
     detail::ThrowNothingPopulated(*parent);
   }

@@ -22,7 +22,8 @@ namespace QzXmlLib16 {
 //     CWpt();
 //     const CDecimal& GetLat() const { return ValueOrEmpty(m_lat); }
 //     bool IsSetLat() const { return m_lat.has_value(); }
-//     void SetLat(const CDecimal& value) { SetValue<ItemType_decimal>(Property_Lat, m_lat, value); }
+//     void SetLat(const CDecimal& value) { SetValue<ItemType_decimal>(Property_Lat, m_lat, value);
+//     }
 //     ...
 //    private:
 //     enum Property : int { Property_Lat, ... };
@@ -48,6 +49,9 @@ class QZXML_API CBoundClass : public CTabledClass {
   using CTabledClass::GetElementName;
 
   const CClassBinding& GetBinding() const { return *m_binding; }
+
+  // Gives the object another tag.
+  void TakeElementName(const char* name) { SetElementName(name); }
 
   // Hears of the collections of a choice.
   void OnEvent(CXmlObjectBase* sender, MsgType type, void* data) override;
@@ -100,7 +104,12 @@ class QZXML_API CBoundClass : public CTabledClass {
   // --- Objects and collections
 
   // The object, made if the member is mandatory; null for an absent one.
-  const CObjectHandle& GetObject(std::int32_t index, CObjectHandle& property) const;
+  const CObjectHandle& GetObject(std::int32_t index, const CObjectHandle& property) const;
+  template <typename Object>
+  static CSmartPtr<Object> As(const CObjectHandle& object) {
+    CXmlObjectBase* const base = object;
+    return CSmartPtr<Object>(static_cast<Object*>(base));
+  }
   // The object, made if it is absent and no abstract type: throws CQzInvalidStateException "The
   // Property [%s] has an abstract type, set an object".
   const CObjectHandle& EnsureObject(std::int32_t index, CObjectHandle& property);
@@ -127,20 +136,17 @@ class QZXML_API CBoundClass : public CTabledClass {
  private:
   friend class CBoundObjectCol;
 
-  class CTableMaker;
-
   void CheckValue(std::int32_t index, const QzVariant& value) const;
   void DefaultValue(std::int32_t index, QzVariant& value) const;
   void SelectMember(std::int32_t index, bool hasValue);
-  void TakeAsMember(const CMember& member, CXmlObjectBase* object) const;
+  static void TakeAsMember(const CMember& member, CXmlObjectBase* object);
+  void TakeTypeFrom(const CMember& member);
   bool MissesContent() const;
+  bool IsNilObject() const;
 
   void AccessObjectMember(const CMember& member, int index, bool read, QzVariant& value);
-  void AccessValueMember(const CMember& member, int index, bool read, QzVariant& value);
   void ReadValue(const CMember& member, QzVariant& value);
   void StoreValue(const CMember& member, int index, QzVariant& value);
-  template <ItemType kind, typename Member>
-  void Access(Member member, bool read, QzVariant& value);
   template <typename Visit>
   void VisitValue(const CMember& member, Visit visit);
 
@@ -162,9 +168,5 @@ class QZXML_API CNillableState : public INillable {
  private:
   bool m_isNil = false;
 };
-
-// The factory of a class, as its member entries name it.
-template <typename Object>
-CSmartPtr<CXmlObjectBase> NewObject(int, const char* elementName);
 
 }  // namespace QzXmlLib16

@@ -25,6 +25,9 @@ struct CClassTraits {
   bool isDerived = false;
   // Whether a choice has to have a member selected.
   bool requiresContent = false;
+  // Whether text may stand between the children; it is kept as the class's text, and its place is
+  // lost.
+  bool isMixed = false;
   // Whether the class is a CNillableState.
   bool isNillable = false;
 };
@@ -69,7 +72,8 @@ class CRestrictedList {
 };
 
 // The description of a bound class: its traits and its members. It is a static member of generated
-// code, there before anything runs; what the walks need is made of it at the first use of the class.
+// code, there before anything runs; what the walks need is made of it at the first use of the
+// class.
 //
 //   const CMember CWpt::s_members[] = {RequiredAttribute(...), ValueElement(...)};
 //   CClassBinding CWpt::s_binding({"wptType", kNamespace, "wpt"}, s_members);

@@ -40,10 +40,9 @@ class CProperty {
   using Pointer = std::optional<Value> CBoundClass::*;
 
   constexpr CProperty() : m_object(nullptr) {}
-#define QZXML_PROPERTY(type, name)      \
-  template <typename Class>             \
-  constexpr CProperty(type Class::*member) \
-      : m_##name(static_cast<type CBoundClass::*>(member)) {}
+#define QZXML_PROPERTY(type, name) \
+  template <typename Class>        \
+  constexpr CProperty(type Class::*member) : m_##name(static_cast<type CBoundClass::*>(member)) {}
   QZXML_PROPERTY(std::optional<std::string>, string)
   QZXML_PROPERTY(std::optional<bool>, boolean)
   QZXML_PROPERTY(std::optional<char>, i1)
@@ -193,8 +192,7 @@ constexpr CMember MakeMember(MemberForm form, const char* name, const char* name
 
 constexpr CMember RequiredAttribute(const char* name, const char* namespaceUri, CProperty property,
                                     const CSimpleTypeInfo& type) {
-  CMember member =
-      detail::MakeMember(MemberForm::Attribute, name, namespaceUri, Once, property);
+  CMember member = detail::MakeMember(MemberForm::Attribute, name, namespaceUri, Once, property);
   member.type = &type;
   return member;
 }
@@ -264,8 +262,8 @@ constexpr CMember UntypedElement(const char* name, const char* namespaceUri, COc
 QZXML_API CXmlCollectionBase* NewWildcardCol(const CMember& member);
 constexpr CMember AnyElement(const char* targetNamespace, const char* wildcard, COccurs occurs,
                              CProperty property) {
-  CMember member = detail::MakeMember(MemberForm::Wildcard, "AnyElement", targetNamespace, occurs,
-                                      property);
+  CMember member =
+      detail::MakeMember(MemberForm::Wildcard, "AnyElement", targetNamespace, occurs, property);
   member.wildcard = wildcard;
   member.newCollection = &NewWildcardCol;
   return member;

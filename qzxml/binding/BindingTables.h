@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+
+#include "qzxml/binding/ClassBinding.h"
+#include "qzxml/binding/Member.h"
+
+// What CBoundClass makes of the constants of generated code. Not for others.
+namespace QzXmlLib16 {
+namespace detail {
+
+// Fills the tables of a class: its info, its attributes and its children.
+void BuildTables(const CClassBinding& binding, CTabledClass::CTables& made);
+
+// What the class says of itself as a whole; withType where it has to write xsi:type.
+QzXmlLib16Data::CParentElementInfo* NewClassInfo(const CClassBinding& binding, bool withType);
+
+// A new object of a member that is no collection; null for an abstract type.
+CObjectHandle NewMemberObject(const CMember& member);
+
+// Throws CQzInvalidValueException "The value [%s] of %s is not the fixed value [%s]" for another
+// value than the member's fixed one.
+void CheckFixed(const CMember& member, const QzVariant& value);
+
+// The failures of a choice that has to have a member and has none, in the words of the walks.
+[[noreturn]] void ThrowNothingSelected(const std::string& elementName);
+[[noreturn]] void ThrowNothingPopulated(CXmlElement& parent);
+
+}  // namespace detail
+}  // namespace QzXmlLib16

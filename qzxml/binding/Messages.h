@@ -1,0 +1,14 @@
+#pragma once
+
+// The texts of bound classes.
+namespace QzXmlLib16 {
+namespace detail {
+
+// CQzInvalidStateException, with the name of the member.
+inline constexpr char kAbstractProperty[] = "The Property [%s] has an abstract type, set an object";
+
+// CQzInvalidValueException, with the value, the name of the member and the fixed value.
+inline constexpr char kNotFixedValue[] = "The value [%s] of %s is not the fixed value [%s]";
+
+}  // namespace detail
+}  // namespace QzXmlLib16
