@@ -65,6 +65,13 @@ void SetRate(benchmark::State& state, std::size_t octets) {
                           static_cast<std::int64_t>(octets));
 }
 
+// How large a document is, plain and as gzip.
+void CountOctets(benchmark::State& state, CBinaryData bytes) {
+  state.counters["octets"] = bytes.GetLength();
+  CQzZip::Compress(bytes, CompressionType_GZip);
+  state.counters["gzip"] = bytes.GetLength();
+}
+
 // --- Bytes
 
 void Text(benchmark::State& state) {
@@ -75,6 +82,20 @@ void Text(benchmark::State& state) {
     benchmark::DoNotOptimize(text.data());
   }
   SetRate(state, written->bytes.GetLength());
+  CountOctets(state, written->bytes);
+}
+
+// In one line.
+void TextUnformatted(benchmark::State& state) {
+  const CWritten* const written = Written(state);
+  if (written == nullptr) return;
+  for (auto _ : state) {
+    const std::string text = written->object.ToXml(true, false, EOLType_LF, written->context);
+    benchmark::DoNotOptimize(text.data());
+  }
+  SetRate(state, written->bytes.GetLength());
+  CountOctets(state, written->object.ToXmlStream(true, false, XmlEncoding_UTF8, EOLType_LF,
+                                                 written->context));
 }
 
 void Stream(benchmark::State& state) {
@@ -226,6 +247,7 @@ void Json(benchmark::State& state) {
     benchmark::DoNotOptimize(text.data());
   }
   SetRate(state, written->json.size());
+  CountOctets(state, CBinaryData(written->json.c_str()));
 }
 
 void ReadJson(benchmark::State& state) {
@@ -262,11 +284,38 @@ void ReadXml(benchmark::State& state) {
   SetRate(state, written->bytes.GetLength());
 }
 
-// --- Fast Infoset, with the counter "size" as its part of the XML
+// --- Fast Infoset
+
+// What is written beside the names and texts of a document.
+enum Form {
+  Form_AsText,      // values as text
+  Form_Suggested,   // the suggested values
+  Form_Vocabulary,  // these, and the names from a vocabulary that writer and reader have
+};
+
+// The names of the classes, as a generator would give those of their schema.
+void AddNames(const CXmlElement* element, CFIVocabulary& vocabulary) {
+  vocabulary.AddElement("", element->GetNamespaceURI(), element->GetLocalName());
+  for (const CXmlAttribute* attribute : element->GetAttributes()) {
+    vocabulary.AddAttribute("", attribute->GetNamespaceURI(), attribute->GetLocalName());
+  }
+  for (const CXmlElement* child = element->GetFirstElement(); child != nullptr;
+       child = child->GetNextSiblingElement()) {
+    AddNames(child, vocabulary);
+  }
+}
 
 struct CFastInfoset {
-  CFastInfoset(const CWritten& written, bool suggested) : context(written.context) {
-    if (suggested) context.GetFIContext().SetSuggestedValues();
+  CFastInfoset(const CWritten& written, Form form) : context(written.context) {
+    CFastInfosetContext& options = context.GetFIContext();
+    if (form != Form_AsText) options.SetSuggestedValues();
+    if (form == Form_Vocabulary) {
+      options.SetUseGeneratedVocabulary(true);
+      options.SetExternalVocabularyURI("urn:example:orders");
+      CXmlDocument document;
+      document.LoadXmlStream(written.bytes.GetData(), written.bytes.GetLength());
+      AddNames(document.GetDocumentElement(), *options.GetVocabulary());
+    }
     bytes = written.object.ToFastInfosetStream(FInfoDecl_None, context);
   }
 
@@ -274,22 +323,22 @@ struct CFastInfoset {
   CBinaryData bytes;
 };
 
-void FastInfoset(benchmark::State& state, bool suggested) {
+void FastInfoset(benchmark::State& state, Form form) {
   const CWritten* const written = Written(state);
   if (written == nullptr) return;
-  const CFastInfoset document(*written, suggested);
+  const CFastInfoset document(*written, form);
   for (auto _ : state) {
     const CBinaryData bytes = written->object.ToFastInfosetStream(FInfoDecl_None, document.context);
     benchmark::DoNotOptimize(bytes.GetData());
   }
   SetRate(state, written->bytes.GetLength());
-  state.counters["size"] = double{1} * document.bytes.GetLength() / written->bytes.GetLength();
+  CountOctets(state, document.bytes);
 }
 
-void ReadFastInfoset(benchmark::State& state, bool suggested) {
+void ReadFastInfoset(benchmark::State& state, Form form) {
   const CWritten* const written = Written(state);
   if (written == nullptr) return;
-  const CFastInfoset document(*written, suggested);
+  const CFastInfoset document(*written, form);
   for (auto _ : state) {
     orders::COrders object;
     object.FromXmlStream(document.bytes, document.context);
@@ -304,6 +353,7 @@ void Sizes(benchmark::internal::Benchmark* benchmark) {
 }
 
 BENCHMARK(Text)->Apply(Sizes);
+BENCHMARK(TextUnformatted)->Apply(Sizes);
 BENCHMARK(Stream)->Apply(Sizes);
 BENCHMARK(Copy)->Apply(Sizes);
 BENCHMARK(FileWhole)->Apply(Sizes);
@@ -317,10 +367,12 @@ BENCHMARK(Json)->Apply(Sizes);
 BENCHMARK(ReadJson)->Apply(Sizes);
 BENCHMARK(JsonToXmlText)->Apply(Sizes);
 BENCHMARK(ReadXml)->Apply(Sizes);
-BENCHMARK_CAPTURE(FastInfoset, AsText, false)->Apply(Sizes);
-BENCHMARK_CAPTURE(FastInfoset, Suggested, true)->Apply(Sizes);
-BENCHMARK_CAPTURE(ReadFastInfoset, AsText, false)->Apply(Sizes);
-BENCHMARK_CAPTURE(ReadFastInfoset, Suggested, true)->Apply(Sizes);
+BENCHMARK_CAPTURE(FastInfoset, AsText, Form_AsText)->Apply(Sizes);
+BENCHMARK_CAPTURE(FastInfoset, Suggested, Form_Suggested)->Apply(Sizes);
+BENCHMARK_CAPTURE(FastInfoset, Vocabulary, Form_Vocabulary)->Apply(Sizes);
+BENCHMARK_CAPTURE(ReadFastInfoset, AsText, Form_AsText)->Apply(Sizes);
+BENCHMARK_CAPTURE(ReadFastInfoset, Suggested, Form_Suggested)->Apply(Sizes);
+BENCHMARK_CAPTURE(ReadFastInfoset, Vocabulary, Form_Vocabulary)->Apply(Sizes);
 
 }  // namespace
 
