@@ -2,6 +2,7 @@
 
 // Everything that an application or a generated class needs of the library.
 
+#include "qzxml/binding/BuiltInTypes.h"
 #include "qzxml/binding/EnumerationInfo.h"
 #include "qzxml/binding/SimpleTypeInfo.h"
 #include "qzxml/binding/TextRules.h"
