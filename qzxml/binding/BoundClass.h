@@ -13,6 +13,16 @@
 
 namespace QzXmlLib16 {
 
+namespace detail {
+
+// A parameter of this type takes what converts to T, which another parameter says.
+template <typename T>
+struct NotDeduced {
+  using Type = T;
+};
+
+}  // namespace detail
+
 // The base of the classes that `qzxml generate` makes. A class holds one data member for each
 // attribute and child, lists them in a table of CMember, and has typed accessors over the protected
 // operations here; all the rest is the same for all classes and stands here.
@@ -22,8 +32,7 @@ namespace QzXmlLib16 {
 //     CWpt();
 //     const CDecimal& GetLat() const { return ValueOrEmpty(m_lat); }
 //     bool IsSetLat() const { return m_lat.has_value(); }
-//     void SetLat(const CDecimal& value) { SetValue<ItemType_decimal>(Property_Lat, m_lat, value);
-//     }
+//     void SetLat(CDecimal value) { SetValue(Property_Lat, m_lat, std::move(value)); }
 //     ...
 //    private:
 //     enum Property : int { Property_Lat, ... };
@@ -96,6 +105,14 @@ class QZXML_API CBoundClass : public CTabledClass {
     property = std::move(value);
   }
 
+  // The same with the kind that the table of members says, for generated code: its accessors need
+  // not know how a value travels. Value is one of those that a CProperty points at.
+  template <typename Value>
+  Value ValueOrDefault(std::int32_t index, const std::optional<Value>& property) const;
+  template <typename Value>
+  void SetValue(std::int32_t index, std::optional<Value>& property,
+                typename detail::NotDeduced<std::optional<Value>>::Type value);
+
   // An enumeration, whose property holds the number.
   std::int32_t EnumOrDefault(std::int32_t index, const std::optional<std::int32_t>& property) const;
   void SetEnum(std::int32_t index, std::optional<std::int32_t>& property,
@@ -113,12 +130,24 @@ class QZXML_API CBoundClass : public CTabledClass {
   // The object, made if it is absent and no abstract type: throws CQzInvalidStateException "The
   // Property [%s] has an abstract type, set an object".
   const CObjectHandle& EnsureObject(std::int32_t index, CObjectHandle& property);
+  template <typename Object>
+  CSmartPtr<Object> GetObject(std::int32_t index, const CObjectHandle& property) const {
+    return As<Object>(GetObject(index, property));
+  }
+  template <typename Object>
+  CSmartPtr<Object> EnsureObject(std::int32_t index, CObjectHandle& property) {
+    return As<Object>(EnsureObject(index, property));
+  }
   // The object takes the element name of the member. Null makes it absent; throws
   // CQzInvalidParamException "The Property [%s] is mandatory, it may node be NULL" for a mandatory
   // one, and in a choice as SetValue does.
   void SetObject(std::int32_t index, CObjectHandle& property, CXmlObjectBase* value);
   // The collection, made at the first call.
   CXmlCollectionBase& GetCollection(std::int32_t index, const CCollectionHandle& property) const;
+  template <typename Collection>
+  Collection& GetCollection(std::int32_t index, const CCollectionHandle& property) const {
+    return static_cast<Collection&>(GetCollection(index, property));
+  }
 
   // --- Choices: the property index of the member that is selected, or -1.
   std::int32_t GetSelectedMember() const { return m_selected; }

@@ -30,6 +30,32 @@ struct CClassTraits {
   bool isMixed = false;
   // Whether the class is a CNillableState.
   bool isNillable = false;
+
+  // --- The same traits with one thing changed.
+  constexpr CClassTraits AsChoice() const {
+    return With(&CClassTraits::group, QzXmlLib16Data::XmlElementGroupType_Choice);
+  }
+  constexpr CClassTraits AsAll() const {
+    return With(&CClassTraits::group, QzXmlLib16Data::XmlElementGroupType_All);
+  }
+  // Without a tag of its own.
+  constexpr CClassTraits AsGroup() const {
+    return With(&CClassTraits::elementType, QzXmlLib16Data::XmlElementType_PseudoElement);
+  }
+  constexpr CClassTraits Derived() const { return With(&CClassTraits::isDerived, true); }
+  constexpr CClassTraits RequiresContent() const {
+    return With(&CClassTraits::requiresContent, true);
+  }
+  constexpr CClassTraits Mixed() const { return With(&CClassTraits::isMixed, true); }
+  constexpr CClassTraits Nillable() const { return With(&CClassTraits::isNillable, true); }
+
+ private:
+  template <typename T>
+  constexpr CClassTraits With(T CClassTraits::*trait, T value) const {
+    CClassTraits changed = *this;
+    changed.*trait = value;
+    return changed;
+  }
 };
 
 // A member that a class derived by restriction has in another form than its base class: the
