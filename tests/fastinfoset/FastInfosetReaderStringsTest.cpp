@@ -105,6 +105,11 @@ TEST_F(FastInfosetReaderStrings, FailuresOfFormsHaveTheirTexts) {
     SCOPED_TRACE(c.chunk);
     EXPECT_QZ_THROW(CQzException, c.text, TextOf(Octets(c.chunk)));
   }
+  // Algorithms 11, 33 and 256 in values.
+  for (const char* value : {"30 A0 61", "32 00 61", "3F F0 61"}) {
+    SCOPED_TRACE(value);
+    EXPECT_QZ_THROW(CQzException, "Unknown byte encoding.", ValueOf(Octets(value)));
+  }
 }
 
 TEST_F(FastInfosetReaderStrings, AZeroUnitEndsATextOfUtf16) {

@@ -298,6 +298,8 @@ TEST_F(FastInfosetReader, AnIndexOutsideItsTableFailsInEveryBuild) {
       {"38 CD 81 F0 3C 00 61 FF", 2, 1},              // a declaration's namespace name
       {"3C 00 61 8B FC 12 FF", 256, 2},               // alphabet of a chunk
       {"7C 00 61 78 00 6B 20 20 12 FF FF", 3, 2},     // alphabet of a value
+      {"7C 00 61 78 00 6B 22 00 12 FF FF", 33, 2},    // its high bits
+      {"7C 00 61 78 00 6B 2F F0 12 FF FF", 256, 2},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.hex);
