@@ -173,6 +173,14 @@ TEST(FastInfosetWriter, AMappingOfNoPrefixIsADefaultNamespace) {
             }));
 }
 
+TEST(FastInfosetWriter, AMappingOfNoNamespaceIsItsPrefix) {
+  EXPECT_EQ(Digits(std::string(kHead) + "38 CE 0070 F0 3C 0061 FF"),
+            Written([](CFastInfosetWriter& w) {
+              w.AddNamespaceMapping("p", "");
+              Write(w, "a");
+            }));
+}
+
 TEST(FastInfosetWriter, TheFirstOctetOfTheRootHasTheBitOfAttributesAndTheSecondHasNot) {
   EXPECT_EQ(Digits(std::string(kHead) + "78 CF 0070 0475726E3A78 F0 3F 81 81 0061 78006B 4076 F0"
                                         "7C 0062 00 80 F0 FF F0"),
