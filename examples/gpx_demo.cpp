@@ -1,8 +1,10 @@
 // Reads a GPX file, prints what it holds, changes it, writes it back indented, shows one object as
-// XML and as JSON, plain and compressed, with sizes, and what a wrong value, a missing attribute
-// and a missing element are answered with.
+// XML, JSON and Fast Infoset, plain and compressed, with sizes, and what a wrong value, a missing
+// attribute and a missing element are answered with. With --times it also tells how long writing
+// and reading the object take.
 //
-// usage: gpx_demo [FILE]
+// usage: gpx_demo [--times] [FILE]
+#include <chrono>
 #include <cstdio>
 #include <exception>
 #include <string>
@@ -84,6 +86,32 @@ std::string WithoutExtensions(gpx::CTrk& track) {
   return track.ToXml();
 }
 
+// The three formats of one object, side by side.
+struct Format {
+  const char* name;
+  CBinaryData (*write)(const gpx::CTrk& track, const CSerializationContext& context,
+                       CompressionType compression);
+  void (*read)(gpx::CTrk& track, const CBinaryData& bytes);
+};
+
+constexpr Format kFormats[] = {
+    {"XML",
+     [](const gpx::CTrk& track, const CSerializationContext& context, CompressionType compression) {
+       return track.ToXmlStream(true, false, XmlEncoding_UTF8, EOLType_LF, context, compression);
+     },
+     [](gpx::CTrk& track, const CBinaryData& bytes) { track.FromXmlStream(bytes); }},
+    {"JSON",
+     [](const gpx::CTrk& track, const CSerializationContext& context, CompressionType compression) {
+       return track.ToJsonStream(false, XmlEncoding_UTF8, EOLType_LF, context, compression);
+     },
+     [](gpx::CTrk& track, const CBinaryData& bytes) { track.FromJsonStream(bytes); }},
+    {"Fast Infoset",
+     [](const gpx::CTrk& track, const CSerializationContext& context, CompressionType compression) {
+       return track.ToFastInfosetStream(FInfoDecl_None, context, compression);
+     },
+     [](gpx::CTrk& track, const CBinaryData& bytes) { track.FromXmlStream(bytes); }},
+};
+
 void PrintSizes(const gpx::CTrk& track) {
   const struct {
     const char* name;
@@ -91,28 +119,52 @@ void PrintSizes(const gpx::CTrk& track) {
   } forms[] = {{"plain", CompressionType_None},
                {"gzip", CompressionType_GZip},
                {"zlib", CompressionType_ZLib}};
-  const CSerializationContext context = TrackContext(track);
-  std::printf("\nThe whole track, in octets:\n  %-8s%8s%8s\n", "", "XML", "JSON");
-  for (const auto& form : forms) {
-    const CBinaryData xml =
-        track.ToXmlStream(true, false, XmlEncoding_UTF8, EOLType_LF, context, form.type);
-    const CBinaryData json =
-        track.ToJsonStream(false, XmlEncoding_UTF8, EOLType_LF, context, form.type);
-    std::printf("  %-8s%8u%8u\n", form.name, xml.GetLength(), json.GetLength());
+  CSerializationContext context = TrackContext(track);
+  context.GetFIContext().SetSuggestedValues();
+  gpx::CTrk original;
+  original.FromXml(track.ToXml().c_str());
+  const std::string expected = WithoutExtensions(original);
 
-    // Reading any of them gives the same track; compression is recognised by itself.
-    gpx::CTrk fromXml;
-    fromXml.FromXmlStream(xml);
-    gpx::CTrk fromJson;
-    fromJson.FromJsonStream(json);
-    gpx::CTrk original;
-    original.FromXml(track.ToXml().c_str());
-    const std::string expected = WithoutExtensions(original);
-    if (WithoutExtensions(fromXml) != expected || WithoutExtensions(fromJson) != expected) {
-      throw CQzException("The track did not come back.");
+  std::printf("\nThe whole track, in octets:\n  %-8s", "");
+  for (const Format& format : kFormats) std::printf("%14s", format.name);
+  for (const auto& form : forms) {
+    std::printf("\n  %-8s", form.name);
+    for (const Format& format : kFormats) {
+      const CBinaryData bytes = format.write(track, context, form.type);
+      std::printf("%14u", bytes.GetLength());
+      // Reading any of them gives the same track; compression is recognised by itself.
+      gpx::CTrk copy;
+      format.read(copy, bytes);
+      if (WithoutExtensions(copy) != expected) throw CQzException("The track did not come back.");
     }
   }
-  std::printf("  and the same track again from each of the six\n");
+  std::printf("\n  and the same track again from each of the nine\n");
+}
+
+// Microseconds that the work takes, once it has run often enough to tell.
+template <typename Work>
+double MicrosecondsOf(Work work) {
+  using Clock = std::chrono::steady_clock;
+  constexpr int kTimes = 200;
+  const Clock::time_point begin = Clock::now();
+  for (int i = 0; i < kTimes; ++i) work();
+  return std::chrono::duration<double, std::micro>(Clock::now() - begin).count() / kTimes;
+}
+
+void PrintTimes(const gpx::CTrk& track) {
+  CSerializationContext context = TrackContext(track);
+  context.GetFIContext().SetSuggestedValues();
+  std::printf("\nWriting and reading it, in microseconds:\n  %-14s%9s%9s\n", "", "write", "read");
+  for (const Format& format : kFormats) {
+    const CBinaryData bytes = format.write(track, context, CompressionType_None);
+    const double write =
+        MicrosecondsOf([&] { format.write(track, context, CompressionType_None); });
+    const double read = MicrosecondsOf([&] {
+      gpx::CTrk copy;
+      format.read(copy, bytes);
+    });
+    std::printf("  %-14s%9.0f%9.0f\n", format.name, write, read);
+  }
 }
 
 // The text of the failure that a document is answered with.
@@ -130,11 +182,14 @@ void Refuse(const char* what, Read read) {
   }
 }
 
-int Run(const char* file) {
+int Run(const char* file, bool withTimes) {
   gpx::CGpx document;
   document.FromXmlFile(file);
   Print(document);
-  for (const CSmartPtr<gpx::CTrk>& track : document.GetTrks()) PrintSizes(*track);
+  for (const CSmartPtr<gpx::CTrk>& track : document.GetTrks()) {
+    PrintSizes(*track);
+    if (withTimes) PrintTimes(*track);
+  }
 
   Change(document);
   CSerializationContext context;
@@ -173,8 +228,11 @@ int Run(const char* file) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  const bool withTimes = argc > 1 && argv[1] == std::string("--times");
+  const int file = withTimes ? 2 : 1;
   try {
-    return Run(argc > 1 ? argv[1] : QZXML_EXAMPLE_DATA "/around-visnjan-with-car.gpx");
+    return Run(argc > file ? argv[file] : QZXML_EXAMPLE_DATA "/around-visnjan-with-car.gpx",
+               withTimes);
   } catch (const CQzException& e) {
     std::fprintf(stderr, "%s\n", e.GetFullMessage().c_str());
   } catch (const std::exception& e) {
