@@ -1,0 +1,48 @@
+#include "tools/qzxml/Console.h"
+
+#include <ostream>
+#include <utility>
+
+#include "tools/qzxml/XmlCharacters.h"
+
+namespace qztool {
+
+CNotices::CNotices(CConsole& console, std::string file)
+    : m_console(console), m_file(std::move(file)) {}
+
+bool CNotices::IsTold(const std::string& message) {
+  ++m_count;
+  return ++m_kinds[message] <= kPlacesOfAKind;
+}
+
+void CNotices::Tell(const std::string& path, const std::string& message) {
+  m_console.err << m_file << ": " << Printable(path) << ": " << Printable(message) << '\n';
+}
+
+void CNotices::Finish() {
+  for (const auto& [kind, count] : m_kinds) {
+    if (count <= kPlacesOfAKind) continue;
+    m_console.err << m_file << ": " << count - kPlacesOfAKind << " more places: " << kind << '\n';
+  }
+}
+
+std::string Printable(const std::string& text) {
+  static constexpr char kDigits[] = "0123456789abcdef";
+  std::string result;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t length = GetCharacterLength(text, at);
+    const auto octet = static_cast<unsigned char>(text[at]);
+    if (length == 0 || octet < 0x20 || octet == 0x7F) {
+      result += "\\x";
+      result += kDigits[octet >> 4];
+      result += kDigits[octet & 0x0F];
+      ++at;
+    } else {
+      result.append(text, at, length);
+      at += length;
+    }
+  }
+  return result;
+}
+
+}  // namespace qztool

@@ -1,0 +1,149 @@
+#include <CLI/CLI.hpp>
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include "qzxml/runtime/QzException.h"
+#include "tools/qzxml/Commands.h"
+#include "tools/qzxml/Documents.h"
+#include "tools/qzxml/Failure.h"
+#include "tools/qzxml/Losses.h"
+#include "tools/qzxml/Output.h"
+#include "tools/qzxml/System.h"
+
+namespace qztool {
+namespace {
+
+using QzXmlLib16::JsonRoundTrip;
+
+constexpr int kMaxIndent = 16;
+
+struct ConvertOptions {
+  std::string in;
+  std::string out;
+  std::optional<DocumentFormat> to;
+  std::optional<int> indent;
+  JsonRoundTrip roundTrip = QzXmlLib16::JsonRoundTrip_Full;
+  std::string rootName;
+  bool isGzip = false;
+  bool isStrict = false;
+};
+
+const std::map<std::string, DocumentFormat> kFormats = {{"xml", DocumentFormat::Xml},
+                                                        {"fastinfoset", DocumentFormat::FastInfoset},
+                                                        {"json", DocumentFormat::Json}};
+const std::map<std::string, JsonRoundTrip> kRoundTrips = {
+    {"none", QzXmlLib16::JsonRoundTrip_None},
+    {"marked", QzXmlLib16::JsonRoundTrip_Marked},
+    {"full", QzXmlLib16::JsonRoundTrip_Full}};
+
+// Takes an ending off a name, if the name has it.
+bool TakeEnding(std::string& name, std::string_view ending) {
+  if (name.size() <= ending.size() ||
+      name.compare(name.size() - ending.size(), ending.size(), ending) != 0) {
+    return false;
+  }
+  name.resize(name.size() - ending.size());
+  return true;
+}
+
+// What the name of the output says and the options do not.
+void CompleteByName(ConvertOptions& options) {
+  std::string name = options.out;
+  if (TakeEnding(name, ".gz")) options.isGzip = true;
+  if (options.to.has_value()) return;
+  if (TakeEnding(name, ".json")) {
+    options.to = DocumentFormat::Json;
+  } else if (TakeEnding(name, ".finf") || TakeEnding(name, ".fi")) {
+    options.to = DocumentFormat::FastInfoset;
+  } else {
+    options.to = DocumentFormat::Xml;
+  }
+}
+
+std::string Write(const ConvertOptions& options, DocumentFormat from,
+                  const CContentDocument& document, CProgress& progress) {
+  CLayout layout;
+  layout.isKept = from == DocumentFormat::Xml && !options.indent.has_value();
+  if (options.indent.has_value()) layout.indent = *options.indent;
+  switch (*options.to) {
+    case DocumentFormat::Xml:
+      return WriteXml(document, layout, progress);
+    case DocumentFormat::FastInfoset:
+      return WriteFastInfoset(document, progress);
+    case DocumentFormat::Json:
+      return WriteJson(document, layout, options.roundTrip, progress);
+  }
+  return "";
+}
+
+void Convert(ConvertOptions options, CConsole& console) {
+  CompleteByName(options);
+  CProgress progress(console.err, IsErrorATerminal());
+  const CInput input = ReadDocument(options.in, console);
+  CContentDocument document;
+  ReadContent(input, {options.roundTrip, options.rootName}, document, progress);
+  CNotices notices(console, options.in);
+  TellLosses(document, *options.to, options.roundTrip, notices);
+  if (options.isStrict && notices.GetCount() > 0) {
+    throw CFailure(ExitCode_NotKept, options.out + ": not written, as " +
+                                         GetFormatName(*options.to) + " would not keep all of " +
+                                         options.in);
+  }
+  std::string octets;
+  try {
+    progress.Begin("writing " + options.out);
+    octets = Write(options, input.format, document, progress);
+  } catch (const QzXmlLib16::CQzException& e) {
+    throw CFailure(ExitCode_Document, options.out + ": " + e.GetFullMessage());
+  }
+  if (options.isGzip) octets = Gzip(octets);
+  WriteOutput(options.out, octets, console.out);
+}
+
+}  // namespace
+
+void AddConvertCommand(CLI::App& app, CConsole& console) {
+  const auto options = std::make_shared<ConvertOptions>();
+  CLI::App* const command =
+      app.add_subcommand("convert", "Convert a document into another format");
+  command->add_option("IN", options->in,
+                      "The document: XML in any encoding, Fast Infoset or JSON, also within gzip; "
+                      "- for standard input")
+      ->required();
+  command->add_option("OUT", options->out, "The file to write; - for standard output")->required();
+  command
+      ->add_option_function<std::string>(
+          "--to", [options](const std::string& name) { options->to = kFormats.at(name); },
+          "The format: xml, fastinfoset or json. Without it the ending of OUT decides: .json, .finf "
+          "and .fi, and anything else is XML")
+      ->type_name("FORMAT")
+      ->check(CLI::IsMember({"xml", "fastinfoset", "json"}));
+  command->add_flag("--gzip", options->isGzip, "Compress the output; an OUT that ends with .gz is");
+  command
+      ->add_option("--indent", options->indent,
+                   "Blanks for each level of XML and JSON, 0 for one line. Without it XML made of "
+                   "XML keeps its layout, and anything else has 2")
+      ->type_name("N")
+      ->check(CLI::Range(0, kMaxIndent));
+  command
+      ->add_option_function<std::string>(
+          "--round-trip",
+          [options](const std::string& name) { options->roundTrip = kRoundTrips.at(name); },
+          "How much of XML is kept in JSON: none, marked (attributes and texts can be told apart) "
+          "or full (namespaces as well, the default)")
+      ->type_name("MEASURE")
+      ->check(CLI::IsMember({"none", "marked", "full"}));
+  command->add_option("--root", options->rootName,
+                      "An element to put around the whole of a JSON document")
+      ->type_name("NAME");
+  command->add_flag("--strict", options->isStrict,
+                    "Fail, and write nothing, where the format would not keep everything");
+  command->footer(
+      "What the format does not keep is told on standard error, as 'file: path: message'.");
+  command->callback([options, &console] { Convert(*options, console); });
+}
+
+}  // namespace qztool

@@ -1,0 +1,100 @@
+#include "tools/qzxml/Input.h"
+
+#include <string_view>
+#include <utility>
+
+#include "qzxml/fastinfoset/DocumentMarks.h"
+#include "qzxml/runtime/QzException.h"
+#include "qzxml/runtime/QzZip.h"
+#include "qzxml/values/BinaryData.h"
+#include "tools/qzxml/Failure.h"
+#include "tools/qzxml/System.h"
+
+namespace qztool {
+namespace {
+
+// All but the version.
+constexpr std::string_view kIdentification("\xE0\x00\x00", 3);
+
+bool IsAt(const std::string& octets, std::size_t at, std::string_view mark) {
+  return octets.size() >= at && octets.compare(at, mark.size(), mark) == 0;
+}
+
+bool IsFastInfoset(const std::string& octets) {
+  if (IsAt(octets, 0, kIdentification)) return true;
+  for (const std::string_view declaration : QzXmlLib16::detail::kFIDeclarations) {
+    if (IsAt(octets, 0, declaration) && IsAt(octets, declaration.size(), kIdentification)) {
+      return true;
+    }
+  }
+  return false;
+}
+
+void Expand(CInput& input) {
+  QzXmlLib16::CBinaryData expanded;
+  bool isCompressed = false;
+  try {
+    isCompressed = QzXmlLib16::CQzZip::Decompress(
+        reinterpret_cast<const unsigned char*>(input.octets.data()),
+        static_cast<std::uint32_t>(input.octets.size()), expanded);
+  } catch (const QzXmlLib16::CQzException& e) {
+    throw CDocumentFailure("", e.GetMessage());
+  }
+  const bool isGzip = IsAt(input.octets, 0, "\x1F\x8B");
+  if (isCompressed) {
+    input.compression = isGzip ? "gzip" : "zlib";
+    input.octets.assign(reinterpret_cast<const char*>(expanded.GetData()), expanded.GetLength());
+  } else if (isGzip) {
+    throw CDocumentFailure("", "the gzip stream is damaged or cut off");
+  }
+  input.expandedSize = input.octets.size();
+}
+
+void Recognise(CInput& input) {
+  if (input.octets.empty()) throw CDocumentFailure("", "the document is empty");
+  if (IsFastInfoset(input.octets)) {
+    input.format = DocumentFormat::FastInfoset;
+    return;
+  }
+  input.encoding = TurnIntoUtf8(input.octets);
+  const std::size_t first = input.octets.find_first_not_of(" \t\r\n");
+  if (first == std::string::npos) throw CDocumentFailure("", "the document is empty");
+  const char c = input.octets[first];
+  if (c == '<') {
+    input.format = DocumentFormat::Xml;
+  } else if (c != '\0' && std::string_view("{[\"-0123456789tfn/").find(c) != std::string::npos) {
+    input.format = DocumentFormat::Json;
+  } else {
+    throw CDocumentFailure("", "this is neither XML, Fast Infoset nor JSON");
+  }
+}
+
+}  // namespace
+
+const char* GetFormatName(DocumentFormat format) {
+  switch (format) {
+    case DocumentFormat::Xml:
+      return "XML";
+    case DocumentFormat::FastInfoset:
+      return "Fast Infoset";
+    case DocumentFormat::Json:
+      return "JSON";
+  }
+  return "";
+}
+
+CInput ReadDocument(const std::string& name, CConsole& console) {
+  CInput input;
+  input.name = name;
+  input.octets = ReadInput(name, console.in);
+  input.size = input.octets.size();
+  try {
+    Expand(input);
+    Recognise(input);
+  } catch (const CDocumentFailure& e) {
+    throw CFailure(ExitCode_Document, name + ": " + e.what());
+  }
+  return input;
+}
+
+}  // namespace qztool
