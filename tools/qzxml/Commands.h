@@ -1,7 +1,6 @@
 #pragma once
 
 #include <CLI/App.hpp>
-
 #include <functional>
 
 #include "tools/qzxml/Console.h"

@@ -45,4 +45,8 @@ std::string Printable(const std::string& text) {
   return result;
 }
 
+std::string CountOctets(std::uint64_t count) {
+  return std::to_string(count) + (count == 1 ? " octet" : " octets");
+}
+
 }  // namespace qztool

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <iosfwd>
 #include <map>
 #include <string>
@@ -45,5 +46,8 @@ class CNotices {
 
 // A text for a line of a terminal: control characters and octets that are no UTF-8 as \xNN.
 std::string Printable(const std::string& text);
+
+// "1 octet", "2 octets".
+std::string CountOctets(std::uint64_t count);
 
 }  // namespace qztool

@@ -222,8 +222,8 @@ void CContentBuilder::AddText(std::string_view text, ContentKind kind, ValueKind
   }
   std::vector<CContentItem>& items = GetItems();
   Count(text.size());
-  const bool goesOn = m_isTextOpen && !items.empty() && items.back().kind == kind &&
-                      items.back().value == value;
+  const bool goesOn =
+      m_isTextOpen && !items.empty() && items.back().kind == kind && items.back().value == value;
   if (!goesOn) items.push_back({kind, value, "", nullptr});
   items.back().text.append(text);
   m_isTextOpen = true;
@@ -233,8 +233,8 @@ void CContentBuilder::AddText(std::string_view text, ContentKind kind, ValueKind
 void CContentBuilder::AddComment(std::string_view text) {
   std::string comment(text);
   CheckText(comment);
-  if (!m_isTrusted && (comment.find("--") != std::string::npos ||
-                       (!comment.empty() && comment.back() == '-'))) {
+  if (!m_isTrusted &&
+      (comment.find("--") != std::string::npos || (!comment.empty() && comment.back() == '-'))) {
     Fail("a comment with \"--\" in it can not be had in XML");
   }
   Count(text.size());

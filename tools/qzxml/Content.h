@@ -54,8 +54,8 @@ struct CContentItem {
 };
 
 struct CContentElement {
-  const CContentName* name = nullptr;        // of the document
-  CContentElement* parent = nullptr;         // null for the root
+  const CContentName* name = nullptr;  // of the document
+  CContentElement* parent = nullptr;   // null for the root
   std::vector<CContentDeclaration> declarations;
   std::vector<CContentAttribute> attributes;
   std::vector<CContentItem> items;

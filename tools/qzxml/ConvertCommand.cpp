@@ -1,5 +1,4 @@
 #include <CLI/CLI.hpp>
-
 #include <map>
 #include <memory>
 #include <optional>
@@ -31,9 +30,10 @@ struct ConvertOptions {
   bool isStrict = false;
 };
 
-const std::map<std::string, DocumentFormat> kFormats = {{"xml", DocumentFormat::Xml},
-                                                        {"fastinfoset", DocumentFormat::FastInfoset},
-                                                        {"json", DocumentFormat::Json}};
+const std::map<std::string, DocumentFormat> kFormats = {
+    {"xml", DocumentFormat::Xml},
+    {"fastinfoset", DocumentFormat::FastInfoset},
+    {"json", DocumentFormat::Json}};
 const std::map<std::string, JsonRoundTrip> kRoundTrips = {
     {"none", QzXmlLib16::JsonRoundTrip_None},
     {"marked", QzXmlLib16::JsonRoundTrip_Marked},
@@ -107,17 +107,18 @@ void Convert(ConvertOptions options, CConsole& console) {
 
 void AddConvertCommand(CLI::App& app, CConsole& console) {
   const auto options = std::make_shared<ConvertOptions>();
-  CLI::App* const command =
-      app.add_subcommand("convert", "Convert a document into another format");
-  command->add_option("IN", options->in,
-                      "The document: XML in any encoding, Fast Infoset or JSON, also within gzip; "
-                      "- for standard input")
+  CLI::App* const command = app.add_subcommand("convert", "Convert a document into another format");
+  command
+      ->add_option("IN", options->in,
+                   "The document: XML in any encoding, Fast Infoset or JSON, also within gzip; "
+                   "- for standard input")
       ->required();
   command->add_option("OUT", options->out, "The file to write; - for standard output")->required();
   command
       ->add_option_function<std::string>(
           "--to", [options](const std::string& name) { options->to = kFormats.at(name); },
-          "The format: xml, fastinfoset or json. Without it the ending of OUT decides: .json, .finf "
+          "The format: xml, fastinfoset or json. Without it the ending of OUT decides: .json, "
+          ".finf "
           "and .fi, and anything else is XML")
       ->type_name("FORMAT")
       ->check(CLI::IsMember({"xml", "fastinfoset", "json"}));
@@ -136,8 +137,9 @@ void AddConvertCommand(CLI::App& app, CConsole& console) {
           "or full (namespaces as well, the default)")
       ->type_name("MEASURE")
       ->check(CLI::IsMember({"none", "marked", "full"}));
-  command->add_option("--root", options->rootName,
-                      "An element to put around the whole of a JSON document")
+  command
+      ->add_option("--root", options->rootName,
+                   "An element to put around the whole of a JSON document")
       ->type_name("NAME");
   command->add_flag("--strict", options->isStrict,
                     "Fail, and write nothing, where the format would not keep everything");

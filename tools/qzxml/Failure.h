@@ -18,8 +18,7 @@ enum ExitCode : int {
 // Ends a command. The text is a whole message, "file: path: message", without a line end.
 class CFailure : public std::runtime_error {
  public:
-  CFailure(ExitCode code, const std::string& message)
-      : std::runtime_error(message), m_code(code) {}
+  CFailure(ExitCode code, const std::string& message) : std::runtime_error(message), m_code(code) {}
   ExitCode GetCode() const { return m_code; }
 
  private:

@@ -151,10 +151,9 @@ void CFastInfosetDecoder::ReadAttribute(std::uint32_t first) {
   CFastInfosetText value =
       ReadNonIdentifying(m_octets.Take(), m_tables.attributeValues, "attribute value");
   CheckKnown(value);
-  m_builder.AddAttribute(GetPart(m_tables.prefixes, parts.prefix),
-                         GetPart(m_tables.localNames, parts.localName),
-                         GetPart(m_tables.namespaceNames, parts.namespaceName),
-                         std::move(value.text));
+  m_builder.AddAttribute(
+      GetPart(m_tables.prefixes, parts.prefix), GetPart(m_tables.localNames, parts.localName),
+      GetPart(m_tables.namespaceNames, parts.namespaceName), std::move(value.text));
 }
 
 void CFastInfosetDecoder::ReadChildren() {
@@ -213,14 +212,14 @@ void CFastInfosetDecoder::ReadInstruction(bool isInDocumentType) {
   if (!isInDocumentType) {
     m_builder.AddInstruction(target, data.text);
   } else {
-    m_builder.Lose("the processing instruction \"" + target + "\" in the document type is not kept");
+    m_builder.Lose("the processing instruction \"" + target +
+                   "\" in the document type is not kept");
   }
 }
 
 void CFastInfosetDecoder::ReadComment() {
   m_octets.Say("comment");
-  m_builder.AddComment(
-      ReadNonIdentifying(m_octets.Take(), m_tables.otherStrings, "its text").text);
+  m_builder.AddComment(ReadNonIdentifying(m_octets.Take(), m_tables.otherStrings, "its text").text);
 }
 
 void CFastInfosetDecoder::ReadReference(std::uint32_t first) {
@@ -294,27 +293,19 @@ void CFastInfosetDecoder::CheckKnown(const CFastInfosetText& text) {
                 "\", which is not known,");
 }
 
-template <typename Entry>
-const Entry& CFastInfosetDecoder::GetEntry(const std::vector<Entry>& table, std::uint32_t index,
-                                           std::string_view what) {
-  if (index == 0 || index > table.size()) {
-    std::string message = "there is no entry " + std::to_string(index) + " in a table of " +
-                          std::to_string(table.size()) + " (" + std::string(what) + ')';
-    if (!m_tables.externalVocabulary.empty()) {
-      message += ", nor is the vocabulary \"" + m_tables.externalVocabulary + "\" known,";
-    }
-    m_octets.Fail(message);
+void CFastInfosetDecoder::FailEntry(std::uint32_t index, std::size_t size,
+                                    std::string_view what) const {
+  std::string message = "there is no entry " + std::to_string(index) + " in a table of " +
+                        std::to_string(size) + " (" + std::string(what) + ')';
+  if (!m_tables.externalVocabulary.empty()) {
+    message += ", nor is the vocabulary \"" + m_tables.externalVocabulary + "\" known,";
   }
-  return table[index - 1];
+  m_octets.Fail(message);
 }
 
 std::string_view CFastInfosetDecoder::GetPart(const Strings& table, std::uint32_t index) const {
-  return index == 0 || index > table.size() ? std::string_view() : std::string_view(table[index - 1]);
-}
-
-template <typename Entry>
-void CFastInfosetDecoder::AddEntry(std::vector<Entry>& table, Entry entry) {
-  if (table.size() < CFastInfosetTables::kMaxEntries) table.push_back(std::move(entry));
+  return index == 0 || index > table.size() ? std::string_view()
+                                            : std::string_view(table[index - 1]);
 }
 
 std::string CFastInfosetDecoder::Describe(const CFastInfosetTables::Name& name) const {

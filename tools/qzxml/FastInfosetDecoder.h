@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "tools/qzxml/Content.h"
@@ -97,10 +98,16 @@ class CFastInfosetDecoder {
   void CheckKnown(const CFastInfosetText& text);
   template <typename Entry>
   const Entry& GetEntry(const std::vector<Entry>& table, std::uint32_t index,
-                        std::string_view what);
+                        std::string_view what) const {
+    if (index == 0 || index > table.size()) FailEntry(index, table.size(), what);
+    return table[index - 1];
+  }
+  [[noreturn]] void FailEntry(std::uint32_t index, std::size_t size, std::string_view what) const;
   std::string_view GetPart(const Strings& table, std::uint32_t index) const;
   template <typename Entry>
-  static void AddEntry(std::vector<Entry>& table, Entry entry);
+  static void AddEntry(std::vector<Entry>& table, Entry entry) {
+    if (table.size() < CFastInfosetTables::kMaxEntries) table.push_back(std::move(entry));
+  }
   std::string Describe(const CFastInfosetTables::Name& name) const;
 
   CContentDocument& m_document;

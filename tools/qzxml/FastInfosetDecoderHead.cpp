@@ -37,10 +37,12 @@ constexpr Component kComponents[] = {
 };
 
 constexpr Component kTables[] = {
-    {0x1000, "external vocabulary"}, {0x0800, "alphabets"},        {0x0400, "algorithms"},
-    {0x0200, "prefixes"},            {0x0100, "namespace names"},  {0x0080, "local names"},
-    {0x0040, "other names"},         {0x0020, "other URIs"},       {0x0010, "attribute values"},
-    {0x0008, "character chunks"},    {0x0004, "other strings"},    {0x0002, "element names"},
+    {0x1000, "external vocabulary"}, {0x0800, "alphabets"},
+    {0x0400, "algorithms"},          {0x0200, "prefixes"},
+    {0x0100, "namespace names"},     {0x0080, "local names"},
+    {0x0040, "other names"},         {0x0020, "other URIs"},
+    {0x0010, "attribute values"},    {0x0008, "character chunks"},
+    {0x0004, "other strings"},       {0x0002, "element names"},
     {0x0001, "attribute names"},
 };
 
@@ -61,14 +63,16 @@ void CFastInfosetDecoder::ReadHead() {
   m_octets.Say("identification, version 1");
   const std::uint32_t present = m_octets.Take();
   if ((present & 0x80) != 0) m_octets.Fail("no document begins like this:");
-  m_octets.Say("optional components", m_octets.IsTold() ? ListPresent(present, kComponents) : "");
+  if (m_octets.IsTold()) {
+    m_octets.Say("optional components: " + ListPresent(present, kComponents));
+  }
   if ((present & 0x40) != 0) ReadAdditionalData();
   if ((present & 0x20) != 0) ReadVocabulary();
   if ((present & 0x10) != 0) ReadNotations();
   if ((present & 0x08) != 0) ReadUnparsedEntities();
   if ((present & 0x04) != 0) ReadOctetString("character encoding");
   if ((present & 0x02) != 0) {
-    m_octets.Say("standalone", m_octets.Take() != 0 ? "yes" : "no");
+    m_octets.Say(m_octets.Take() != 0 ? "standalone: yes" : "standalone: no");
   }
   if ((present & 0x01) != 0) {
     ReadNonIdentifying(m_octets.Take(), m_tables.otherStrings, "version");
@@ -85,7 +89,7 @@ std::string CFastInfosetDecoder::ReadOctetString(std::string_view what) {
 
 void CFastInfosetDecoder::ReadAdditionalData() {
   const std::uint32_t count = m_octets.TakeSequenceLength();
-  m_octets.Say("additional data, number of pieces", std::to_string(count));
+  if (m_octets.IsTold()) m_octets.Say("pieces of additional data: " + std::to_string(count));
   for (std::uint32_t i = 0; i < count; ++i) {
     const std::string name = ReadOctetString("name of the additional data");
     ReadOctetString("additional data");
@@ -96,7 +100,7 @@ void CFastInfosetDecoder::ReadAdditionalData() {
 void CFastInfosetDecoder::ReadVocabulary() {
   const std::uint32_t present = m_octets.TakeNumber(2);
   if ((present & 0xE000) != 0) m_octets.Fail("no vocabulary begins like this:");
-  m_octets.Say("initial vocabulary", m_octets.IsTold() ? ListPresent(present, kTables) : "");
+  if (m_octets.IsTold()) m_octets.Say("initial vocabulary: " + ListPresent(present, kTables));
   if ((present & 0x1000) != 0) m_tables.externalVocabulary = ReadOctetString("external vocabulary");
   struct Table {
     std::uint32_t bit;
@@ -131,13 +135,15 @@ void CFastInfosetDecoder::ReadVocabulary() {
 
 void CFastInfosetDecoder::ReadStrings(Strings& table, std::string_view what) {
   const std::uint32_t count = m_octets.TakeSequenceLength();
-  if (m_octets.IsTold()) m_octets.Say("entries: " + std::string(what), std::to_string(count));
+  if (m_octets.IsTold())
+    m_octets.Say("entries, " + std::string(what) + ": " + std::to_string(count));
   for (std::uint32_t i = 0; i < count; ++i) AddEntry(table, ReadOctetString(what));
 }
 
 void CFastInfosetDecoder::ReadEncodedStrings(Strings& table, std::string_view what) {
   const std::uint32_t count = m_octets.TakeSequenceLength();
-  if (m_octets.IsTold()) m_octets.Say("entries: " + std::string(what), std::to_string(count));
+  if (m_octets.IsTold())
+    m_octets.Say("entries, " + std::string(what) + ": " + std::to_string(count));
   for (std::uint32_t i = 0; i < count; ++i) {
     const CFastInfosetText text = m_octets.TakeTextOnThirdBit(m_octets.Take(), what);
     m_octets.Say("its octets", text.text);
@@ -148,7 +154,8 @@ void CFastInfosetDecoder::ReadEncodedStrings(Strings& table, std::string_view wh
 
 void CFastInfosetDecoder::ReadSurrogates(Names& table, std::string_view what) {
   const std::uint32_t count = m_octets.TakeSequenceLength();
-  if (m_octets.IsTold()) m_octets.Say("entries: " + std::string(what), std::to_string(count));
+  if (m_octets.IsTold())
+    m_octets.Say("entries, " + std::string(what) + ": " + std::to_string(count));
   for (std::uint32_t i = 0; i < count; ++i) {
     const std::uint32_t flags = m_octets.Take();
     const auto takeIndex = [this](const Strings& strings, std::string_view part) {
@@ -205,8 +212,8 @@ void CFastInfosetDecoder::ReadDocumentType(std::uint32_t first) {
   if (!systemId.empty()) {
     const bool hasPublicId = !publicId.empty();
     const char quote = systemId.find('"') == std::string::npos ? '"' : '\'';
-    m_documentType = (hasPublicId ? " PUBLIC \"" + publicId + '"' : " SYSTEM") + ' ' + quote +
-                     systemId + quote;
+    m_documentType =
+        (hasPublicId ? " PUBLIC \"" + publicId + '"' : " SYSTEM") + ' ' + quote + systemId + quote;
   }
   constexpr char kPublicCharacters[] =
       " \r\nabcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-'()+,./:=?;!*#@$_%";
@@ -228,8 +235,7 @@ void CFastInfosetDecoder::ReadDocumentType(std::uint32_t first) {
 // The declaration of XML has the name of the root in it.
 void CFastInfosetDecoder::EndDocumentType() {
   if (!m_hasDocumentType) return;
-  m_document.documentType =
-      "<!DOCTYPE " + m_document.root->name->GetQName() + m_documentType + '>';
+  m_document.documentType = "<!DOCTYPE " + m_document.root->name->GetQName() + m_documentType + '>';
 }
 
 }  // namespace qztool

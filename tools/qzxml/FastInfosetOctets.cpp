@@ -5,6 +5,7 @@
 #include "qzxml/fastinfoset/FastInfosetBinaryData.h"
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/QzException.h"
+#include "tools/qzxml/Console.h"
 #include "tools/qzxml/XmlCharacters.h"
 
 namespace qztool {
@@ -50,8 +51,8 @@ std::string FromUuids(std::string_view octets) {
     if (at > 0) text += ' ';
     for (std::size_t i = 0; i < 16; ++i) {
       if (i == 4 || i == 6 || i == 8 || i == 10) text += '-';
-      text += FormatString("%02x",
-                           static_cast<unsigned>(static_cast<unsigned char>(octets[at + i])));
+      text +=
+          FormatString("%02x", static_cast<unsigned>(static_cast<unsigned char>(octets[at + i])));
     }
   }
   return text;
@@ -166,7 +167,7 @@ void CFastInfosetOctets::AddAlphabet(const std::string& characters) {
 }
 
 std::string CFastInfosetOctets::TakeUtf8(std::uint32_t length, std::string_view what) {
-  if (IsTold()) Say(std::string(what) + ", " + std::to_string(length) + " octets");
+  if (IsTold()) Say(std::string(what) + ", " + CountOctets(length));
   return std::string(TakeOctets(length));
 }
 
@@ -236,7 +237,7 @@ std::string CFastInfosetOctets::Describe(unsigned kind, std::uint32_t index, std
                                  : "algorithm " + std::to_string(index);
       break;
   }
-  return std::string(what) + " in " + encoding + ", " + std::to_string(length) + " octets";
+  return std::string(what) + " in " + encoding + ", " + CountOctets(length);
 }
 
 std::string CFastInfosetOctets::FromUtf16(std::string_view octets) const {
@@ -250,7 +251,8 @@ std::string CFastInfosetOctets::FromUtf16(std::string_view octets) const {
     std::uint32_t character = unitAt(at);
     if (character >= 0xD800 && character <= 0xDFFF) {
       const std::uint32_t low = at + 2 < octets.size() ? unitAt(at + 2) : 0;
-      if (character > 0xDBFF || low < 0xDC00 || low > 0xDFFF) Fail("half a character of UTF-16 ends");
+      if (character > 0xDBFF || low < 0xDC00 || low > 0xDFFF)
+        Fail("half a character of UTF-16 ends");
       character = 0x10000 + ((character - 0xD800) << 10 | (low - 0xDC00));
       at += 2;
     }

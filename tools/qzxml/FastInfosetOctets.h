@@ -50,11 +50,11 @@ class CFastInfosetOctets {
 
   // ---- Integers and lengths that begin inside the octet taken before ----
 
-  std::uint32_t TakeIndexOnSecondBit(std::uint32_t first);   // C.25
-  std::uint32_t TakeIndexOnThirdBit(std::uint32_t first);    // C.27
-  std::uint32_t TakeIndexOnFourthBit(std::uint32_t first);   // C.28
-  std::uint32_t TakeLengthOnSecondBit(std::uint32_t first);  // C.22
-  std::uint32_t TakeLengthOnFifthBit(std::uint32_t first);   // C.23
+  std::uint32_t TakeIndexOnSecondBit(std::uint32_t first);    // C.25
+  std::uint32_t TakeIndexOnThirdBit(std::uint32_t first);     // C.27
+  std::uint32_t TakeIndexOnFourthBit(std::uint32_t first);    // C.28
+  std::uint32_t TakeLengthOnSecondBit(std::uint32_t first);   // C.22
+  std::uint32_t TakeLengthOnFifthBit(std::uint32_t first);    // C.23
   std::uint32_t TakeLengthOnSeventhBit(std::uint32_t first);  // C.24
   std::uint32_t TakeSequenceLength();                         // C.21
 
@@ -84,7 +84,7 @@ class CFastInfosetOctets {
   const OctetRows& m_rows;
   Failure m_failure;
   std::size_t m_at = 0;
-  std::size_t m_said = 0;  // up to here
+  std::size_t m_said = 0;                             // up to here
   std::vector<std::vector<std::string>> m_alphabets;  // those built in first; characters
   std::vector<std::string> m_algorithms;              // the names of those that are not built in
 };

@@ -34,9 +34,9 @@ void Expand(CInput& input) {
   QzXmlLib16::CBinaryData expanded;
   bool isCompressed = false;
   try {
-    isCompressed = QzXmlLib16::CQzZip::Decompress(
-        reinterpret_cast<const unsigned char*>(input.octets.data()),
-        static_cast<std::uint32_t>(input.octets.size()), expanded);
+    isCompressed =
+        QzXmlLib16::CQzZip::Decompress(reinterpret_cast<const unsigned char*>(input.octets.data()),
+                                       static_cast<std::uint32_t>(input.octets.size()), expanded);
   } catch (const QzXmlLib16::CQzException& e) {
     throw CDocumentFailure("", e.GetMessage());
   }

@@ -1,5 +1,4 @@
 #include <CLI/CLI.hpp>
-
 #include <map>
 #include <memory>
 #include <ostream>
@@ -80,7 +79,9 @@ void CountElement(const CContentElement& element, std::uint64_t depth, Counts& c
 class CInspection {
  public:
   CInspection(const InspectOptions& options, CConsole& console)
-      : m_options(options), m_out(console.out), m_progress(console.err, IsErrorATerminal()),
+      : m_options(options),
+        m_out(console.out),
+        m_progress(console.err, IsErrorATerminal()),
         m_input(ReadDocument(options.file, console)) {}
 
   void Run() {
@@ -114,11 +115,11 @@ class CInspection {
 
   void PutHead() {
     Put("file", m_input.name);
-    Put("size", std::to_string(m_input.size) + " octets");
-    Put("compression", m_input.compression.empty()
-                           ? "none"
-                           : m_input.compression + ", " + std::to_string(m_input.expandedSize) +
-                                 " octets expanded");
+    Put("size", CountOctets(m_input.size));
+    Put("compression",
+        m_input.compression.empty()
+            ? "none"
+            : m_input.compression + ", " + CountOctets(m_input.expandedSize) + " expanded");
     Put("format", GetFormatName(m_input.format));
     if (m_input.format == DocumentFormat::FastInfoset) return;
     std::string encoding = m_input.encoding.name;
@@ -158,8 +159,8 @@ class CInspection {
     Put("elements", counts.elements);
     Put("attributes", counts.attributes);
     Put("depth", counts.depth);
-    Put("texts", std::to_string(counts.texts) + ", " + std::to_string(counts.textOctets) +
-                     " octets");
+    Put("texts",
+        std::to_string(counts.texts) + ", " + std::to_string(counts.textOctets) + " octets");
     Put("CDATA sections", counts.sections);
     Put("comments", counts.comments);
     Put("instructions", counts.instructions);
@@ -243,7 +244,7 @@ class CInspection {
   void PutTable(const char* what, const std::vector<std::string>& table, std::size_t first) {
     if (table.empty()) return;
     Put(what, table.size());
-    for (std::size_t i = 0; i < table.size(); ++i) PutEntry(i + first, table[i]);
+    for (std::size_t i = 0; i < table.size(); ++i) PutEntry(i + first, Shorten(table[i]));
   }
 
   void PutNames(const char* what, const CFastInfosetTables& tables,
@@ -256,14 +257,14 @@ class CInspection {
     for (std::size_t i = 0; i < names.size(); ++i) {
       const std::string prefix = get(tables.prefixes, names[i].prefix);
       const std::string uri = get(tables.namespaceNames, names[i].namespaceName);
-      PutEntry(i + 1, (prefix.empty() ? "" : prefix + ':') +
-                          get(tables.localNames, names[i].localName) +
-                          (uri.empty() ? "" : " in " + uri));
+      PutEntry(i + 1, Printable((prefix.empty() ? "" : prefix + ':') +
+                                get(tables.localNames, names[i].localName) +
+                                (uri.empty() ? "" : " in " + uri)));
     }
   }
 
   void PutEntry(std::size_t index, const std::string& text) {
-    m_out << FormatString("%8zu  ", index) << Shorten(text) << '\n';
+    m_out << FormatString("%8zu  ", index) << text << '\n';
   }
 
   const InspectOptions& m_options;
@@ -279,9 +280,10 @@ void AddInspectCommand(CLI::App& app, CConsole& console) {
   CLI::App* const command = app.add_subcommand(
       "inspect", "Say what a document is: its format, names, counts, sizes and tables");
   command
-      ->add_option("FILE", options->file,
-                   "The document: XML in any encoding, Fast Infoset or JSON, also within gzip; - for "
-                   "standard input")
+      ->add_option(
+          "FILE", options->file,
+          "The document: XML in any encoding, Fast Infoset or JSON, also within gzip; - for "
+          "standard input")
       ->required();
   command->add_flag("--octets", options->isOctets,
                     "Of Fast Infoset, list every octet with what it means");

@@ -29,9 +29,9 @@ class CJsonParser {
   [[noreturn]] void Fail(const std::string& message, std::size_t at) const {
     const std::size_t lineEnd = at == 0 ? std::string::npos : m_text.rfind('\n', at - 1);
     const std::size_t column = lineEnd == std::string::npos ? at + 1 : at - lineEnd;
-    throw CDocumentFailure("", QzXmlLib16::FormatString("%s at line %d, column %d",
-                                                        message.c_str(), static_cast<int>(LineOf(at)),
-                                                        static_cast<int>(column)));
+    throw CDocumentFailure(
+        "", QzXmlLib16::FormatString("%s at line %d, column %d", message.c_str(),
+                                     static_cast<int>(LineOf(at)), static_cast<int>(column)));
   }
 
   std::size_t LineOf(std::size_t at) const {

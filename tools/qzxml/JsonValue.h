@@ -34,9 +34,9 @@ struct CJsonCounts {
 };
 
 // Reads a whole text. The grammar is that of RFC 8259; besides, comments ("//" to the end of the
-// line, "/*" to "*/") are taken for white space, and line ends and tabs may stand in strings as they
-// are, since the library writes them so. CJsonTextReader is not used here: it keeps the escapes and
-// line feeds of strings in the way that its callers know, which is not what they mean.
+// line, "/*" to "*/") are taken for white space, and line ends and tabs may stand in strings as
+// they are, since the library writes them so. CJsonTextReader is not used here: it keeps the
+// escapes and line feeds of strings in the way that its callers know, which is not what they mean.
 // Throws CDocumentFailure "... at line %d, column %d".
 CJsonValue ParseJson(const std::string& text, CJsonCounts& counts);
 

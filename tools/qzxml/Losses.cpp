@@ -20,7 +20,8 @@ bool IsTextInFront(const CContentElement& element) {
   for (const CContentItem& item : element.items) {
     if (item.kind == ContentKind::Element) {
       isElementSeen = true;
-    } else if (isElementSeen && (item.kind == ContentKind::Text || item.kind == ContentKind::CData)) {
+    } else if (isElementSeen &&
+               (item.kind == ContentKind::Text || item.kind == ContentKind::CData)) {
       return false;
     }
   }

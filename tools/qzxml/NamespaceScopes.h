@@ -11,8 +11,8 @@ namespace qztool {
 // The names of an element as they are to be written.
 struct CWrittenNames {
   std::string element;
-  std::vector<std::string> attributes;               // one for each of the element's
-  std::vector<CContentDeclaration> declarations;     // those that it has to carry
+  std::vector<std::string> attributes;            // one for each of the element's
+  std::vector<CContentDeclaration> declarations;  // those that it has to carry
 };
 
 // Which prefixes stand for which namespaces while a document is written. A document from XML has

@@ -20,8 +20,7 @@ milliseconds Now() {
 
 }  // namespace
 
-CProgress::CProgress(std::ostream& stream, bool isTerminal)
-    : CProgress(stream, isTerminal, &Now) {}
+CProgress::CProgress(std::ostream& stream, bool isTerminal) : CProgress(stream, isTerminal, &Now) {}
 
 CProgress::CProgress(std::ostream& stream, bool isTerminal, Clock clock)
     : m_stream(stream),

@@ -199,8 +199,7 @@ std::string ReadInput(const std::string& name, std::istream& standardInput) {
   }
 }
 
-void WriteOutput(const std::string& name, const std::string& octets,
-                 std::ostream& standardOutput) {
+void WriteOutput(const std::string& name, const std::string& octets, std::ostream& standardOutput) {
   if (name == "-") {
     standardOutput.write(octets.data(), static_cast<std::streamsize>(octets.size()));
     standardOutput.flush();

@@ -74,8 +74,8 @@ class CConverter {
 
 bool IsPlainName(const std::string& name) {
   const auto isPlain = [](char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-           c == '.' || c == '_' || c == '-';
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '.' ||
+           c == '_' || c == '-';
   };
   return !name.empty() && std::all_of(name.begin(), name.end(), isPlain);
 }
@@ -146,8 +146,8 @@ CTextEncoding ConvertShown(std::string& octets, const Mark& mark) {
   if (encoding.name != "UTF-8") octets = ConvertAll(octets, encoding.name);
   encoding.declared = GetDeclared(octets);
   if (!Agrees(encoding.declared, encoding.name)) {
-    throw CDocumentFailure("", "the document is in " + encoding.name + ", but declares \"" +
-                                   encoding.declared + "\"");
+    throw CDocumentFailure(
+        "", "the document is in " + encoding.name + ", but declares \"" + encoding.declared + "\"");
   }
   return encoding;
 }
@@ -164,8 +164,7 @@ CTextEncoding TurnIntoUtf8(std::string& octets) {
   if (encoding.name == "UTF-8") return encoding;
   if (Agrees(encoding.name, "UTF-16") || Agrees(encoding.name, "UTF-32") ||
       encoding.name.compare(0, 4, "UTF-") == 0) {
-    throw CDocumentFailure("",
-                           "the document is in UTF-8, but declares \"" + encoding.name + "\"");
+    throw CDocumentFailure("", "the document is in UTF-8, but declares \"" + encoding.name + "\"");
   }
   octets = ConvertAll(octets, encoding.name);
   return encoding;

@@ -7,8 +7,8 @@
 namespace qztool {
 
 struct CTextEncoding {
-  std::string name;         // in capitals: "UTF-8", "UTF-16LE", or as the declaration has it
-  std::string declared;     // in the declaration of XML; "" for none
+  std::string name;      // in capitals: "UTF-8", "UTF-16LE", or as the declaration has it
+  std::string declared;  // in the declaration of XML; "" for none
   bool hasByteOrderMark = false;
 };
 

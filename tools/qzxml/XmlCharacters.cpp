@@ -12,10 +12,9 @@ struct Range {
 
 // What a name may begin with, without the colon.
 constexpr Range kNameStart[] = {
-    {'A', 'Z'},         {'_', '_'},         {'a', 'z'},         {0xC0, 0xD6},
-    {0xD8, 0xF6},       {0xF8, 0x2FF},      {0x370, 0x37D},     {0x37F, 0x1FFF},
-    {0x200C, 0x200D},   {0x2070, 0x218F},   {0x2C00, 0x2FEF},   {0x3001, 0xD7FF},
-    {0xF900, 0xFDCF},   {0xFDF0, 0xFFFD},   {0x10000, 0xEFFFF},
+    {'A', 'Z'},       {'_', '_'},       {'a', 'z'},       {0xC0, 0xD6},     {0xD8, 0xF6},
+    {0xF8, 0x2FF},    {0x370, 0x37D},   {0x37F, 0x1FFF},  {0x200C, 0x200D}, {0x2070, 0x218F},
+    {0x2C00, 0x2FEF}, {0x3001, 0xD7FF}, {0xF900, 0xFDCF}, {0xFDF0, 0xFFFD}, {0x10000, 0xEFFFF},
 };
 // What else it may hold.
 constexpr Range kNameOther[] = {
@@ -55,7 +54,8 @@ std::size_t GetCharacterLength(const std::string& text, std::size_t at) {
 std::uint32_t GetCharacter(const std::string& text, std::size_t at, std::size_t length) {
   constexpr unsigned kFirstBits[] = {0, 0x7F, 0x1F, 0x0F, 0x07};
   std::uint32_t character = OctetAt(text, at) & kFirstBits[length];
-  for (std::size_t i = 1; i < length; ++i) character = character << 6 | (OctetAt(text, at + i) & 0x3F);
+  for (std::size_t i = 1; i < length; ++i)
+    character = character << 6 | (OctetAt(text, at + i) & 0x3F);
   return character;
 }
 

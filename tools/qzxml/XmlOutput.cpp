@@ -161,8 +161,7 @@ class CXmlOutput {
 
 }  // namespace
 
-std::string WriteXml(const CContentDocument& document, const CLayout& layout,
-                     CProgress& progress) {
+std::string WriteXml(const CContentDocument& document, const CLayout& layout, CProgress& progress) {
   return CXmlOutput(layout, progress).Run(document);
 }
 
