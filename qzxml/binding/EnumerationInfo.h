@@ -45,6 +45,7 @@ class QZXML_API CEnumerationInfo {
  private:
   [[noreturn]] void Refuse(std::string_view value) const;
   int Find(std::string_view text) const;  // -1 for none
+  const int* FindSorted() const;
 
   const char* const* m_texts;
   std::size_t m_count;

@@ -12,13 +12,13 @@
 namespace QzXmlLib16 {
 
 namespace detail {
+class CPattern;
 class CTextRulesCheck;
-struct PatternHandle;
 }  // namespace detail
 
 // One pattern of PCRE2, as MatchesRegularExpression takes it, compiled when it is first asked. To
-// be held in a static variable, which needs no initialisation; the compiled form lives as long as
-// the process. Any number of threads may ask.
+// be held in a static variable, which needs no initialisation; the compiled form is kept for the
+// life of the process, once for each text. Any number of threads may ask.
 class QZXML_API CPatternStep {
  public:
   constexpr CPatternStep(const char* text) : m_text(text), m_compiled(nullptr) {}
@@ -31,8 +31,8 @@ class QZXML_API CPatternStep {
   bool Matches(std::string_view value) const;
 
  private:
-  const char* m_text;  // not owned
-  mutable std::atomic<const detail::PatternHandle*> m_compiled;
+  const char* m_text;                                       // not owned
+  mutable std::atomic<const detail::CPattern*> m_compiled;  // null until first use
 };
 
 // What texts one XSD simple type takes, with every facet as XSD means it: lengths count characters,

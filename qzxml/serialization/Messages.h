@@ -23,6 +23,9 @@ inline constexpr char kInvalidTextValue[] = "Invalid Value for %s [%s].";
 // CQzException, for a value that fails a facet and is shown as a number of up to 32 bits.
 inline constexpr char kInvalidNumberValue[] = "Invalid Value for %s [%d]";
 
+// CQzException, for a real that fails a facet.
+inline constexpr char kInvalidRealValue[] = "Invalid Value for %s [%f]";
+
 // CQzValidationException, with the name of the element or the attribute.
 inline constexpr char kGetPropertyFailed[] = "Failed to get the property value for [%s].";
 

@@ -178,12 +178,20 @@ CPattern::~CPattern() {
   pcre2_code_free(m_code);
 }
 
+void CPattern::RequireCode(std::string_view value) const {
+  if (m_code != nullptr) return;
+  // Meant: the text names the value under test, not the pattern.
+  throw CQzException(FormatString("Invalid Regular Expression: %s Error: '%s'",
+                                  std::string(value).c_str(), m_error.c_str()));
+}
+
+bool CPattern::MatchesUtf8(std::string_view value) const {
+  RequireCode(value);
+  return Run(value.data() == nullptr ? "" : value.data(), value.size());
+}
+
 bool CPattern::Matches(const std::string& value) const {
-  if (m_code == nullptr) {
-    // Meant: the text names the value under test, not the pattern.
-    throw CQzException(
-        FormatString("Invalid Regular Expression: %s Error: '%s'", value.c_str(), m_error.c_str()));
-  }
+  RequireCode(value);
   if (IsLocalUtf8()) return Run(value.c_str(), std::strlen(value.c_str()));
   const CBinaryData subject = LocalToUtf8(value.c_str());
   if (subject.GetLength() == 0) return Run("", 0);
@@ -223,6 +231,16 @@ std::shared_ptr<const CPattern> FindPattern(const std::string& pattern) {
   static CPatternCacheOwner s_owner;
   if (g_hasCache.load(std::memory_order_acquire)) return s_owner.Get().Find(pattern);
   return std::make_shared<const CPattern>(pattern);
+}
+
+// Never destroyed, as static objects that ask are not.
+const CPattern& KeepPattern(const std::string& pattern) {
+  static std::mutex& s_mutex = *new std::mutex;
+  static auto& s_kept = *new std::unordered_map<std::string, std::shared_ptr<const CPattern>>;
+  const std::lock_guard<std::mutex> lock(s_mutex);
+  std::shared_ptr<const CPattern>& kept = s_kept[pattern];
+  if (kept == nullptr) kept = FindPattern(pattern);
+  return *kept;
 }
 
 }  // namespace detail

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <memory>
 #include <string>
+#include <string_view>
 
 struct pcre2_real_code_8;  // PCRE2's pcre2_code
 
@@ -24,10 +25,13 @@ class CPattern {
   // Whether the whole value, in the local encoding and up to its first zero byte, matches.
   // Throws CQzException "Invalid Regular Expression: %s Error: '%s'" with the value and the reason.
   bool Matches(const std::string& value) const;
+  // The same of a value in UTF-8, whose zero bytes count.
+  bool MatchesUtf8(std::string_view value) const;
 
  private:
   using Scratch = std::unique_ptr<MatchScratch>;
 
+  void RequireCode(std::string_view value) const;
   bool Run(const char* subject, std::size_t length) const;
   bool RunWith(MatchScratch& scratch, const char* subject, std::size_t length) const;
 
@@ -40,6 +44,10 @@ class CPattern {
 // The compiled form of the pattern, shared by all who have the same one. Compiled patterns are kept
 // for the life of the process, a bounded number of them.
 std::shared_ptr<const CPattern> FindPattern(const std::string& pattern);
+
+// The same for those whose own life is that of the process: the pattern is kept for good, once for
+// each text.
+const CPattern& KeepPattern(const std::string& pattern);
 
 // A pattern that a CPrimitiveRestrictions has found.
 struct PatternHandle {

@@ -256,7 +256,7 @@ void CheckPartiallyOrdered(const char* name, const T& value, const CPrimitiveRes
 template <typename T>
 void CheckReal(const char* name, T value, const CPrimitiveRestrictions& facets, Parse<T> parse) {
   if (KeepsBounds(value, facets, parse)) return;
-  throw CQzException(FormatString("Invalid Value for %s [%f]", name, static_cast<double>(value)));
+  throw CQzException(FormatString(Messages::kInvalidRealValue, name, static_cast<double>(value)));
 }
 
 }  // namespace
