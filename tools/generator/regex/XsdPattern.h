@@ -38,18 +38,23 @@ class CPatternError : public std::runtime_error {
 // The pattern is in UTF-8, as it stands in the schema when references are resolved. '.' is all but
 // line ends, '^' and '$' are themselves, "\d" and "\w" are those of Unicode, "\i" and "\c" those of
 // XML names, a class may be taken from a class to any depth.
-// Throws CPatternError with the reason, in words for the author of the schema.
+// The result is never empty. Throws CPatternError with the reason, in words for the author of the
+// schema.
 std::string TranslateXsdPattern(std::string_view pattern);
 
 // Of patterns that TranslateXsdPattern gave: what matches one of them (the patterns of one step of
 // restriction), and what matches each of them (those of successive steps). Without any pattern the
-// text is empty, which matches the empty value alone.
+// text is empty, which stands for no pattern in all that takes one.
 std::string JoinAlternatives(const std::vector<std::string>& patterns);
 std::string JoinSteps(const std::vector<std::string>& patterns);
 
 // What matches the pattern, or everything for an empty text, and has at least and at most so many
-// characters.
+// characters. Without either number it is the pattern.
 std::string RequireLength(const std::string& pattern, std::optional<std::uint32_t> least,
                           std::optional<std::uint32_t> most);
+
+// Why PCRE2 does not take the pattern of any of the functions above, such as one that is too large
+// when its counts are written out; nothing where it takes it.
+std::optional<std::string> FindRefusal(const std::string& pattern);
 
 }  // namespace qzxml::generator
