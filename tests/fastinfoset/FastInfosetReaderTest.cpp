@@ -370,7 +370,9 @@ TEST_F(FastInfosetReader, ReadsValuesOfAttributes) {
       {"7C 00 61 FF F0", "a"},
       {"3C 00 61 7C 00 62 78 00 6B 00 76 FF 80 78 FF", "a \"x\"[b k='v']"},
       // Meant: any octet from 80 on ends them.
+      {"7C 00 61 80 80 78 FF", "a \"x\""},
       {"7C 00 61 90 80 78 FF", "a \"x\""},
+      {"7C 00 61 FE 80 78 FF", "a \"x\""},
   });
 }
 
