@@ -117,6 +117,11 @@ class QZXML_API CBoundClass : public CTabledClass {
   std::int32_t EnumOrDefault(std::int32_t index, const std::optional<std::int32_t>& property) const;
   void SetEnum(std::int32_t index, std::optional<std::int32_t>& property,
                std::optional<std::int32_t> value);
+  template <typename Enumeration>
+  static std::optional<Enumeration> AsEnum(const std::optional<std::int32_t>& property) {
+    if (!property) return std::nullopt;
+    return static_cast<Enumeration>(*property);
+  }
 
   // --- Objects and collections
 

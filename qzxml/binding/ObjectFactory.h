@@ -19,6 +19,14 @@ CSmartPtr<CXmlObjectBase> NewObject(int, const char* elementName) {
   return CSmartPtr<CXmlObjectBase>(object);
 }
 
+// A new object with that tag.
+template <typename Object>
+CSmartPtr<Object> NewElement(const char* elementName) {
+  const CSmartPtr<Object> object(new Object);
+  object->TakeElementName(elementName);
+  return object;
+}
+
 // A class that xsi:type may name.
 struct CNamedType {
   const char* namespaceUri;

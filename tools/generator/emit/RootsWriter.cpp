@@ -1,0 +1,132 @@
+#include "tools/generator/emit/RootsWriter.h"
+
+#include <cctype>
+#include <map>
+#include <set>
+#include <vector>
+
+#include "tools/generator/emit/Files.h"
+
+namespace qzxml::generator {
+namespace {
+
+struct Maker {
+  std::string name;  // "NewPurchaseOrder"
+  const BoundRoot* root;
+};
+
+// "New" and the element's name without what C++ does not take, each part beginning with a capital.
+std::string MakerName(const std::string& element) {
+  std::string name = "New";
+  bool isStart = true;
+  for (const char c : element) {
+    const bool isPlain = std::isalnum(static_cast<unsigned char>(c)) != 0;
+    if (isPlain) {
+      name += isStart ? static_cast<char>(std::toupper(static_cast<unsigned char>(c))) : c;
+    }
+    isStart = !isPlain;
+  }
+  return name;
+}
+
+std::vector<Maker> MakersOf(const CNames& names, const BoundNamespace& where) {
+  std::set<std::string> taken;
+  std::vector<Maker> makers;
+  for (const BoundRoot& root : where.roots) {
+    if (root.objectClass->isAbstract) continue;
+    const std::string plain = MakerName(root.name);
+    std::string name = plain;
+    for (int number = 2; plain == "New" || name == "NewRoot" || name == "NewObject" ||
+                         names.IsDeclared(where, name) || taken.count(name) != 0;
+         ++number) {
+      name = plain + "Element" + (number > 2 ? std::to_string(number) : "");
+      if (!names.IsDeclared(where, name) && taken.count(name) == 0) break;
+    }
+    taken.insert(name);
+    makers.push_back({name, &root});
+  }
+  return makers;
+}
+
+}  // namespace
+
+std::string WriteRootsHeader(const CNames& names, const BoundNamespace& where,
+                             const std::string& firstLine) {
+  CCodeWriter writer;
+  CScope scope(names, where, CScope::Place::Header);
+  BeginHeader(firstLine, {}, {"qzxml/binding/ObjectFactory.h"}, writer);
+
+  std::map<std::string, std::set<std::string>> declarations;
+  const std::vector<Maker> makers = MakersOf(names, where);
+  for (const Maker& maker : makers) {
+    const BoundClass& objectClass = *maker.root->objectClass;
+    declarations[objectClass.where->cppName].insert("class " + objectClass.name + ";");
+  }
+  for (const auto& [cppName, lines] : declarations) {
+    if (cppName == where.cppName) continue;
+    writer.Line("namespace " + cppName + " {");
+    for (const std::string& line : lines) writer.Line(line);
+    writer.Line("}  // namespace " + cppName);
+    writer.Gap();
+  }
+  writer.Line("namespace " + where.cppName + " {");
+  writer.Line("");
+  for (const std::string& line : declarations[where.cppName]) writer.Line(line);
+  writer.Gap();
+  writer.Comment(
+      "Makes the object for the root of a document; null for an element that the schema does not "
+      "declare, and for one whose abstract type its xsi:type does not fill in.");
+  writer.Declaration(scope.Library("CObjectHandle") + " NewRoot(" + scope.Library("CXmlElement") +
+                     "* element)");
+  writer.Gap();
+  if (!makers.empty()) writer.Comment("Each makes an empty object for an element of that name.");
+  for (const Maker& maker : makers) {
+    if (!maker.root->documentation.empty()) {
+      writer.Gap();
+      writer.Comment(maker.root->documentation);
+    }
+    writer.Declaration(scope.SmartPtr(scope.Class(*maker.root->objectClass)) + " " + maker.name +
+                       "()");
+  }
+  writer.Gap();
+  writer.Line("}  // namespace " + where.cppName);
+  return writer.Take();
+}
+
+void WriteRootsSource(CScope& scope, const BoundNamespace& where, CCodeWriter& writer) {
+  scope.Include(CNames::Header(where, kRootsStem));
+  writer.Line("// --- Roots");
+  writer.Gap();
+  writer.Line(scope.Library("CObjectHandle") + " NewRoot(" + scope.Library("CXmlElement") +
+              "* element) {");
+  writer.Indent();
+  writer.Line("static constexpr " + scope.Library("CNamedElement") + " kElements[] = {");
+  writer.Indent(2);
+  for (const BoundRoot& root : where.roots) {
+    const std::string name = scope.Class(*root.objectClass);
+    writer.Call(
+        {"{",
+         {scope.Uri(root.namespaceUri), Literal(root.name),
+          root.objectClass->isAbstract ? "nullptr"
+                                       : "&" + scope.Library("NewObject") + "<" + name + ">",
+          root.isByType ? "&" + name + "::NewByType" : "nullptr"},
+         "},",
+         {}});
+  }
+  writer.Outdent(2);
+  writer.Line("};");
+  writer.Line("return " + scope.Library("NewRootObject") + "(element, kElements);");
+  writer.Outdent();
+  writer.Line("}");
+  for (const Maker& maker : MakersOf(scope.GetNames(), where)) {
+    const std::string name = scope.Class(*maker.root->objectClass);
+    writer.Gap();
+    writer.Function(scope.SmartPtr(name) + " " + maker.name + "()",
+                    {"return " + scope.Library("NewElement") + "<" + name + ">(",
+                     {Literal(maker.root->name)},
+                     ");",
+                     {}});
+  }
+}
+
+}  // namespace qzxml::generator
