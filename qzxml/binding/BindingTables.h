@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "qzxml/binding/ClassBinding.h"
 #include "qzxml/binding/Member.h"
@@ -14,6 +15,10 @@ void BuildTables(const CClassBinding& binding, CTabledClass::CTables& made);
 
 // What the class says of itself as a whole; withType where it has to write xsi:type.
 QzXmlLib16Data::CParentElementInfo* NewClassInfo(const CClassBinding& binding, bool withType);
+
+// Whether the wildcard of a member takes names of a namespace; empty for those without one.
+// Source: XML Schema 1.0 part 1, section 3.10.4.
+bool WildcardTakes(const CMember& member, std::string_view namespaceUri);
 
 // A new object of a member that is no collection; null for an abstract type.
 CObjectHandle NewMemberObject(const CMember& member);

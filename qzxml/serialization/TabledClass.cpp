@@ -9,9 +9,9 @@ namespace {
 
 // The entries with a null entry behind them, as a table is handed on.
 template <typename Entry>
-Entry** MakeTable(std::initializer_list<Entry*> entries) {
-  Entry** const table = new Entry* [entries.size() + 1] {};
-  std::copy(entries.begin(), entries.end(), table);
+Entry** MakeTable(Entry* const* entries, std::size_t count) {
+  Entry** const table = new Entry* [count + 1] {};
+  std::copy(entries, entries + count, table);
   return table;
 }
 
@@ -26,19 +26,27 @@ void CTabledClass::CTables::SetInfo(CParentElementInfo* info) {
 }
 
 void CTabledClass::CTables::SetElements(std::initializer_list<CElementInfo*> entries) {
+  SetElements(entries.begin(), entries.size());
+}
+
+void CTabledClass::CTables::SetElements(CElementInfo* const* entries, std::size_t count) {
   QZ_ASSERT_TEXT(m_pElements == nullptr, "m_pElements == 0");
   CParentElementInfo* noInfo = nullptr;
   CAttributeInfo** noAttributes = nullptr;
   CleanMetaData(noInfo, m_pElements, noAttributes);
-  m_pElements = MakeTable(entries);
+  m_pElements = MakeTable(entries, count);
 }
 
 void CTabledClass::CTables::SetAttributes(std::initializer_list<CAttributeInfo*> entries) {
+  SetAttributes(entries.begin(), entries.size());
+}
+
+void CTabledClass::CTables::SetAttributes(CAttributeInfo* const* entries, std::size_t count) {
   QZ_ASSERT_TEXT(m_pAttributes == nullptr, "m_pAttributes == 0");
   CParentElementInfo* noInfo = nullptr;
   CElementInfo** noElements = nullptr;
   CleanMetaData(noInfo, noElements, m_pAttributes);
-  m_pAttributes = MakeTable(entries);
+  m_pAttributes = MakeTable(entries, count);
 }
 
 void CTabledClass::Clean(CTables& tables) {

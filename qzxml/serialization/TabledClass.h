@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <initializer_list>
 
 #include "qzxml/platform/Export.h"
@@ -42,6 +43,8 @@ class QZXML_API CTabledClass : public CXmlGeneratedClass {
     void SetInfo(CParentElementInfo* info);
     void SetElements(std::initializer_list<CElementInfo*> entries);
     void SetAttributes(std::initializer_list<CAttributeInfo*> entries);
+    void SetElements(CElementInfo* const* entries, std::size_t count);
+    void SetAttributes(CAttributeInfo* const* entries, std::size_t count);
 
     CParentElementInfo* GetInfo() const { return m_pInfo; }
     // Ended by a null entry.

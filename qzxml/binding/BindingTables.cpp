@@ -1,0 +1,339 @@
+#include "qzxml/binding/BindingTables.h"
+
+#include <vector>
+
+#include "qzxml/binding/Messages.h"
+#include "qzxml/collections/AttributeCol.h"
+#include "qzxml/collections/Element.h"
+#include "qzxml/runtime/Functions.h"
+#include "qzxml/runtime/QzException.h"
+#include "qzxml/serialization/AttributeInfo.h"
+#include "qzxml/serialization/ElementInfoAll.h"
+#include "qzxml/serialization/ElementInfoChoice.h"
+#include "qzxml/serialization/ElementInfoSeq.h"
+#include "qzxml/values/QzVariant.h"
+#include "qzxml/xml/XmlAttribute.h"
+#include "qzxml/xml/XmlElement.h"
+
+namespace QzXmlLib16 {
+namespace detail {
+
+using namespace QzXmlLib16Data;
+
+namespace {
+
+// --- The entries of the three model groups
+
+struct Sequence {
+  using ClassMandatory = CElementInfoSeqClsMnd;
+  using ClassOptional = CElementInfoSeqClsOpt;
+  using ClassMany = CElementInfoSeqClsCol;
+  using ByTypeMandatory = CElementInfoSeqAbsClsMnd;
+  using ByTypeOptional = CElementInfoSeqAbsClsOpt;
+  using ByTypeMany = CElementInfoSeqAbsClsCol;
+  using ValueMandatory = CElementInfoSeqPrimMnd;
+  using ValueOptional = CElementInfoSeqPrimOpt;
+  using ValueMany = CElementInfoSeqPrimCol;
+  using EnumMandatory = CElementInfoSeqEnumMnd;
+  using EnumOptional = CElementInfoSeqEnumOpt;
+  using EnumMany = CElementInfoSeqEnumCol;
+  using UntypedMandatory = CElementInfoSeqUntpdMnd;
+  using UntypedOptional = CElementInfoSeqUntpdOpt;
+  using UntypedMany = CElementInfoSeqUntpdCol;
+};
+
+// Every element of an xs:all stands once at most; the table has no collections then.
+struct All {
+  using ClassMandatory = CElementInfoAllClsMnd;
+  using ClassOptional = CElementInfoAllClsOpt;
+  using ClassMany = CElementInfoAllClsCol;
+  using ByTypeMandatory = CElementInfoAllAbsClsMnd;
+  using ByTypeOptional = CElementInfoAllAbsClsOpt;
+  using ByTypeMany = CElementInfoAllAbsClsCol;
+  using ValueMandatory = CElementInfoAllPrimMnd;
+  using ValueOptional = CElementInfoAllPrimOpt;
+  using ValueMany = CElementInfoAllPrimCol;
+  using EnumMandatory = CElementInfoAllEnumMnd;
+  using EnumOptional = CElementInfoAllEnumOpt;
+  using EnumMany = CElementInfoAllPrimCol;
+  using UntypedMandatory = CElementInfoAllUntpdMnd;
+  using UntypedOptional = CElementInfoAllUntpdOpt;
+  using UntypedMany = CElementInfoAllUntpdCol;
+};
+
+// A member of a choice is optional by nature.
+struct Choice {
+  using ClassOptional = CElementInfoChoiceClsOpt;
+  using ClassMany = CElementInfoChoiceClsCol;
+  using ByTypeOptional = CElementInfoChoiceAbsClsOpt;
+  using ByTypeMany = CElementInfoChoiceAbsClsCol;
+  using ValueOptional = CElementInfoChoicePrimOpt;
+  using ValueMany = CElementInfoChoicePrimCol;
+  using EnumOptional = CElementInfoChoiceEnumOpt;
+  using EnumMany = CElementInfoChoiceEnumCol;
+  using UntypedOptional = CElementInfoChoiceUntpdOpt;
+  using UntypedMany = CElementInfoChoiceUntpdCol;
+};
+
+// Makes the entry of one child.
+template <typename Group>
+class CElementMaker {
+ public:
+  CElementMaker(const CMember& member, int index) : m_member(member), m_index(index) {}
+
+  CElementInfo* Make() const {
+    switch (m_member.form) {
+      case MemberForm::Value:
+        return m_member.type->IsEnumeration() ? MakeEnum() : MakeValue();
+      case MemberForm::Untyped:
+      case MemberForm::Wildcard:
+        return MakeUntyped();
+      case MemberForm::Object:
+      case MemberForm::Group:
+      default:
+        return m_member.newObjectByType == nullptr ? MakeObject() : MakeObjectByType();
+    }
+  }
+
+ private:
+  // The mandatory or the optional entry, with the same arguments.
+  template <typename Mandatory, typename OptionalEntry, typename... Arguments>
+  CElementInfo* MakeOne(const Arguments&... arguments) const {
+    if (m_member.occurs.min > 0) {
+      return new Mandatory(m_member.name, m_member.namespaceUri, m_index, arguments...);
+    }
+    return new OptionalEntry(m_member.name, m_member.namespaceUri, m_index, arguments...);
+  }
+
+  template <typename Many, typename... Arguments>
+  CElementInfo* MakeMany(const Arguments&... arguments) const {
+    return new Many(m_member.name, m_member.namespaceUri, m_index, arguments...);
+  }
+
+  XmlElementType GetElementType() const {
+    return m_member.form == MemberForm::Group ? XmlElementType_PseudoElement
+                                              : XmlElementType_Element;
+  }
+
+  CElementInfo* MakeValue() const {
+    if (m_member.IsCollection()) return MakeMany<typename Group::ValueMany>();
+    const CSimpleTypeInfo& type = *m_member.type;
+    const char* const noFormat = nullptr;
+    if constexpr (std::is_same_v<Group, Choice>) {
+      return MakeMany<Choice::ValueOptional>(m_member.isNillable, type.GetKind(), noFormat,
+                                             type.GetWhitespaceRule(), type.GetRestrictions(),
+                                             m_member.defaultValue);
+    } else {
+      return MakeOne<typename Group::ValueMandatory, typename Group::ValueOptional>(
+          m_member.isNillable, type.GetKind(), noFormat, type.GetWhitespaceRule(),
+          type.GetRestrictions(), m_member.defaultValue);
+    }
+  }
+
+  CElementInfo* MakeEnum() const {
+    if (m_member.IsCollection()) return MakeMany<typename Group::EnumMany>();
+    const CSimpleTypeInfo& type = *m_member.type;
+    if constexpr (std::is_same_v<Group, Choice>) {
+      return MakeMany<Choice::EnumOptional>(m_member.isNillable, type.GetEnumToString(),
+                                            type.GetStringToEnum(), m_member.defaultValue);
+    } else {
+      return MakeOne<typename Group::EnumMandatory, typename Group::EnumOptional>(
+          m_member.isNillable, type.GetEnumToString(), type.GetStringToEnum(),
+          m_member.defaultValue);
+    }
+  }
+
+  CElementInfo* MakeUntyped() const {
+    if (m_member.IsCollection()) return MakeMany<typename Group::UntypedMany>();
+    if constexpr (std::is_same_v<Group, Choice>) {
+      return MakeMany<Choice::UntypedOptional>(m_member.wildcard, m_member.namespaceUri);
+    } else {
+      return MakeOne<typename Group::UntypedMandatory, typename Group::UntypedOptional>(
+          m_member.wildcard, m_member.namespaceUri);
+    }
+  }
+
+  CElementInfo* MakeObject() const {
+    const XmlElementType elementType = GetElementType();
+    if (m_member.IsCollection()) return MakeMany<typename Group::ClassMany>(elementType);
+    if constexpr (!std::is_same_v<Group, Choice>) {
+      if (m_member.occurs.min > 0) {
+        // A mandatory child of an xs:all that is missing passes unless it requires content.
+        const bool requiresContent = m_member.requiresContent || std::is_same_v<Group, All>;
+        return MakeMany<typename Group::ClassMandatory>(elementType, m_member.newObject, 0,
+                                                        requiresContent);
+      }
+    }
+    return MakeMany<typename Group::ClassOptional>(elementType, m_member.newObject, 0);
+  }
+
+  CElementInfo* MakeObjectByType() const {
+    const XmlElementType elementType = GetElementType();
+    if (m_member.IsCollection()) return MakeMany<typename Group::ByTypeMany>(elementType);
+    if constexpr (std::is_same_v<Group, Choice>) {
+      return MakeMany<Choice::ByTypeOptional>(elementType, m_member.newObjectByType);
+    } else {
+      return MakeOne<typename Group::ByTypeMandatory, typename Group::ByTypeOptional>(
+          elementType, m_member.newObjectByType);
+    }
+  }
+
+  const CMember& m_member;
+  int m_index;
+};
+
+CElementInfo* NewElementInfo(XmlElementGroupType group, const CMember& member, int index) {
+  switch (group) {
+    case XmlElementGroupType_Choice:
+      return CElementMaker<Choice>(member, index).Make();
+    case XmlElementGroupType_All:
+      return CElementMaker<All>(member, index).Make();
+    case XmlElementGroupType_Sequence:
+    default:
+      return CElementMaker<Sequence>(member, index).Make();
+  }
+}
+
+// --- Attributes
+
+// The wildcard of attributes, with the namespaces as a schema means them.
+class CWildcardAttributeInfo : public CAttributeInfoAny {
+ public:
+  CWildcardAttributeInfo(const CMember& member, int index)
+      : CAttributeInfoAny(member.name, "", index, true, "##any", member.namespaceUri, nullptr),
+        m_member(member) {}
+
+  bool AttributeFromXml(const CSerializationContext& context, CXmlGeneratedClass* object,
+                        CXmlAttribute* attribute) override {
+    return WildcardTakes(m_member, attribute->GetNamespaceURI()) &&
+           CAttributeInfoAny::AttributeFromXml(context, object, attribute);
+  }
+
+ private:
+  const CMember& m_member;
+};
+
+CAttributeInfo* NewAttributeInfo(const CMember& member, int index) {
+  const bool optional = member.occurs.min == 0;
+  const CSimpleTypeInfo& type = *member.type;
+  if (type.IsEnumeration()) {
+    return new CAttributeInfoEnum(member.name, member.namespaceUri, index, optional,
+                                  type.GetEnumToString(), type.GetStringToEnum(),
+                                  member.defaultValue);
+  }
+  return new CAttributeInfoPrimitive(member.name, member.namespaceUri, index, optional,
+                                     type.GetKind(), nullptr, type.GetWhitespaceRule(),
+                                     type.GetRestrictions(), member.defaultValue);
+}
+
+// A property of a member that a restriction has taken away is in no table.
+bool IsAbsent(const CMember& member) { return member.occurs.max == 0; }
+
+}  // namespace
+
+bool WildcardTakes(const CMember& member, std::string_view namespaceUri) {
+  const std::string_view target = member.namespaceUri;
+  std::string_view rest = member.wildcard;
+  while (!rest.empty()) {
+    const std::size_t end = rest.find_first_of(" \t\r\n");
+    const std::string_view token = rest.substr(0, end);
+    rest = end == rest.npos ? std::string_view() : rest.substr(end + 1);
+    if (token == "##any") return true;
+    if (token == "##other") return !namespaceUri.empty() && namespaceUri != target;
+    if (token == "##local" && namespaceUri.empty()) return true;
+    if (token == "##targetNamespace" && namespaceUri == target) return true;
+    if (!token.empty() && token == namespaceUri) return true;
+  }
+  return false;
+}
+
+// --- Tables
+
+void BuildTables(const CClassBinding& binding, CTabledClass::CTables& made) {
+  const int count = binding.GetMemberCount();
+  std::vector<CAttributeInfo*> attributes;
+  std::vector<CElementInfo*> elements;
+  int wildcard = -1;  // behind all named attributes; that of the most derived class
+  for (int i = 0; i < count; ++i) {
+    const CMember& member = binding.GetMember(i);
+    if (IsAbsent(member)) continue;
+    if (member.form == MemberForm::AnyAttribute) {
+      wildcard = i;
+    } else if (member.form == MemberForm::Attribute) {
+      attributes.push_back(NewAttributeInfo(member, i));
+    } else if (member.IsElement()) {
+      elements.push_back(NewElementInfo(binding.GetTraits().group, member, i));
+    }
+  }
+  if (wildcard != -1) {
+    attributes.push_back(new CWildcardAttributeInfo(binding.GetMember(wildcard), wildcard));
+  }
+  made.SetInfo(NewClassInfo(binding, false));
+  made.SetElements(elements.data(), elements.size());
+  made.SetAttributes(attributes.data(), attributes.size());
+}
+
+CParentElementInfo* NewClassInfo(const CClassBinding& binding, bool withType) {
+  const CClassTraits& traits = binding.GetTraits();
+  int textIndex = -1;
+  ItemType textKind = ItemType_None;
+  for (int i = 0; i < binding.GetMemberCount(); ++i) {
+    const CMember& member = binding.GetMember(i);
+    if (member.form != MemberForm::Text || IsAbsent(member)) continue;
+    textIndex = i;
+    textKind = member.type->IsEnumeration() ? ItemType_string : member.type->GetKind();
+  }
+  // A group is asked for the attributes of the element around it, of which it knows nothing.
+  const bool failsOnUnknown = traits.elementType == XmlElementType_Element;
+  return new CParentElementInfo(traits.group, traits.elementType, traits.typeName,
+                                traits.namespaceUri, failsOnUnknown, withType, textIndex, textKind,
+                                nullptr, textIndex != -1);
+}
+
+CObjectHandle NewMemberObject(const CMember& member) {
+  if (member.form == MemberForm::Untyped) {
+    return CObjectHandle(
+        new CElement(member.name, member.namespaceUri, member.wildcard, member.namespaceUri));
+  }
+  return member.newObject == nullptr ? CObjectHandle() : member.newObject(0, member.name);
+}
+
+// --- Failures
+
+void CheckFixed(const CMember& member, const QzVariant& value) {
+  const CSimpleTypeInfo& type = *member.type;
+  std::string text;
+  std::string fixed = member.defaultValue;
+  if (type.IsEnumeration()) {
+    text = type.GetEnumToString()(value.GetI4());
+  } else {
+    text = value.ToString(nullptr);
+    QzVariant fixedValue;
+    fixedValue.FromString(fixed, type.GetKind(), type.GetWhitespaceRule());
+    fixed = fixedValue.ToString(nullptr);
+  }
+  if (text == fixed) return;
+  throw CQzInvalidValueException(
+      FormatString(kNotFixedValue, text.c_str(), member.name, fixed.c_str()));
+}
+
+void ThrowNothingSelected(const std::string& elementName) {
+  const CQzValidationException inner(
+      "This element is a choice, and as such must have at one (and only one) valid item, currently "
+      "there are none set",
+      "");
+  throw CQzValidationException(
+      FormatString("Failed to convert the element [%s] to XML", elementName.c_str()), "", inner);
+}
+
+void ThrowNothingPopulated(CXmlElement& parent) {
+  throw CQzValidationException(
+      FormatString("No child elements within the element [%s] were populated. The element "
+                   "represents a choice, so one and only one element should be populated. The "
+                   "element contained no sutable child elements",
+                   parent.GetLocalName().c_str()),
+      parent.GetXPath());
+}
+
+}  // namespace detail
+}  // namespace QzXmlLib16

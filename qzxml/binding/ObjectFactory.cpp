@@ -1,0 +1,53 @@
+#include "qzxml/binding/ObjectFactory.h"
+
+#include <string>
+
+#include "qzxml/serialization/XmlObjectBase.h"
+#include "qzxml/xml/XmlElement.h"
+
+namespace QzXmlLib16 {
+namespace {
+
+// Reads xsi:type.
+class CTypeOfElement : private CClassfactoryBase {
+ public:
+  explicit CTypeOfElement(CXmlElement* element)
+      : name(GetElementType(element)), namespaceUri(GetElementTypeNamespaceUri(element)) {}
+
+  const std::string name;  // empty without xsi:type
+  const std::string namespaceUri;
+};
+
+}  // namespace
+
+CObjectHandle NewObjectByType(CXmlElement* element, ClassFactory declared, const CNamedType* types,
+                              std::size_t count) {
+  if (element == nullptr) return CObjectHandle();
+  const CTypeOfElement type(element);
+  const char* const elementName = element->GetLocalName().c_str();
+  if (type.name.empty()) {
+    return declared == nullptr ? CObjectHandle() : declared(0, elementName);
+  }
+  for (std::size_t i = 0; i < count; ++i) {
+    if (type.name == types[i].name && type.namespaceUri == types[i].namespaceUri) {
+      return types[i].newObject(0, elementName);
+    }
+  }
+  return CObjectHandle();
+}
+
+CObjectHandle NewRootObject(CXmlElement* element, const CNamedElement* elements,
+                            std::size_t count) {
+  if (element == nullptr) return CObjectHandle();
+  for (std::size_t i = 0; i < count; ++i) {
+    if (element->GetLocalName() != elements[i].name ||
+        element->GetNamespaceURI() != elements[i].namespaceUri) {
+      continue;
+    }
+    return elements[i].newObjectByType == nullptr ? elements[i].newObject(0, elements[i].name)
+                                                  : elements[i].newObjectByType(element);
+  }
+  return CObjectHandle();
+}
+
+}  // namespace QzXmlLib16

@@ -1,0 +1,133 @@
+#include "qzxml/binding/ValueCol.h"
+
+#include <utility>
+
+#include "qzxml/collections/Messages.h"
+#include "qzxml/runtime/Functions.h"
+#include "qzxml/runtime/QzException.h"
+#include "qzxml/xml/XmlElement.h"
+#include "qzxml/xml/XmlWriter.h"
+
+namespace QzXmlLib16 {
+
+// The facets that the base class could check are among those of the type.
+template <ItemType kind>
+CValueCol<kind>::CValueCol(const CMember& member)
+    : Base(member.name, member.namespaceUri, member.occurs.min, member.occurs.max, nullptr, -1, -1,
+           nullptr, nullptr, nullptr, nullptr, -1, -1, -1, member.type->GetWhitespaceRule(),
+           nullptr),
+      m_member(member) {}
+
+template <ItemType kind>
+CValueCol<kind>::~CValueCol() = default;
+
+template <ItemType kind>
+void CValueCol<kind>::Add(Value value) {
+  Check(value);
+  Base::Add(std::move(value));
+}
+
+template <ItemType kind>
+void CValueCol<kind>::AddAt(int index, Value value) {
+  Check(value);
+  Base::AddAt(index, std::move(value));
+}
+
+template <ItemType kind>
+void CValueCol<kind>::AddFromString(std::string text) {
+  QzVariant value;
+  value.FromString(text, kind, m_member.type->GetWhitespaceRule());
+  Add(VariantKind<kind>::Take(value));
+}
+
+template <ItemType kind>
+void CValueCol<kind>::Check(const Value& value) const {
+  QzVariant variant;
+  VariantKind<kind>::Set(variant, value);
+  m_member.type->Check(m_member.name, variant);
+}
+
+template class CValueCol<ItemType_hexBinary>;
+template class CValueCol<ItemType_base64Binary>;
+template class CValueCol<ItemType_i1>;
+template class CValueCol<ItemType_i2>;
+template class CValueCol<ItemType_i4>;
+template class CValueCol<ItemType_i8>;
+template class CValueCol<ItemType_ui1>;
+template class CValueCol<ItemType_ui2>;
+template class CValueCol<ItemType_ui4>;
+template class CValueCol<ItemType_ui8>;
+template class CValueCol<ItemType_r4>;
+template class CValueCol<ItemType_r8>;
+template class CValueCol<ItemType_duration>;
+template class CValueCol<ItemType_yearMonth>;
+template class CValueCol<ItemType_monthDay>;
+template class CValueCol<ItemType_year>;
+template class CValueCol<ItemType_month>;
+template class CValueCol<ItemType_day>;
+template class CValueCol<ItemType_date>;
+template class CValueCol<ItemType_datetime>;
+template class CValueCol<ItemType_time>;
+template class CValueCol<ItemType_string>;
+template class CValueCol<ItemType_boolean>;
+template class CValueCol<ItemType_decimal>;
+template class CValueCol<ItemType_integer>;
+
+// --- CEnumColBase
+
+CEnumColBase::CEnumColBase(const CMember& member)
+    : CXmlCollectionBase(member.name, member.namespaceUri, member.occurs.min, member.occurs.max),
+      m_member(member) {}
+
+CEnumColBase::~CEnumColBase() = default;
+
+void CEnumColBase::Clear() {
+  while (!m_values.empty()) Remove(size() - 1);
+}
+
+void CEnumColBase::Remove(int index) {
+  NumberAt(index);
+  FireOnCollectionRemove(index);
+  m_values.erase(m_values.begin() + index);
+  FireOnCollectionRemoveComplete(index);
+  FireOnCollectionChange();
+}
+
+void CEnumColBase::AddNumberAt(int index, std::int32_t value) {
+  if (index < 0 || index > size()) throw CQzInvalidParamException(Messages::kInsertionIndex);
+  m_member.type->GetEnumToString()(value);  // refuses what is no enumerator
+  FireOnCollectionAdd(&value);
+  m_values.insert(m_values.begin() + index, value);
+  FireOnCollectionAddComplete(&value);
+  FireOnCollectionChange();
+}
+
+std::int32_t CEnumColBase::NumberAt(int index) const {
+  if (index < 0 || index >= size()) {
+    throw CQzInvalidParamException(
+        FormatString(Messages::kIndexNotInCollection, index, GetCount()));
+  }
+  return m_values[static_cast<std::size_t>(index)];
+}
+
+void CEnumColBase::ToXml_Int(CXmlWriter* writer, bool, const char* namespaceUri,
+                             const CSerializationContext& context, bool) const {
+  ValidateCount(context);
+  for (const std::int32_t value : m_values) {
+    writer->WriteStartElement(ElementName(), namespaceUri);
+    writer->WriteText(m_member.type->GetEnumToString()(value), ItemType_string, false);
+    writer->WriteEndElement();
+  }
+}
+
+CXmlElement* CEnumColBase::FromXml_Int(CXmlElement*, CXmlElement* cursor,
+                                       const CSerializationContext& context, bool) {
+  while (cursor != nullptr &&
+         DoesElementNameMatch(context, cursor, m_member.name, m_member.namespaceUri)) {
+    AddNumberAt(size(), m_member.type->GetStringToEnum()(cursor->GetText().c_str()));
+    cursor = cursor->GetNextSiblingElement();
+  }
+  return cursor;
+}
+
+}  // namespace QzXmlLib16
