@@ -335,5 +335,11 @@ void ThrowNothingPopulated(CXmlElement& parent) {
       parent.GetXPath());
 }
 
+void ThrowNoSuitableType(const CMember& member, CXmlElement& parent) {
+  throw CQzValidationException(
+      FormatString("Failed to find a suitable substitution element for [%s].", member.name),
+      parent.GetXPath());
+}
+
 }  // namespace detail
 }  // namespace QzXmlLib16

@@ -31,5 +31,8 @@ void CheckFixed(const CMember& member, const QzVariant& value);
 [[noreturn]] void ThrowNothingSelected(const std::string& elementName);
 [[noreturn]] void ThrowNothingPopulated(CXmlElement& parent);
 
+// The failure of an element whose xsi:type names no class that may stand there.
+[[noreturn]] void ThrowNoSuitableType(const CMember& member, CXmlElement& parent);
+
 }  // namespace detail
 }  // namespace QzXmlLib16

@@ -29,14 +29,18 @@ ItemType TravellingKind(const CSimpleTypeInfo& type) {
 // --- CClassBinding
 
 const CMember& CClassBinding::GetMember(std::int32_t propertyIndex) const {
-  const CClassBinding* binding = this;
-  while (true) {
+  for (const CClassBinding* binding = this; propertyIndex < binding->m_basePropertyCount;
+       binding = binding->m_base) {
     for (const CRestrictedMember& restricted : binding->m_restricted) {
       if (restricted.propertyIndex == propertyIndex) return restricted.member;
     }
-    if (propertyIndex >= binding->m_basePropertyCount) break;
-    binding = binding->m_base;
   }
+  return GetDeclaredMember(propertyIndex);
+}
+
+const CMember& CClassBinding::GetDeclaredMember(std::int32_t propertyIndex) const {
+  const CClassBinding* binding = this;
+  while (propertyIndex < binding->m_basePropertyCount) binding = binding->m_base;
   return binding->m_own.begin()[propertyIndex - binding->m_basePropertyCount];
 }
 
@@ -72,9 +76,9 @@ CBoundClass::CParentElementInfo* CBoundClass::GetClassInfo() const {
 
 // Calls visit(kind, property) with the kind as a type and the data member of a value.
 template <typename Visit>
-void CBoundClass::VisitValue(const CMember& member, Visit visit) {
-  const CProperty& property = member.property;
-  switch (TravellingKind(*member.type)) {
+void CBoundClass::VisitValue(const CMember& declared, Visit visit) {
+  const CProperty& property = declared.property;
+  switch (TravellingKind(*declared.type)) {
 #define QZXML_VISIT(kind, name) \
   case kind:                    \
     return visit(std::integral_constant<ItemType, kind>(), this->*property.m_##name);
@@ -141,8 +145,8 @@ void CBoundClass::SetEnum(std::int32_t index, std::optional<std::int32_t>& prope
   property = value;
 }
 
-void CBoundClass::ReadValue(const CMember& member, QzVariant& value) {
-  VisitValue(member, [&value](auto kind, auto& property) {
+void CBoundClass::ReadValue(const CMember& member, int index, QzVariant& value) {
+  VisitValue(m_binding->GetDeclaredMember(index), [&value](auto kind, auto& property) {
     AccessValue<decltype(kind)::value>(true, value, property);
   });
   if (value.IsValid()) {
@@ -174,7 +178,7 @@ void CBoundClass::StoreValue(const CMember& member, int index, QzVariant& value)
   }
   CheckValue(index, value);
   SelectMember(index, true);
-  VisitValue(member, [&value](auto kind, auto& property) {
+  VisitValue(m_binding->GetDeclaredMember(index), [&value](auto kind, auto& property) {
     AccessValue<decltype(kind)::value>(false, value, property);
   });
 }
@@ -260,7 +264,7 @@ void CBoundClass::SelectMember(std::int32_t index, bool hasValue) {
 void CBoundClass::OnEvent(CXmlObjectBase* sender, MsgType type, void*) {
   if (type != MsgType_CollectionAdd && type != MsgType_CollectionRemoveComplete) return;
   for (std::int32_t i = 0; i < m_binding->GetMemberCount(); ++i) {
-    const CMember& member = m_binding->GetMember(i);
+    const CMember& member = m_binding->GetDeclaredMember(i);
     if (!member.IsCollection()) continue;
     CXmlCollectionBase* const collection = this->*member.property.m_collection;
     if (collection == nullptr || collection->GetBase() != sender) continue;
@@ -280,11 +284,12 @@ void CBoundClass::AccessProperty(int index, bool read, QzVariant& value) const {
   CBoundClass& self = const_cast<CBoundClass&>(*this);
   const CMember& member = m_binding->GetMember(index);
   if (member.IsCollection()) {
-    if (read) value.SetXmlCollection(&GetCollection(index, this->*member.property.m_collection));
+    const CProperty& property = m_binding->GetDeclaredMember(index).property;
+    if (read) value.SetXmlCollection(&GetCollection(index, this->*property.m_collection));
   } else if (!member.IsValue()) {
     self.AccessObjectMember(member, index, read, value);
   } else if (read) {
-    self.ReadValue(member, value);
+    self.ReadValue(member, index, value);
   } else {
     self.StoreValue(member, index, value);
   }
@@ -292,7 +297,7 @@ void CBoundClass::AccessProperty(int index, bool read, QzVariant& value) const {
 
 void CBoundClass::AccessObjectMember(const CMember& member, int index, bool read,
                                      QzVariant& value) {
-  CObjectHandle& property = this->*member.property.m_object;
+  CObjectHandle& property = this->*m_binding->GetDeclaredMember(index).property.m_object;
   if (read) {
     value.SetXmlObject(GetObject(index, property));
     return;

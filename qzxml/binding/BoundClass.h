@@ -179,10 +179,10 @@ class QZXML_API CBoundClass : public CTabledClass {
   bool IsNilObject() const;
 
   void AccessObjectMember(const CMember& member, int index, bool read, QzVariant& value);
-  void ReadValue(const CMember& member, QzVariant& value);
+  void ReadValue(const CMember& member, int index, QzVariant& value);
   void StoreValue(const CMember& member, int index, QzVariant& value);
   template <typename Visit>
-  void VisitValue(const CMember& member, Visit visit);
+  void VisitValue(const CMember& declared, Visit visit);
 
   CClassBinding* m_binding;
   std::int32_t m_selected = -1;

@@ -58,8 +58,9 @@ struct CClassTraits {
   }
 };
 
-// A member that a class derived by restriction has in another form than its base class: the
-// property keeps its index and its data member.
+// A member that a class derived by restriction has in another form than its base class. It keeps
+// the index and the data member of the base's property, so that the simple type has the base's kind
+// and the property here is not looked at; {0, 0} occurrences take the member out of the class.
 struct CRestrictedMember {
   std::int32_t propertyIndex;
   CMember member;
@@ -124,6 +125,8 @@ class QZXML_API CClassBinding {
   std::int32_t GetMemberCount() const { return m_basePropertyCount + m_own.size(); }
   // The member as this class has it. The index is below the count.
   const CMember& GetMember(std::int32_t propertyIndex) const;
+  // The member as the class that has the data member declares it, with the property.
+  const CMember& GetDeclaredMember(std::int32_t propertyIndex) const;
 
  private:
   friend class CBoundClass;

@@ -56,7 +56,7 @@ CXmlElement* CBoundObjectCol::FromXml_Int(CXmlElement* parent, CXmlElement* curs
     const CObjectHandle item = m_member.newObjectByType == nullptr
                                    ? m_member.newObject(0, m_member.name)
                                    : m_member.newObjectByType(cursor);
-    if (item == nullptr) break;
+    if (item == nullptr) detail::ThrowNoSuitableType(m_member, *parent);
     CXmlObjectBase::FromXml_Int(item, cursor, cursor->GetFirstElement(), context);
     AddObject(item);
     cursor = cursor->GetNextSiblingElement();

@@ -1,0 +1,167 @@
+#include "tests/schemas/RoundTrip.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <sstream>
+#include <string>
+
+#include "qzxml/QzXml.h"
+
+namespace qztest {
+
+using namespace QzXmlLib16;
+
+namespace {
+
+constexpr char kInstance[] = "http://www.w3.org/2001/XMLSchema-instance";
+
+std::string Collapsed(const std::string& text) {
+  std::istringstream words(text);
+  std::string all;
+  for (std::string word; words >> word;) all += all.empty() ? word : " " + word;
+  return all;
+}
+
+// One form for all texts of a value, whatever its type may be: numbers and dates without what does
+// not count, everything else without white space that does not count in most types.
+std::string ValueText(const std::string& text) {
+  std::string value = Collapsed(text);
+  if (value.empty()) return value;
+  if (value == "1") return "true";
+  if (value == "0") return "false";
+  for (const ItemType type : {ItemType_decimal, ItemType_r8, ItemType_datetime, ItemType_duration}) {
+    try {
+      QzVariant variant;
+      variant.FromString(value, type, CWhitespaceUtils::WhitespaceRule_Collapse);
+      const std::string made = variant.ToString(nullptr);
+      return made == "1" ? "true" : made == "0" ? "false" : made;
+    } catch (const CQzException&) {
+    }
+  }
+  value.erase(std::remove(value.begin(), value.end(), ' '), value.end());  // of base64
+  return value;
+}
+
+// What a document says about itself and not about its content.
+bool IsLeftOut(const CXmlAttribute& attribute) {
+  return attribute.GetNamespaceURI() == kInstance && attribute.GetLocalName() != "nil";
+}
+
+void AppendTree(const CXmlElement& element, const std::string& path,
+                std::vector<std::string>& lines) {
+  const std::string here =
+      path + "/{" + element.GetNamespaceURI() + "}" + element.GetLocalName();
+  lines.push_back(here + " = " + ValueText(element.GetText()));
+  std::vector<std::string> attributes;
+  for (const CXmlAttribute* attribute : element.GetAttributes()) {
+    if (IsLeftOut(*attribute)) continue;
+    attributes.push_back(here + "/@{" + attribute->GetNamespaceURI() + "}" +
+                         attribute->GetLocalName() + " = " + ValueText(attribute->GetValue()));
+  }
+  std::sort(attributes.begin(), attributes.end());
+  lines.insert(lines.end(), attributes.begin(), attributes.end());
+  for (const CXmlElement* child = element.GetFirstElement(); child != nullptr;
+       child = child->GetNextSiblingElement()) {
+    AppendTree(*child, here, lines);
+  }
+}
+
+std::vector<std::string> TreeLines(const CXmlElement& root) {
+  std::vector<std::string> lines;
+  AppendTree(root, "", lines);
+  return lines;
+}
+
+std::vector<std::string> TreeLines(const std::string& text) {
+  const CSerializationContext context;
+  CXmlDocument document(context);
+  document.LoadXml(text.c_str());
+  return TreeLines(*document.GetDocumentElement());
+}
+
+// The first place where two trees differ; empty where they do not.
+std::string Difference(const std::vector<std::string>& read,
+                       const std::vector<std::string>& written) {
+  for (std::size_t i = 0; i < std::max(read.size(), written.size()); ++i) {
+    const std::string was = i < read.size() ? read[i] : "(end)";
+    const std::string is = i < written.size() ? written[i] : "(end)";
+    if (was != is) return was + " became " + is;
+  }
+  return "";
+}
+
+void Report(const char* what, const char* verdict, std::string detail) {
+  std::replace(detail.begin(), detail.end(), '\n', ' ');
+  std::replace(detail.begin(), detail.end(), '\t', ' ');
+  std::printf("%s\t%s\t%s\n", what, verdict, detail.c_str());
+}
+
+CObjectHandle NewRoot(const std::vector<AbstractClassFactory>& makers, CXmlElement* element) {
+  for (const AbstractClassFactory maker : makers) {
+    if (const CObjectHandle root = maker(element)) return root;
+  }
+  return CObjectHandle();
+}
+
+// Sends an object through another format and reports what is not the same behind it.
+template <typename Send>
+void TryFormat(const char* format, CXmlElement& root, CXmlObjectBase& object, Send send,
+               const std::vector<AbstractClassFactory>& makers) {
+  try {
+    const CObjectHandle second = NewRoot(makers, &root);
+    send(object, *second);
+    const std::string difference = Difference(TreeLines(object.ToXml()), TreeLines(second->ToXml()));
+    if (!difference.empty()) Report(format, "differs", difference);
+  } catch (const CQzException& e) {
+    Report(format, "refused", e.GetFullMessage());
+  }
+}
+
+void TryFormats(CXmlElement& root, CXmlObjectBase& object,
+                const std::vector<AbstractClassFactory>& makers) {
+  const auto fastInfoset = [](CXmlObjectBase& from, CXmlObjectBase& to) {
+    to.FromXmlStream(from.ToFastInfosetStream());
+  };
+  TryFormat("fastinfoset", root, object, fastInfoset, makers);
+  const auto json = [](CXmlObjectBase& from, CXmlObjectBase& to) {
+    to.FromJson(from.ToJson().c_str());
+  };
+  TryFormat("json", root, object, json, makers);
+}
+
+void TryFile(const char* file, bool withFormats,
+             const std::vector<AbstractClassFactory>& makers) {
+  try {
+    const CSerializationContext context;
+    CXmlDocument document(context);
+    document.LoadXmlFile(file);
+    CXmlElement* const root = document.GetDocumentElement();
+    const CObjectHandle object = NewRoot(makers, root);
+    if (object == nullptr) {
+      return Report(file, "no root", root->GetNamespaceURI() + " " + root->GetLocalName());
+    }
+    object->FromXmlElement(root);
+    const std::string difference = Difference(TreeLines(*root), TreeLines(object->ToXml()));
+    Report(file, difference.empty() ? "same" : "differs", difference);
+    if (withFormats && difference.empty()) TryFormats(*root, *object, makers);
+  } catch (const CQzException& e) {
+    Report(file, "refused", e.GetFullMessage());
+  }
+}
+
+}  // namespace
+
+int RunRoundTrip(int argc, char** argv, const std::vector<AbstractClassFactory>& makers) {
+  bool withFormats = false;
+  for (int i = 1; i < argc; ++i) {
+    if (std::strcmp(argv[i], "--formats") == 0) {
+      withFormats = true;
+    } else {
+      TryFile(argv[i], withFormats, makers);
+    }
+  }
+  return 0;
+}
+
+}  // namespace qztest
