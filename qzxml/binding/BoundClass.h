@@ -70,9 +70,6 @@ class QZXML_API CBoundClass : public CTabledClass {
 
   // --- Values. The index is that of the property, which decides about the check.
 
-  template <ItemType kind>
-  using ValueOf = typename VariantKind<kind>::Value;
-
   // Absent values answer an empty one: no text, zero, false.
   template <typename Value>
   static const Value& ValueOrEmpty(const std::optional<Value>& property) {
@@ -80,35 +77,14 @@ class QZXML_API CBoundClass : public CTabledClass {
     return property ? *property : kEmpty;
   }
 
-  // Absent values answer the default of the schema.
-  template <ItemType kind>
-  ValueOf<kind> ValueOrDefault(std::int32_t index,
-                               const std::optional<ValueOf<kind>>& property) const {
-    if (property) return *property;
-    QzVariant value;
-    DefaultValue(index, value);
-    return VariantKind<kind>::Take(value);
-  }
+  // Absent values answer the default of the schema. Value is one of those that a CProperty points
+  // at; how it travels is said by the table of members.
+  template <typename Value>
+  Value ValueOrDefault(std::int32_t index, const std::optional<Value>& property) const;
 
   // No value makes the property absent, and gives it up in a choice. Throws what the check throws;
   // in a choice CQzInvalidStateException "The Property [%s] is already set. Only one element within
   // this class bay be set at a time" while another member is selected.
-  template <ItemType kind>
-  void SetValue(std::int32_t index, std::optional<ValueOf<kind>>& property,
-                std::optional<ValueOf<kind>> value) {
-    if (value) {
-      QzVariant variant;
-      VariantKind<kind>::Set(variant, *value);
-      CheckValue(index, variant);
-    }
-    SelectMember(index, value.has_value());
-    property = std::move(value);
-  }
-
-  // The same with the kind that the table of members says, for generated code: its accessors need
-  // not know how a value travels. Value is one of those that a CProperty points at.
-  template <typename Value>
-  Value ValueOrDefault(std::int32_t index, const std::optional<Value>& property) const;
   template <typename Value>
   void SetValue(std::int32_t index, std::optional<Value>& property,
                 typename detail::NotDeduced<std::optional<Value>>::Type value);

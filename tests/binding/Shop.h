@@ -38,9 +38,7 @@ class CCustomer : public CBoundClass, public QzXmlLib16::CNillableState {
   CCustomer();
   const std::string& GetName() const { return ValueOrEmpty(m_name); }
   bool IsSetName() const { return m_name.has_value(); }
-  void SetName(const std::string& value) {
-    SetValue<QzXmlLib16::ItemType_string>(Property_Name, m_name, value);
-  }
+  void SetName(const std::string& value) { SetValue(Property_Name, m_name, value); }
 
  private:
   enum Property : int { Property_Name };
@@ -54,9 +52,7 @@ class CCustomer : public CBoundClass, public QzXmlLib16::CNillableState {
 class CItem : public CBoundClass {
  public:
   const CDecimal& GetPrice() const { return ValueOrEmpty(m_price); }
-  void SetPrice(const CDecimal& value) {
-    SetValue<QzXmlLib16::ItemType_decimal>(Property_Price, m_price, value);
-  }
+  void SetPrice(const CDecimal& value) { SetValue(Property_Price, m_price, value); }
   static CObjectHandle NewByType(CXmlElement* element);
 
  protected:
@@ -73,9 +69,7 @@ class CBook : public CItem {
  public:
   CBook();
   const std::string& GetTitle() const { return ValueOrEmpty(m_title); }
-  void SetTitle(const std::string& value) {
-    SetValue<QzXmlLib16::ItemType_string>(Property_Title, m_title, value);
-  }
+  void SetTitle(const std::string& value) { SetValue(Property_Title, m_title, value); }
 
  private:
   enum Property : int { Property_Title = CItem::Property_Count };
@@ -110,7 +104,7 @@ class COrder : public CBoundClass {
     Selected GetSelected() const { return static_cast<Selected>(GetSelectedMember()); }
     const std::optional<std::string>& GetCard() const { return m_card; }
     void SetCard(const std::optional<std::string>& value) {
-      SetValue<QzXmlLib16::ItemType_string>(Property_Card, m_card, value);
+      SetValue(Property_Card, m_card, value);
     }
     CSmartPtr<CCustomer> GetWrap() const;
     CSmartPtr<CCustomer> EnsureWrap();
@@ -132,13 +126,9 @@ class COrder : public CBoundClass {
    public:
     CStep();
     const std::optional<bool>& GetPick() const { return m_pick; }
-    void SetPick(const std::optional<bool>& value) {
-      SetValue<QzXmlLib16::ItemType_boolean>(Property_Pick, m_pick, value);
-    }
+    void SetPick(const std::optional<bool>& value) { SetValue(Property_Pick, m_pick, value); }
     const std::optional<bool>& GetPack() const { return m_pack; }
-    void SetPack(const std::optional<bool>& value) {
-      SetValue<QzXmlLib16::ItemType_boolean>(Property_Pack, m_pack, value);
-    }
+    void SetPack(const std::optional<bool>& value) { SetValue(Property_Pack, m_pack, value); }
 
    private:
     enum Property : int { Property_Pick, Property_Pack };
@@ -153,25 +143,21 @@ class COrder : public CBoundClass {
 
   std::int32_t GetId() const { return ValueOrEmpty(m_id); }
   bool IsSetId() const { return m_id.has_value(); }
-  void SetId(std::int32_t value) { SetValue<QzXmlLib16::ItemType_i4>(Property_Id, m_id, value); }
+  void SetId(std::int32_t value) { SetValue(Property_Id, m_id, value); }
   Currency GetCurrency() const {
     return static_cast<Currency>(EnumOrDefault(Property_Currency, m_currency));
   }
   bool IsSetCurrency() const { return m_currency.has_value(); }
   void SetCurrency(std::optional<Currency> value) { SetEnum(Property_Currency, m_currency, value); }
-  std::string GetVersion() const {
-    return ValueOrDefault<QzXmlLib16::ItemType_string>(Property_Version, m_version);
-  }
+  std::string GetVersion() const { return ValueOrDefault(Property_Version, m_version); }
   void SetVersion(const std::optional<std::string>& value) {
-    SetValue<QzXmlLib16::ItemType_string>(Property_Version, m_version, value);
+    SetValue(Property_Version, m_version, value);
   }
   CAttributeCol& GetOtherAttributes() const;
   CSmartPtr<CCustomer> GetCustomer() const;
   void SetCustomer(CCustomer* value);
   const std::optional<std::string>& GetNote() const { return m_note; }
-  void SetNote(const std::optional<std::string>& value) {
-    SetValue<QzXmlLib16::ItemType_string>(Property_Note, m_note, value);
-  }
+  void SetNote(const std::optional<std::string>& value) { SetValue(Property_Note, m_note, value); }
   CSmartPtr<CGift> GetGift() const;
   CObjectCol<CItem>& GetItems() const;
   CValueCol<QzXmlLib16::ItemType_string>& GetTags() const;
@@ -179,7 +165,7 @@ class COrder : public CBoundClass {
   CEnumCol<Currency>& GetColours() const;
   const std::string& GetComment() const { return ValueOrEmpty(m_comment); }
   void SetComment(const std::optional<std::string>& value) {
-    SetValue<QzXmlLib16::ItemType_string>(Property_Comment, m_comment, value);
+    SetValue(Property_Comment, m_comment, value);
   }
   CObjectCol<CStep>& GetSteps() const;
   CWildcardCol& GetAny() const;
@@ -225,13 +211,9 @@ class CWeight : public CBoundClass {
  public:
   CWeight();
   const CDecimal& GetValue() const { return ValueOrEmpty(m_value); }
-  void SetValue(const CDecimal& value) {
-    CBoundClass::SetValue<QzXmlLib16::ItemType_decimal>(Property_Value, m_value, value);
-  }
+  void SetValue(const CDecimal& value) { CBoundClass::SetValue(Property_Value, m_value, value); }
   const std::string& GetUnit() const { return ValueOrEmpty(m_unit); }
-  void SetUnit(const std::string& value) {
-    CBoundClass::SetValue<QzXmlLib16::ItemType_string>(Property_Unit, m_unit, value);
-  }
+  void SetUnit(const std::string& value) { CBoundClass::SetValue(Property_Unit, m_unit, value); }
 
  private:
   enum Property : int { Property_Unit, Property_Value };
@@ -246,13 +228,9 @@ class CPayment : public CBoundClass {
  public:
   CPayment();
   const std::optional<std::string>& GetCard() const { return m_card; }
-  void SetCard(const std::optional<std::string>& value) {
-    SetValue<QzXmlLib16::ItemType_string>(Property_Card, m_card, value);
-  }
+  void SetCard(const std::optional<std::string>& value) { SetValue(Property_Card, m_card, value); }
   const std::optional<std::string>& GetIban() const { return m_iban; }
-  void SetIban(const std::optional<std::string>& value) {
-    SetValue<QzXmlLib16::ItemType_string>(Property_Iban, m_iban, value);
-  }
+  void SetIban(const std::optional<std::string>& value) { SetValue(Property_Iban, m_iban, value); }
 
  private:
   enum Property : int { Property_Card, Property_Iban };

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "qzxml/QzXml.h"
+#include "qzxml/binding/Member.h"
 
 namespace qztest {
 
@@ -30,7 +31,8 @@ std::string ValueText(const std::string& text) {
   if (value.empty()) return value;
   if (value == "1") return "true";
   if (value == "0") return "false";
-  for (const ItemType type : {ItemType_decimal, ItemType_r8, ItemType_datetime, ItemType_duration}) {
+  for (const ItemType type :
+       {ItemType_decimal, ItemType_r8, ItemType_datetime, ItemType_duration}) {
     try {
       QzVariant variant;
       variant.FromString(value, type, CWhitespaceUtils::WhitespaceRule_Collapse);
@@ -50,8 +52,7 @@ bool IsLeftOut(const CXmlAttribute& attribute) {
 
 void AppendTree(const CXmlElement& element, const std::string& path,
                 std::vector<std::string>& lines) {
-  const std::string here =
-      path + "/{" + element.GetNamespaceURI() + "}" + element.GetLocalName();
+  const std::string here = path + "/{" + element.GetNamespaceURI() + "}" + element.GetLocalName();
   lines.push_back(here + " = " + ValueText(element.GetText()));
   std::vector<std::string> attributes;
   for (const CXmlAttribute* attribute : element.GetAttributes()) {
@@ -111,7 +112,8 @@ void TryFormat(const char* format, CXmlElement& root, CXmlObjectBase& object, Se
   try {
     const CObjectHandle second = NewRoot(makers, &root);
     send(object, *second);
-    const std::string difference = Difference(TreeLines(object.ToXml()), TreeLines(second->ToXml()));
+    const std::string difference =
+        Difference(TreeLines(object.ToXml()), TreeLines(second->ToXml()));
     if (!difference.empty()) Report(format, "differs", difference);
   } catch (const CQzException& e) {
     Report(format, "refused", e.GetFullMessage());
@@ -130,12 +132,11 @@ void TryFormats(CXmlElement& root, CXmlObjectBase& object,
   TryFormat("json", root, object, json, makers);
 }
 
-void TryFile(const char* file, bool withFormats,
-             const std::vector<AbstractClassFactory>& makers) {
+void TryFile(const char* file, bool withFormats, const std::vector<AbstractClassFactory>& makers) {
   try {
     const CSerializationContext context;
     CXmlDocument document(context);
-    document.LoadXmlFile(file);
+    document.Load(file);
     CXmlElement* const root = document.GetDocumentElement();
     const CObjectHandle object = NewRoot(makers, root);
     if (object == nullptr) {
