@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "qzxml/binding/BindingTables.h"
+#include "qzxml/binding/BoundClassDetail.h"
 #include "qzxml/binding/Messages.h"
 #include "qzxml/collections/Element.h"
 #include "qzxml/collections/XmlCollectionBase.h"
@@ -18,11 +19,6 @@ using namespace QzXmlLib16Data;
 namespace {
 
 constexpr char kWhitespace[] = " \t\r\n";
-
-// The kind that a value has on its way between property and document.
-ItemType TravellingKind(const CSimpleTypeInfo& type) {
-  return type.IsEnumeration() ? ItemType_i4 : type.GetKind();
-}
 
 }  // namespace
 
@@ -74,48 +70,6 @@ CBoundClass::CParentElementInfo* CBoundClass::GetClassInfo() const {
 
 // --- Values
 
-// Calls visit(kind, property) with the kind as a type and the data member of a value.
-template <typename Visit>
-void CBoundClass::VisitValue(const CMember& declared, Visit visit) {
-  const CProperty& property = declared.property;
-  switch (TravellingKind(*declared.type)) {
-#define QZXML_VISIT(kind, name) \
-  case kind:                    \
-    return visit(std::integral_constant<ItemType, kind>(), this->*property.m_##name);
-    QZXML_VISIT(ItemType_hexBinary, binary)
-    QZXML_VISIT(ItemType_base64Binary, binary)
-    QZXML_VISIT(ItemType_i1, i1)
-    QZXML_VISIT(ItemType_i2, i2)
-    QZXML_VISIT(ItemType_i4, i4)
-    QZXML_VISIT(ItemType_i8, i8)
-    QZXML_VISIT(ItemType_ui1, ui1)
-    QZXML_VISIT(ItemType_ui2, ui2)
-    QZXML_VISIT(ItemType_ui4, ui4)
-    QZXML_VISIT(ItemType_ui8, ui8)
-    QZXML_VISIT(ItemType_r4, r4)
-    QZXML_VISIT(ItemType_r8, r8)
-    QZXML_VISIT(ItemType_duration, duration)
-    QZXML_VISIT(ItemType_yearMonth, dateTime)
-    QZXML_VISIT(ItemType_monthDay, dateTime)
-    QZXML_VISIT(ItemType_year, ui2)
-    QZXML_VISIT(ItemType_month, ui1)
-    QZXML_VISIT(ItemType_day, ui1)
-    QZXML_VISIT(ItemType_date, dateTime)
-    QZXML_VISIT(ItemType_datetime, dateTime)
-    QZXML_VISIT(ItemType_time, dateTime)
-    QZXML_VISIT(ItemType_char, i1)
-    QZXML_VISIT(ItemType_string, string)
-    QZXML_VISIT(ItemType_boolean, boolean)
-    QZXML_VISIT(ItemType_decimal, decimal)
-    QZXML_VISIT(ItemType_integer, integer)
-#undef QZXML_VISIT
-    case ItemType_None:
-    case ItemType_XmlObjectBase:
-    case ItemType_XmlCollection:
-      break;
-  }
-}
-
 void CBoundClass::CheckValue(std::int32_t index, const QzVariant& value) const {
   const CMember& member = m_binding->GetMember(index);
   member.type->Check(member.name, value);
@@ -146,8 +100,8 @@ void CBoundClass::SetEnum(std::int32_t index, std::optional<std::int32_t>& prope
 }
 
 void CBoundClass::ReadValue(const CMember& member, int index, QzVariant& value) {
-  VisitValue(m_binding->GetDeclaredMember(index), [&value](auto kind, auto& property) {
-    AccessValue<decltype(kind)::value>(true, value, property);
+  VisitValue(m_binding->GetDeclaredMember(index), [this, &value](auto kind, auto property) {
+    AccessValue<decltype(kind)::value>(true, value, this->*property);
   });
   if (value.IsValid()) {
     // The class's own text passes as it stands.
@@ -178,8 +132,8 @@ void CBoundClass::StoreValue(const CMember& member, int index, QzVariant& value)
   }
   CheckValue(index, value);
   SelectMember(index, true);
-  VisitValue(m_binding->GetDeclaredMember(index), [&value](auto kind, auto& property) {
-    AccessValue<decltype(kind)::value>(false, value, property);
+  VisitValue(m_binding->GetDeclaredMember(index), [this, &value](auto kind, auto property) {
+    AccessValue<decltype(kind)::value>(false, value, this->*property);
   });
 }
 
@@ -317,7 +271,7 @@ void CBoundClass::Init() {
         const CCollectionHandle& collection = this->*member.property.m_collection;
         if (collection != nullptr && collection->GetCount() > 0) collection->Clear();
       } else if (member.IsValue()) {
-        VisitValue(member, [](auto, auto& property) { property.reset(); });
+        VisitValue(member, [this](auto, auto property) { (this->*property).reset(); });
       } else {
         this->*member.property.m_object = nullptr;
       }

@@ -62,6 +62,9 @@ class QZXML_API CBoundClass : public CTabledClass {
   // Gives the object another tag.
   void TakeElementName(const char* name) { SetElementName(name); }
 
+  // A new object of the same class with copies of all that this one holds; nobody listens to it.
+  CObjectHandle NewCopy() const;
+
   // Hears of the collections of a choice.
   void OnEvent(CXmlObjectBase* sender, MsgType type, void* data) override;
 
@@ -158,7 +161,7 @@ class QZXML_API CBoundClass : public CTabledClass {
   void ReadValue(const CMember& member, int index, QzVariant& value);
   void StoreValue(const CMember& member, int index, QzVariant& value);
   template <typename Visit>
-  void VisitValue(const CMember& declared, Visit visit);
+  static void VisitValue(const CMember& declared, Visit visit);
 
   CClassBinding* m_binding;
   std::int32_t m_selected = -1;

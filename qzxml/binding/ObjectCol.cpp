@@ -77,6 +77,11 @@ CXmlElement* CBoundObjectCol::GroupsFromXml(CXmlElement* parent, CXmlElement* cu
   return cursor;
 }
 
+void CBoundObjectCol::CopyItems(const CXmlCollectionBase& from) {
+  const CNode* node = dynamic_cast<const CBoundObjectCol&>(from).GetFirstNode();
+  for (; node != nullptr; node = node->next) AppendItem(detail::CopyOfObject(*node->item));
+}
+
 // --- CWildcardCol
 
 CWildcardCol::CWildcardCol(const CMember& member)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "qzxml/binding/ItemCopying.h"
 #include "qzxml/binding/Member.h"
 #include "qzxml/collections/Element.h"
 #include "qzxml/collections/ElementCol.h"
@@ -12,7 +13,7 @@ namespace QzXmlLib16 {
 
 // The objects of a member that may stand more than once: elements of a class, or the items of a
 // repeated model group, which have no tag. Classes use CObjectCol over it.
-class QZXML_API CBoundObjectCol : public CXmlCollection {
+class QZXML_API CBoundObjectCol : public CXmlCollection, private detail::IItemCopying {
  public:
   ~CBoundObjectCol() override;
 
@@ -35,6 +36,7 @@ class QZXML_API CBoundObjectCol : public CXmlCollection {
                            const CSerializationContext& context, bool optionalChoice) override;
 
  private:
+  void CopyItems(const CXmlCollectionBase& from) override;
   CXmlElement* GroupsFromXml(CXmlElement* parent, CXmlElement* cursor,
                              const CSerializationContext& context);
 

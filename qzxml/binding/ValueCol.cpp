@@ -47,6 +47,11 @@ void CValueCol<kind>::Check(const Value& value) const {
   m_member.type->Check(m_member.name, variant);
 }
 
+template <ItemType kind>
+void CValueCol<kind>::CopyItems(const CXmlCollectionBase& from) {
+  for (const auto& value : dynamic_cast<const CValueCol<kind>&>(from)) Base::Add(value);
+}
+
 template class CValueCol<ItemType_hexBinary>;
 template class CValueCol<ItemType_base64Binary>;
 template class CValueCol<ItemType_i1>;
@@ -108,6 +113,12 @@ std::int32_t CEnumColBase::NumberAt(int index) const {
         FormatString(Messages::kIndexNotInCollection, index, GetCount()));
   }
   return m_values[static_cast<std::size_t>(index)];
+}
+
+void CEnumColBase::CopyItems(const CXmlCollectionBase& from) {
+  for (const std::int32_t value : dynamic_cast<const CEnumColBase&>(from).m_values) {
+    AddNumberAt(size(), value);
+  }
 }
 
 void CEnumColBase::ToXml_Int(CXmlWriter* writer, bool, const char* namespaceUri,

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "qzxml/binding/ItemCopying.h"
 #include "qzxml/binding/Member.h"
 #include "qzxml/collections/DateTimeCols.h"
 #include "qzxml/collections/NumberCols.h"
@@ -56,7 +57,7 @@ QZXML_COLLECTION_OF(integer)
 // The values of a member that may stand more than once: the library's collection of their kind,
 // which also holds each value against the simple type of the member.
 template <ItemType kind>
-class QZXML_API CValueCol : public detail::CollectionOf<kind>::Type {
+class QZXML_API CValueCol : public detail::CollectionOf<kind>::Type, private detail::IItemCopying {
  public:
   using Base = typename detail::CollectionOf<kind>::Type;
   using Value = typename VariantKind<kind>::Value;
@@ -78,6 +79,7 @@ class QZXML_API CValueCol : public detail::CollectionOf<kind>::Type {
 
  private:
   void Check(const Value& value) const;
+  void CopyItems(const CXmlCollectionBase& from) override;
 
   const CMember& m_member;
 };
@@ -88,7 +90,7 @@ CXmlCollectionBase* NewValueCol(const CMember& member) {
 }
 
 // The enumerators of a member that may stand more than once, as numbers. Classes use CEnumCol.
-class QZXML_API CEnumColBase : public CXmlCollectionBase {
+class QZXML_API CEnumColBase : public CXmlCollectionBase, private detail::IItemCopying {
  public:
   explicit CEnumColBase(const CMember& member);
   ~CEnumColBase() override;
@@ -114,6 +116,8 @@ class QZXML_API CEnumColBase : public CXmlCollectionBase {
                            const CSerializationContext& context, bool optionalChoice) override;
 
  private:
+  void CopyItems(const CXmlCollectionBase& from) override;
+
   const CMember& m_member;
   std::vector<std::int32_t> m_values;
 };

@@ -256,6 +256,45 @@ TEST(BoundClass, WritesItsTypeOnlyWhereAnotherOneIsDeclared) {
             "<AA:item xmlns:AA=\"urn:shop\" price=\"1\"><AA:title>T</AA:title></AA:item>");
 }
 
+// --- Copies
+
+TEST(BoundClass, ACopyHoldsCopiesOfEverything) {
+  COrder order;
+  order.FromXml(kOrder);
+  const CObjectHandle copied = order.NewCopy();
+  COrder& copy = dynamic_cast<COrder&>(*copied);
+  const std::string before = order.ToXml();
+  EXPECT_EQ(copy.ToXml(), before);
+  copy.SetId(99);
+  copy.GetCustomer()->SetName("Zoe");
+  copy.GetItems()[0]->SetPrice(CDecimal(1));
+  copy.GetTags().Add("z");
+  copy.GetColours().Remove(0);
+  copy.GetAny()[0]->SetText("less");
+  copy.GetOtherAttributes().Clear();
+  copy.GetGift()->SetCard(std::nullopt);
+  EXPECT_EQ(order.ToXml(), before);
+  EXPECT_EQ(copy.GetGift()->GetSelected(), COrder::CGift::Selected_None);
+}
+
+TEST(BoundClass, ACopyOfANilObjectIsNil) {
+  CCustomer customer;
+  customer.SetIsNil(true);
+  const CObjectHandle copied = customer.NewCopy();
+  EXPECT_TRUE(dynamic_cast<CCustomer&>(*copied).GetIsNil());
+}
+
+TEST(BoundClass, ACopyOfAChoiceHearsOfItsCollection) {
+  COrder::CGift gift;
+  gift.GetStamps().Add(2);
+  const CObjectHandle copied = gift.NewCopy();
+  COrder::CGift& copy = dynamic_cast<COrder::CGift&>(*copied);
+  EXPECT_EQ(copy.GetSelected(), COrder::CGift::Selected_Stamps);
+  copy.GetStamps().Clear();
+  copy.SetCard("c");
+  EXPECT_EQ(gift.GetSelected(), COrder::CGift::Selected_Stamps);
+}
+
 // --- Choices
 
 TEST(BoundClass, AChoiceTellsWhichMemberIsSelected) {
