@@ -6,7 +6,7 @@
 namespace QzXmlLib16 {
 namespace detail {
 
-class IItemCopying {
+class QZXML_API IItemCopying {
  public:
   // Appends copies of all items of a collection of the same class.
   virtual void CopyItems(const CXmlCollectionBase& from) = 0;

@@ -13,7 +13,7 @@ namespace QzXmlLib16 {
 
 // The objects of a member that may stand more than once: elements of a class, or the items of a
 // repeated model group, which have no tag. Classes use CObjectCol over it.
-class QZXML_API CBoundObjectCol : public CXmlCollection, private detail::IItemCopying {
+class QZXML_API CBoundObjectCol : public CXmlCollection, public detail::IItemCopying {
  public:
   ~CBoundObjectCol() override;
 

@@ -57,7 +57,7 @@ QZXML_COLLECTION_OF(integer)
 // The values of a member that may stand more than once: the library's collection of their kind,
 // which also holds each value against the simple type of the member.
 template <ItemType kind>
-class QZXML_API CValueCol : public detail::CollectionOf<kind>::Type, private detail::IItemCopying {
+class QZXML_API CValueCol : public detail::CollectionOf<kind>::Type, public detail::IItemCopying {
  public:
   using Base = typename detail::CollectionOf<kind>::Type;
   using Value = typename VariantKind<kind>::Value;
@@ -90,7 +90,7 @@ CXmlCollectionBase* NewValueCol(const CMember& member) {
 }
 
 // The enumerators of a member that may stand more than once, as numbers. Classes use CEnumCol.
-class QZXML_API CEnumColBase : public CXmlCollectionBase, private detail::IItemCopying {
+class QZXML_API CEnumColBase : public CXmlCollectionBase, public detail::IItemCopying {
  public:
   explicit CEnumColBase(const CMember& member);
   ~CEnumColBase() override;
