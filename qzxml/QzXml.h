@@ -2,10 +2,16 @@
 
 // Everything that an application or a generated class needs of the library.
 
+#include "qzxml/binding/BoundClass.h"
 #include "qzxml/binding/BuiltInTypes.h"
+#include "qzxml/binding/ClassBinding.h"
 #include "qzxml/binding/EnumerationInfo.h"
+#include "qzxml/binding/Member.h"
+#include "qzxml/binding/ObjectCol.h"
+#include "qzxml/binding/ObjectFactory.h"
 #include "qzxml/binding/SimpleTypeInfo.h"
 #include "qzxml/binding/TextRules.h"
+#include "qzxml/binding/ValueCol.h"
 #include "qzxml/binding/XsdType.h"
 #include "qzxml/collections/Attribute.h"
 #include "qzxml/collections/AttributeCol.h"
