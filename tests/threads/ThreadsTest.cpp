@@ -78,6 +78,28 @@ TEST(Threads, ReadJsonInOneContextThatNobodyChanges) {
   });
 }
 
+TEST(Threads, WriteAndReadFastInfosetInOneContextThatNobodyChanges) {
+  const CSerializationContext context;  // its options of Fast Infoset are made by whoever is first
+  CSerializationContext withVocabulary;
+  CFastInfosetContext& options = withVocabulary.GetFIContext();
+  options.SetSuggestedValues();
+  options.SetUseGeneratedVocabulary(true);
+  options.GetVocabulary()->AddElement("", "", "name");
+  OnThreads([&](int thread) {
+    for (int i = 0; i < 20; ++i) {
+      gpx::CGpx object;
+      object.FromXml(Document(thread).c_str(), context);
+      for (const CSerializationContext* shared :
+           {&context, static_cast<const CSerializationContext*>(&withVocabulary)}) {
+        gpx::CGpx again;
+        again.FromXmlStream(object.ToFastInfosetStream(FInfoDecl_None, *shared), *shared);
+        EXPECT_EQ(object.ToXml(), again.ToXml());
+      }
+    }
+  });
+  EXPECT_EQ(1u, options.GetVocabulary()->GetElementNamesTable().m_table.size());
+}
+
 TEST(Threads, FailAtOnce) {
   OnThreads([](int) {
     for (int i = 0; i < 50; ++i) {
