@@ -155,6 +155,17 @@ TEST_F(FastInfosetReader, AStringIsNeverTakenForFastInfoset) {
   EXPECT_QZ_THROW(CQzException, "unknown encoding at line 1", document.LoadXml(octets.c_str()));
 }
 
+TEST_F(FastInfosetReader, AFileThatIsReadInChunksIsTakenForXml) {
+  const qztest::TemporaryFile file(FinfOf("3C 00 61 FF"));
+  AsyncFromXmlFile(true);
+  CXmlDocument document;
+  EXPECT_QZ_THROW(CQzException, "not well-formed (invalid token) at line 1",
+                  document.Load(file.path().c_str()));
+  AsyncFromXmlFile(false);
+  document.Load(file.path().c_str());
+  EXPECT_EQ("a", qztest::Shape(document));
+}
+
 // --- Items of the document
 
 TEST_F(FastInfosetReader, EndsAreWholeOctets) {

@@ -189,6 +189,16 @@ TEST(FastInfosetWriter, CallsWithoutAnElementAssert) {
   EXPECT_QZ_ASSERT("m_pContext != 0", writer.WriteAttribute("k", "", "v", ItemType_string));
   EXPECT_QZ_ASSERT("m_pContext != 0", writer.WriteXsiType("", "T", ItemType_string));
   EXPECT_QZ_ASSERT("m_pContext != 0", writer.WriteXsiNil());
+#if !defined(QZXML_ASSERTIONS)
+  constexpr char kBehind[] = "Attributes must be added before elements";
+  writer.WriteText("t", ItemType_string, false);
+  writer.WriteEndElement();
+  EXPECT_QZ_THROW(CQzException, kBehind, writer.WriteAttribute("k", "", "v", ItemType_string));
+  EXPECT_QZ_THROW(CQzException, kBehind, writer.WriteXsiType("", "T", ItemType_string));
+  EXPECT_QZ_THROW(CQzException, kBehind, writer.WriteXsiNil());
+  writer.WriteDocumentEnd();
+  EXPECT_EQ("F0", stream.GetData().GetAsHexString());
+#endif
 }
 
 // ---- Ends ----
