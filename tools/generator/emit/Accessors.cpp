@@ -5,6 +5,20 @@ namespace {
 
 std::string Property(const BoundMember& member) { return "Property_" + member.name; }
 
+// An operation of CBoundClass, by its whole name where an accessor hides it: the member Value has a
+// SetValue of its own.
+std::string Operation(const BoundClass& boundClass, const std::string& name) {
+  for (const BoundClass* at = &boundClass; at != nullptr; at = at->base) {
+    for (const BoundMember& member : at->members) {
+      if (name == "Get" + member.name || name == "Set" + member.name ||
+          name == "Ensure" + member.name) {
+        return "CBoundClass::" + name;
+      }
+    }
+  }
+  return name;
+}
+
 // The class of a single object.
 std::string ObjectType(const CScope& scope, const BoundMember& member) {
   return member.objectClass == nullptr ? scope.Library("CElement")
@@ -54,9 +68,9 @@ bool WriteComment(const BoundMember& member, Access access, CCodeWriter& writer)
 
 // --- Values
 
-CallText SetterBody(const BoundMember& member) {
+CallText SetterBody(const BoundClass& boundClass, const BoundMember& member) {
   const bool isMoved = !member.simple->isPassedByValue && !IsEnum(member);
-  return {IsEnum(member) ? "SetEnum(" : "SetValue(",
+  return {Operation(boundClass, IsEnum(member) ? "SetEnum" : "SetValue") + "(",
           {Property(member), member.variable, isMoved ? "std::move(value)" : "value"},
           ");",
           {}};
@@ -94,15 +108,15 @@ void WriteValueGetter(const CScope& scope, const BoundMember& member, Access acc
   }
 }
 
-void WriteValueAccessors(const CScope& scope, const BoundMember& member, Access access,
-                         CCodeWriter& writer) {
+void WriteValueAccessors(const CScope& scope, const BoundClass& boundClass,
+                         const BoundMember& member, Access access, CCodeWriter& writer) {
   WriteValueGetter(scope, member, access, writer);
   if (access != Access::OptionalValue) WriteIsSet(member, writer);
   const bool isOptional = access == Access::OptionalValue || !member.IsMandatory();
   const std::string type = scope.Value(*member.simple);
   writer.Function("void Set" + member.name + "(" +
                       (isOptional ? "std::optional<" + type + ">" : type) + " value)",
-                  SetterBody(member));
+                  SetterBody(boundClass, member));
 }
 
 // --- Objects
@@ -154,7 +168,7 @@ void WriteAccessors(const CScope& scope, const BoundClass& boundClass, const Bou
   } else if (access == Access::Object || access == Access::OptionalObject) {
     WriteObjectAccessors(scope, member, access, writer);
   } else {
-    WriteValueAccessors(scope, member, access, writer);
+    WriteValueAccessors(scope, boundClass, member, access, writer);
   }
   if (hasComment) writer.Gap();  // so that the next one is not taken for its
 }
@@ -168,22 +182,32 @@ void WriteAccessorDefinitions(const CScope& scope, const BoundClass& boundClass,
     const std::string type = scope.Collection(member);
     writer.Gap();
     writer.Function(type + "& " + name + "Get" + member.name + "() const",
-                    {"return GetCollection<" + type + ">(", arguments, ");", {}});
+                    {"return " + Operation(boundClass, "GetCollection") + "<" + type + ">(",
+                     arguments,
+                     ");",
+                     {}});
     return;
   }
   if (access != Access::Object && access != Access::OptionalObject) return;
   const std::string type = ObjectType(scope, member);
   writer.Gap();
-  writer.Function(scope.SmartPtr(type) + " " + name + "Get" + member.name + "() const",
-                  {"return GetObject<" + type + ">(", arguments, ");", {}});
+  writer.Function(
+      scope.SmartPtr(type) + " " + name + "Get" + member.name + "() const",
+      {"return " + Operation(boundClass, "GetObject") + "<" + type + ">(", arguments, ");", {}});
   if (access == Access::OptionalObject && IsMakeable(member)) {
     writer.Gap();
     writer.Function(scope.SmartPtr(type) + " " + name + "Ensure" + member.name + "()",
-                    {"return EnsureObject<" + type + ">(", arguments, ");", {}});
+                    {"return " + Operation(boundClass, "EnsureObject") + "<" + type + ">(",
+                     arguments,
+                     ");",
+                     {}});
   }
   writer.Gap();
   writer.Function("void " + name + "Set" + member.name + "(" + type + "* value)",
-                  {"SetObject(", {Property(member), member.variable, "value"}, ");", {}});
+                  {Operation(boundClass, "SetObject") + "(",
+                   {Property(member), member.variable, "value"},
+                   ");",
+                   {}});
 }
 
 }  // namespace qzxml::generator

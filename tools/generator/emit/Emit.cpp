@@ -14,7 +14,7 @@ namespace qzxml::generator {
 namespace {
 
 std::string FirstLine(const EmitOptions& options) {
-  std::string line = "// Made by qzxml generate";
+  std::string line = kFirstWords;
   for (std::size_t i = 0; i < options.schemaNames.size(); ++i) {
     const std::string name = (i == 0 ? " from " : ", ") + options.schemaNames[i];
     if (line.size() + name.size() > kColumns - 10) {

@@ -7,6 +7,9 @@
 
 namespace qzxml::generator {
 
+// How every generated file begins.
+inline constexpr char kFirstWords[] = "// Made by qzxml generate";
+
 // "#include" lines in two blocks, each followed by an empty line.
 void WriteIncludes(const std::set<std::string>& standard, const std::set<std::string>& local,
                    CCodeWriter& writer);

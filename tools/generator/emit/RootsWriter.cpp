@@ -1,7 +1,6 @@
 #include "tools/generator/emit/RootsWriter.h"
 
 #include <cctype>
-#include <map>
 #include <set>
 #include <vector>
 
@@ -54,24 +53,22 @@ std::string WriteRootsHeader(const CNames& names, const BoundNamespace& where,
                              const std::string& firstLine) {
   CCodeWriter writer;
   CScope scope(names, where, CScope::Place::Header);
-  BeginHeader(firstLine, {}, {"qzxml/binding/ObjectFactory.h"}, writer);
-
-  std::map<std::string, std::set<std::string>> declarations;
+  // Classes of other namespaces are included: this namespace is the only one of the header.
+  std::set<std::string> includes = {"qzxml/binding/ObjectFactory.h"};
+  std::set<std::string> declarations;
   const std::vector<Maker> makers = MakersOf(names, where);
   for (const Maker& maker : makers) {
     const BoundClass& objectClass = *maker.root->objectClass;
-    declarations[objectClass.where->cppName].insert("class " + objectClass.name + ";");
+    if (objectClass.where == &where && objectClass.outer == nullptr) {
+      declarations.insert("class " + objectClass.name + ";");
+    } else {
+      includes.insert(names.ClassHeader(objectClass));
+    }
   }
-  for (const auto& [cppName, lines] : declarations) {
-    if (cppName == where.cppName) continue;
-    writer.Line("namespace " + cppName + " {");
-    for (const std::string& line : lines) writer.Line(line);
-    writer.Line("}  // namespace " + cppName);
-    writer.Gap();
-  }
+  BeginHeader(firstLine, {}, includes, writer);
   writer.Line("namespace " + where.cppName + " {");
   writer.Line("");
-  for (const std::string& line : declarations[where.cppName]) writer.Line(line);
+  for (const std::string& line : declarations) writer.Line(line);
   writer.Gap();
   writer.Comment(
       "Makes the object for the root of a document; null for an element that the schema does not "

@@ -1,0 +1,125 @@
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <memory>
+#include <ostream>
+
+#include "tools/generator/Generate.h"
+#include "tools/qzxml/Commands.h"
+#include "tools/qzxml/Failure.h"
+
+namespace qztool {
+namespace {
+
+using qzxml::generator::Diagnostic;
+using qzxml::generator::GenerateOptions;
+using qzxml::generator::GenerateResult;
+
+bool IsIdentifier(const std::string& name) {
+  const auto isLetter = [](char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+  };
+  return !name.empty() && isLetter(name[0]) && std::all_of(name.begin(), name.end(), [&](char c) {
+    return isLetter(c) || (c >= '0' && c <= '9');
+  });
+}
+
+// "" for a name that C++ takes as that of a namespace, "a" or "a::b".
+std::string CheckNamespace(const std::string& name) {
+  for (std::size_t at = 0;;) {
+    const std::size_t colons = name.find("::", at);
+    if (!IsIdentifier(name.substr(at, colons - at))) {
+      return "'" + name + "' is no C++ namespace";
+    }
+    if (colons == name.npos) return "";
+    at = colons + 2;
+  }
+}
+
+// A URI may hold '=', a C++ namespace does not.
+std::string TakeMap(const std::string& text, GenerateOptions& options) {
+  const std::size_t equals = text.rfind('=');
+  if (equals == text.npos) return "'" + text + "' is not URI=NAMESPACE";
+  const std::string name = text.substr(equals + 1);
+  if (const std::string failure = CheckNamespace(name); !failure.empty()) return failure;
+  options.cppNamespaces[text.substr(0, equals)] = name;
+  return "";
+}
+
+void Tell(const GenerateResult& result, CConsole& console) {
+  for (Diagnostic diagnostic : result.diagnostics) {
+    if (diagnostic.severity == qzxml::generator::Severity_Warning) {
+      diagnostic.message = "warning: " + diagnostic.message;
+    }
+    console.err << Printable(diagnostic.ToString()) << '\n';
+  }
+}
+
+void RunGenerate(const GenerateOptions& options, CConsole& console) {
+  GenerateResult result;
+  try {
+    result = qzxml::generator::Generate(options);
+  } catch (const qzxml::generator::COutputError& e) {
+    throw CFailure(ExitCode_File, Printable(e.what()));
+  }
+  Tell(result, console);
+  if (result.hasErrors) {
+    throw CFailure(ExitCode_Document, options.schemas.front() + ": nothing was generated");
+  }
+  if (!options.isDry) return;
+  for (const std::string& file : result.outputs) console.out << file << '\n';
+}
+
+}  // namespace
+
+void AddGenerateCommand(CLI::App& app, CConsole& console) {
+  const auto options = std::make_shared<GenerateOptions>();
+  CLI::App* const command = app.add_subcommand("generate", "Make C++ classes of XML schemas");
+  command->add_option("SCHEMA", options->schemas, "The schemas, XSD 1.0 files")->required();
+  command
+      ->add_option("-o,--output", options->output,
+                   "The folder for the sources; programs include from it")
+      ->required()
+      ->type_name("FOLDER");
+  command
+      ->add_option("-n,--namespace", options->cppNamespace,
+                   "The C++ namespace for the target namespace of the schemas; without it one is "
+                   "derived")
+      ->type_name("NAME")
+      ->check(CheckNamespace, "", "namespace");
+  command
+      ->add_option_function<std::vector<std::string>>(
+          "--map",
+          [options](const std::vector<std::string>& maps) {
+            for (const std::string& map : maps) {
+              const std::string failure = TakeMap(map, *options);
+              if (!failure.empty()) throw CLI::ValidationError("--map", failure);
+            }
+          },
+          "The C++ namespace for another target namespace")
+      ->type_name("URI=NAME")
+      ->allow_extra_args(false);
+  command
+      ->add_option("--catalog", options->catalogs,
+                   "An XML catalog that says where imported schemas are; nothing is ever fetched "
+                   "from the network")
+      ->type_name("FILE")
+      ->allow_extra_args(false);
+  command
+      ->add_option("--depfile", options->depfile,
+                   "Write the schemas that were read, for make and ninja")
+      ->type_name("FILE");
+  command
+      ->add_option("--parts", options->parts,
+                   "Make so many sources, NAME_1.cpp and so on, in the folder itself")
+      ->check(CLI::Range(1, 10000))
+      ->type_name("NUMBER");
+  command->add_option("--part-name", options->partStem, "The NAME of --parts (default: generated)")
+      ->check([](const std::string& name) {
+        return IsIdentifier(name) ? "" : "'" + name + "' is no name of letters and digits";
+      });
+  command->add_flag("--list", options->isDry,
+                    "Only print the files, relative to the folder, one a line");
+  command->callback([options, &console] { RunGenerate(*options, console); });
+}
+
+}  // namespace qztool
