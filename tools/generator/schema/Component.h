@@ -26,8 +26,9 @@ struct Component {
   virtual ~Component() = default;
 
   const ComponentKind kind;
-  QName name;             // of an anonymous type: empty but for the namespace of its schema
-  bool isGlobal = false;  // a child of xs:schema or xs:redefine, or built in
+  QName name;                // of an anonymous type: empty but for the namespace of its schema
+  bool isGlobal = false;     // a child of xs:schema or xs:redefine, or built in
+  bool isRedefined = false;  // xs:redefine put another in its place, whose base or part it may be
   const Component* context = nullptr;  // the component that a local one stands in; else null
   std::string documentation;  // the texts of xs:documentation: trimmed, one empty line between two
   Location location;

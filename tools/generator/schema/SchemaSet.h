@@ -12,6 +12,7 @@
 namespace qzxml::generator {
 
 class CSchemaBuilder;
+struct SchemaStorage;
 
 // One schema file in one target namespace: a file that is included by schemas of two namespaces,
 // having none itself, is there twice. Lists are in the order of the file.
@@ -80,9 +81,8 @@ class CSchemaSet {
 
  private:
   friend class CSchemaBuilder;
-  struct Storage;
 
-  std::unique_ptr<Storage> m_pStorage;
+  std::unique_ptr<SchemaStorage> m_pStorage;
   std::vector<const SchemaDocument*> m_documents;
   std::vector<TargetNamespace> m_targetNamespaces;
   std::vector<std::string> m_files;
