@@ -79,13 +79,15 @@ std::string WriteSimpleTypesHeader(const BoundNamespace& where, const std::strin
       });
 }
 
-// The library's collections come with the classes that have some.
+// The library's collections come with the classes that have some; what all may throw is added.
 std::string WriteWholeHeader(const std::set<std::string>& headers, const std::string& firstLine) {
   CCodeWriter writer;
   writer.Line(firstLine);
   writer.Line("#pragma once");
   writer.Gap();
-  for (const std::string& header : headers) writer.Line("#include \"" + header + "\"");
+  std::set<std::string> all = headers;
+  all.insert("qzxml/runtime/QzException.h");
+  for (const std::string& header : all) writer.Line("#include \"" + header + "\"");
   return writer.Take();
 }
 

@@ -24,6 +24,8 @@ std::string Reason() { return errno == 0 ? "unknown failure" : std::strerror(err
 
 // Nothing for a file that is not there or can not be read; it is written then.
 std::optional<std::string> Read(const fs::path& path) {
+  std::error_code error;
+  if (!fs::is_regular_file(path, error)) return std::nullopt;
   std::ifstream stream(path, std::ios::binary);
   if (!stream) return std::nullopt;
   std::string text((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
