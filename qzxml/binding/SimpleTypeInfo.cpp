@@ -13,6 +13,58 @@ namespace QzXmlLib16 {
 
 namespace {
 
+CDateTime::DTType GetForm(ItemType kind) {
+  switch (kind) {
+    case ItemType_yearMonth:
+      return CDateTime::dt_gYearMonth;
+    case ItemType_monthDay:
+      return CDateTime::dt_gMonthDay;
+    case ItemType_date:
+      return CDateTime::dt_date;
+    case ItemType_time:
+      return CDateTime::dt_time;
+    default:
+      return CDateTime::dt_dateTime;
+  }
+}
+
+CDateTime GetDateTime(const QzVariant& value) {
+  switch (value.GetTypeAsEnum()) {
+    case ItemType_yearMonth:
+      return value.GetYearMonth();
+    case ItemType_monthDay:
+      return value.GetMonthDay();
+    case ItemType_date:
+      return value.GetDate();
+    case ItemType_time:
+      return value.GetTime();
+    default:
+      return value.GetDateTime();
+  }
+}
+
+// The text of a value as XML Schema writes it. The library writes no time at all as "P".
+std::string GetText(const QzVariant& value) {
+  const std::string text = value.ToString(nullptr);
+  const bool isNoTime = value.GetTypeAsEnum() == ItemType_duration && text.back() == 'P';
+  return isNoTime ? "PT0S" : text;
+}
+
+// Conversions leave two things to whoever stores the value: a date of another form than that of its
+// kind, and data whose base64 text was none.
+void CheckForm(const char* memberName, const QzVariant& value) {
+  const ItemType kind = value.GetTypeAsEnum();
+  std::string text;
+  if (detail::HoldsDateTime(kind)) {
+    const CDateTime date = GetDateTime(value);
+    if (date.GetType() == GetForm(kind)) return;
+    text = date.ToString();
+  } else if (kind != ItemType_base64Binary || !value.GetBase64Binary().IsRefusedBase64()) {
+    return;
+  }
+  throw CQzException(FormatString(Messages::kInvalidTextValue, memberName, text.c_str()));
+}
+
 // The failure of the kind's own facet test.
 [[noreturn]] void ThrowInvalidValue(const char* memberName, const QzVariant& value,
                                     const std::string& text) {
@@ -60,14 +112,6 @@ namespace {
 
 }  // namespace
 
-bool CSimpleTypeInfo::HasFacets() const {
-  return m_facets.m_pattern != nullptr || m_facets.m_minInclusive != nullptr ||
-         m_facets.m_maxInclusive != nullptr || m_facets.m_minExclusive != nullptr ||
-         m_facets.m_maxExclusive != nullptr || m_facets.m_minLength >= 0 ||
-         m_facets.m_maxLength >= 0 || m_facets.m_length >= 0 || m_facets.m_totalDigits >= 0 ||
-         m_facets.m_fractionDigits >= 0;
-}
-
 const CPrimitiveRestrictions& CSimpleTypeInfo::GetRestrictions() const {
   const CPrimitiveRestrictions* found = m_restrictions.load(std::memory_order_acquire);
   if (found == nullptr) {
@@ -90,13 +134,14 @@ void CSimpleTypeInfo::Check(const char* memberName, const QzVariant& value) cons
     m_enumToString(value.GetI4());
     return;
   }
-  if (HasFacets()) CheckPrimitiveRestriction(memberName, value, m_kind, GetRestrictions());
+  CheckForm(memberName, value);
+  if (m_hasFacets) CheckPrimitiveRestriction(memberName, value, m_kind, GetRestrictions());
   if (m_rules != nullptr) CheckRules(memberName, value);
 }
 
 void CSimpleTypeInfo::CheckRules(const char* memberName, const QzVariant& value) const {
   if (m_kind == ItemType_string) return m_rules->Check(memberName, value.GetStringReference());
-  const std::string text = value.ToString(nullptr);
+  const std::string text = GetText(value);
   if (!m_rules->Accepts(text)) ThrowInvalidValue(memberName, value, text);
 }
 

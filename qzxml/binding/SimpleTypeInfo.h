@@ -72,6 +72,12 @@ class QZXML_API CSimpleTypeInfo {
       return With(&CFacets::m_fractionDigits, digits);
     }
 
+    constexpr bool IsEmpty() const {
+      return m_pattern == nullptr && m_minInclusive == nullptr && m_maxInclusive == nullptr &&
+             m_minExclusive == nullptr && m_maxExclusive == nullptr && m_minLength < 0 &&
+             m_maxLength < 0 && m_length < 0 && m_totalDigits < 0 && m_fractionDigits < 0;
+    }
+
    private:
     friend class CSimpleTypeInfo;
     template <typename T>
@@ -127,9 +133,10 @@ class QZXML_API CSimpleTypeInfo {
   const CPrimitiveRestrictions& GetRestrictions() const;
 
   // Checks a value of the type's kind. A nil value and one that is not set pass. An enumeration's
-  // value passes when it has a text.
-  // Throws what CheckPrimitiveRestriction throws, "Invalid Value for %s [%s]." and its like, for
-  // rules too; asserts "value.GetTypeAsEnum() == m_kind".
+  // value passes when it has a text, a date when it has the form of its kind ("2004-05" is no
+  // date), data unless they come of a base64 text that was none. Throws what
+  // CheckPrimitiveRestriction throws, "Invalid Value for %s [%s]." and its like, for rules too;
+  // asserts "value.GetTypeAsEnum() == m_kind".
   void Check(const char* memberName, const QzVariant& value) const;
 
   // Whether a document may have the text as a value of the type: that it can be converted to the
@@ -139,13 +146,17 @@ class QZXML_API CSimpleTypeInfo {
  private:
   constexpr CSimpleTypeInfo(ItemType kind, WhitespaceRule whitespace, const CFacets& facets,
                             const CTextRules* rules)
-      : m_kind(kind), m_whitespace(whitespace), m_facets(facets), m_rules(rules) {}
+      : m_kind(kind),
+        m_whitespace(whitespace),
+        m_hasFacets(!facets.IsEmpty()),
+        m_facets(facets),
+        m_rules(rules) {}
 
-  bool HasFacets() const;
   void CheckRules(const char* memberName, const QzVariant& value) const;
 
   ItemType m_kind;
   WhitespaceRule m_whitespace;
+  bool m_hasFacets = false;
   CFacets m_facets;
   const CTextRules* m_rules = nullptr;  // not owned
   EnumToString m_enumToString = nullptr;

@@ -211,4 +211,6 @@ void CBinaryData::SetAsBase64(const char* text) {
   m_pBuffer = new CBinaryDataBuffer(bytes.release(), length, true);
 }
 
+bool CBinaryData::IsRefusedBase64() const { return m_pBuffer != nullptr && m_pBuffer->IsEmpty(); }
+
 }  // namespace QzXmlLib16

@@ -90,6 +90,8 @@ class QZXML_API CBinaryData {
   // gives no failure but a store of length 0, whose next access asserts "m_dwLen > 0"; without
   // assertions it answers as an empty value does.
   void SetAsBase64(const char* text);
+  // Whether such a text left it so. Asserts nothing.
+  bool IsRefusedBase64() const;
 
  private:
   void MakePrivate();

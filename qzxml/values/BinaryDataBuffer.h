@@ -48,6 +48,8 @@ class QZXML_API CBinaryDataBuffer {
   unsigned char* GetData() const;
   std::uint32_t GetLength() const;
 
+  bool IsEmpty() const { return m_dwLen == 0; }  // asserts nothing
+
   // The byte behind the last, set to zero.
   unsigned char& GetPastEnd() {
     m_pastEnd = 0;

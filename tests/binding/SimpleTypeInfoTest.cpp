@@ -158,6 +158,53 @@ TEST(SimpleTypeInfo, BoundsOfDatesInRulesAreThoseOfXmlSchema) {
   }
 }
 
+TEST(SimpleTypeInfo, ADateHasTheFormOfItsKind) {
+  const struct {
+    ItemType kind;
+    const char* form;
+    std::vector<std::string> others;
+  } cases[] = {
+      {ItemType_date, "2004-05-06Z", {"2004-05", "2004", "--05-06", "---06"}},
+      {ItemType_yearMonth, "2004-05", {"2004-05-06", "--05"}},
+      {ItemType_monthDay, "--05-06", {"2004-05-06", "---06"}},
+      {ItemType_datetime, "2004-05-06T07:08:09", {}},
+      {ItemType_time, "07:08:09", {}},
+  };
+  for (const auto& c : cases) {
+    const CSimpleTypeInfo type(c.kind, kCollapse);
+    type.Check("when", Read(type, c.form));
+    for (const std::string& other : c.others) {
+      EXPECT_QZ_THROW(CQzException, "Invalid Value for when [" + other + "].",
+                      type.Check("when", Read(type, other.c_str())));
+    }
+  }
+  const CSimpleTypeInfo date(ItemType_date, kCollapse);
+  QzVariant unset;
+  unset.SetDate(CDateTime());
+  EXPECT_QZ_THROW(CQzException, "Invalid Value for when [Error: Date Not Set].",
+                  date.Check("when", unset));
+}
+
+TEST(SimpleTypeInfo, RefusesWhatABase64TextThatIsNoneLeft) {
+  static const CTextRules s_some = CTextRules(XsdType_base64Binary).MaxLength(3);
+  static const CSimpleTypeInfo s_type(ItemType_base64Binary, kCollapse,
+                                      Facets().MinLength(0).MaxLength(3), s_some);
+  s_type.Check("data", Read(s_type, "YWJj"));
+  s_type.Check("data", Read(s_type, ""));
+  EXPECT_QZ_THROW(CQzException, "Invalid Value for data [].",
+                  s_type.Check("data", Read(s_type, "Y!Jj")));
+}
+
+TEST(SimpleTypeInfo, NoTimeAtAllIsADurationForRules) {
+  static const CTextRules s_short = CTextRules(XsdType_duration).MaxExclusive("P1D");
+  static const CSimpleTypeInfo s_type(ItemType_duration, kCollapse, s_short);
+  s_type.Check("time", Read(s_type, "PT0S"));
+  s_type.Check("time", Read(s_type, "-PT0S"));
+  s_type.Check("time", Read(s_type, "PT23H"));
+  EXPECT_QZ_THROW(CQzException, "Invalid Value for time [PT24H].",
+                  s_type.Check("time", Read(s_type, "PT24H")));
+}
+
 TEST(SimpleTypeInfo, PassesWhatIsNilOrNotSet) {
   QzVariant nil;
   nil.SetString("XXL");

@@ -30,6 +30,17 @@ CBinaryData Bytes(const std::string& text) {
 
 // ---- Construction and copying ----
 
+TEST(BinaryData, TellsWhetherABase64TextWasNone) {
+  CBinaryData data;
+  EXPECT_FALSE(data.IsRefusedBase64());
+  data.SetAsBase64("YWJj");
+  EXPECT_FALSE(data.IsRefusedBase64());
+  data.SetAsBase64("Y!Jj");
+  EXPECT_TRUE(data.IsRefusedBase64());
+  data.SetAsBase64("");
+  EXPECT_FALSE(data.IsRefusedBase64());
+}
+
 TEST(BinaryData, IsEmptyByDefaultAndFromNothing) {
   unsigned char byte = 'x';
   for (const CBinaryData& data : {CBinaryData(), CBinaryData(""), CBinaryData(&byte, 0, false),
