@@ -23,6 +23,7 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/QzXmlConfigVersion.cmake
 install(FILES
   ${PROJECT_BINARY_DIR}/QzXmlConfig.cmake
   ${PROJECT_BINARY_DIR}/QzXmlConfigVersion.cmake
+  ${PROJECT_SOURCE_DIR}/cmake/QzXmlGenerate.cmake
   DESTINATION ${_qzxml_package})
 if(NOT BUILD_SHARED_LIBS)
   install(FILES ${PROJECT_SOURCE_DIR}/cmake/FindPCRE2.cmake DESTINATION ${_qzxml_package})
