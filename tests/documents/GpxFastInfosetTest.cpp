@@ -10,6 +10,7 @@
 
 #include "examples/Gpx.h"
 #include "tests/support/Documents.h"
+#include "tests/support/MixedText.h"
 #include "tests/support/QzTest.h"
 #include "tests/support/TreeText.h"
 
@@ -24,37 +25,6 @@ constexpr char kGpx[] = "http://www.topografix.com/GPX/1/1";
 constexpr char kXsi[] = "http://www.w3.org/2001/XMLSchema-instance";
 constexpr char kNotInAlphabet[] =
     "Failed to write FastInfoset. Invalid character not found for Restricted Alphabet.";
-
-void ForEach(const CXmlElement* element, const std::function<void(const CXmlElement&)>& visit) {
-  visit(*element);
-  for (const CXmlElement* child = element->GetFirstElement(); child != nullptr;
-       child = child->GetNextSiblingElement()) {
-    ForEach(child, visit);
-  }
-}
-
-void WriteTree(CXmlWriter& writer, const CXmlElement* element) {
-  writer.WriteStartElement(element->GetLocalName(), element->GetNamespaceURI());
-  for (const CXmlAttribute* attribute : element->GetAttributes()) {
-    writer.WriteAttribute(attribute->GetLocalName(), attribute->GetNamespaceURI(),
-                          attribute->GetValue(), ItemType_string);
-  }
-  const CXmlElement* child = element->GetFirstElement();
-  if (child == nullptr) writer.WriteText(element->GetText(), ItemType_string, false);
-  for (; child != nullptr; child = child->GetNextSiblingElement()) WriteTree(writer, child);
-  writer.WriteEndElement();
-}
-
-// The document without what stands between its elements, which open content keeps as text.
-std::string WithoutMixedText(const CXmlDocument& document) {
-  CTextStream stream;
-  CXmlTextWriter writer(&stream);
-  writer.StartDocument();
-  writer.SetFormatted(false);
-  WriteTree(writer, document.GetDocumentElement());
-  writer.EndDocument();
-  return stream.TakeText();
-}
 
 // --- The options of a trip
 
@@ -94,7 +64,7 @@ void GeneratedVocabulary(CSerializationContext& context, const CXmlElement* root
   options.SetExternalVocabularyURI("urn:gpx:vocabulary");
   CFIVocabulary& vocabulary = *options.GetVocabulary();
   std::set<std::string> texts;
-  ForEach(root, [&](const CXmlElement& element) {
+  qztest::ForEachElement(root, [&](const CXmlElement& element) {
     vocabulary.AddElement("", element.GetNamespaceURI(), element.GetLocalName());
     for (const CXmlAttribute* attribute : element.GetAttributes()) {
       vocabulary.AddAttribute("", attribute->GetNamespaceURI(), attribute->GetLocalName());
@@ -153,7 +123,7 @@ bool HasTimeOutsideTheAlphabet(const std::string& xml) {
   CXmlDocument document;
   document.LoadXml(xml.c_str());
   bool has = false;
-  ForEach(document.GetDocumentElement(), [&](const CXmlElement& element) {
+  qztest::ForEachElement(document.GetDocumentElement(), [&](const CXmlElement& element) {
     has = has || (element.GetNamespaceURI() == kGpx && element.GetLocalName() == "time" &&
                   !IsInAlphabet(element.GetText()));
   });
@@ -218,7 +188,7 @@ bool HasMixedText(const std::string& xml) {
   CXmlDocument document;
   document.LoadXml(xml.c_str());
   bool has = false;
-  ForEach(document.GetDocumentElement(), [&](const CXmlElement& element) {
+  qztest::ForEachElement(document.GetDocumentElement(), [&](const CXmlElement& element) {
     has = has || (element.GetFirstElement() != nullptr &&
                   !CWhitespaceUtils::Collapse(element.GetText()).empty());
   });
@@ -246,7 +216,7 @@ void TryTrips(const std::string& file, Counts& counts) {
   if (isMixed) ++counts.mixed;
   CXmlDocument document;
   document.LoadXml(xml.c_str());
-  const std::string withoutMixedText = WithoutMixedText(document);
+  const std::string withoutMixedText = qztest::WithoutMixedText(document);
   if (!isMixed) ExpectTrip(xml, Ways().front(), false);
   for (const Way& way : Ways()) ExpectTrip(withoutMixedText, way, true);
 }
