@@ -1,18 +1,17 @@
 #include "tools/qzxml/Console.h"
 
 #include <ostream>
-#include <utility>
 
 #include "tools/qzxml/XmlCharacters.h"
 
 namespace qztool {
 
-CNotices::CNotices(CConsole& console, std::string file)
-    : m_console(console), m_file(std::move(file)) {}
+CNotices::CNotices(CConsole& console, const std::string& file)
+    : m_console(console), m_file(Printable(file)) {}
 
 bool CNotices::IsTold(const std::string& message) {
   ++m_count;
-  return ++m_kinds[message] <= kPlacesOfAKind;
+  return ++m_kinds[message.substr(0, message.find_first_of("\"("))] <= kPlacesOfAKind;
 }
 
 void CNotices::Tell(const std::string& path, const std::string& message) {
@@ -22,7 +21,8 @@ void CNotices::Tell(const std::string& path, const std::string& message) {
 void CNotices::Finish() {
   for (const auto& [kind, count] : m_kinds) {
     if (count <= kPlacesOfAKind) continue;
-    m_console.err << m_file << ": " << count - kPlacesOfAKind << " more places: " << kind << '\n';
+    m_console.err << m_file << ": " << count - kPlacesOfAKind << " more places: " << kind
+                  << (kind.back() == ' ' ? "..." : "") << '\n';
   }
 }
 

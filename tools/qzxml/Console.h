@@ -18,12 +18,13 @@ struct CConsole {
 //
 //   order.xml: /order/note[2]: a comment is not kept
 //
-// Of one kind only so many places are told, then how many more there are.
+// Of one kind, which is the message up to a quote or a parenthesis, only so many places are told,
+// then how many more there are.
 class CNotices {
  public:
   static constexpr unsigned kPlacesOfAKind = 100;
 
-  CNotices(CConsole& console, std::string file);
+  CNotices(CConsole& console, const std::string& file);
 
   // Whether the next place of this kind is told; if not, it is counted, and its path need not be
   // found out.
@@ -40,7 +41,7 @@ class CNotices {
  private:
   CConsole& m_console;
   std::string m_file;
-  std::map<std::string, unsigned long> m_kinds;
+  std::map<std::string, unsigned long> m_kinds;  // places of each
   unsigned long m_count = 0;
 };
 

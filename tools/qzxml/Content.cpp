@@ -45,14 +45,6 @@ std::string CContentElement::GetPath() const {
   return path;
 }
 
-const CContentAttribute* CContentElement::FindAttribute(std::string_view uri,
-                                                        std::string_view localName) const {
-  for (const CContentAttribute& attribute : attributes) {
-    if (attribute.name->uri == uri && attribute.name->localName == localName) return &attribute;
-  }
-  return nullptr;
-}
-
 CContentShape::CContentShape(const CContentElement& element) {
   for (const CContentItem& item : element.items) {
     if (item.kind == ContentKind::Element) hasElements = true;
@@ -61,13 +53,7 @@ CContentShape::CContentShape(const CContentElement& element) {
       hasText = hasText || item.kind == ContentKind::CData || !IsWhiteSpace(item.text);
     }
   }
-  for (const CContentElement* above = &element; above != nullptr; above = above->parent) {
-    const CContentAttribute* const space = above->FindAttribute(kXmlNamespace, "space");
-    if (space == nullptr) continue;
-    isPreserved = space->value == "preserve";
-    break;
-  }
-  isMixed = hasElements && (hasText || (hasAnyText && isPreserved));
+  isMixed = hasElements && (hasText || (hasAnyText && element.isPreserved));
 }
 
 const CContentName* CContentDocument::GetName(std::string_view prefix, std::string_view localName,
@@ -156,6 +142,7 @@ void CContentBuilder::StartElement(std::string_view prefix, std::string_view loc
   auto element = std::make_unique<CContentElement>();
   element->name = m_document.GetName(prefix, localName, uri);
   element->parent = m_open;
+  element->isPreserved = m_open != nullptr && m_open->isPreserved;
   CContentElement* const started = element.get();
   if (m_open == nullptr) {
     m_document.root = std::move(element);
@@ -172,7 +159,7 @@ void CContentBuilder::AddDeclaration(std::string_view prefix, std::string_view u
   if (!m_isTrusted) {
     CheckQName(prefix, prefix.empty() ? "xmlns" : prefix, uri);
     const bool isReserved = uri == kXmlnsNamespace || (uri == kXmlNamespace && prefix != "xml");
-    if (isReserved || (!prefix.empty() && uri.empty())) {
+    if (isReserved) {
       Fail("the prefix \"" + std::string(prefix) + "\" can not be declared for \"" +
            std::string(uri) + '"');
     }
@@ -191,6 +178,7 @@ void CContentBuilder::AddAttribute(std::string_view prefix, std::string_view loc
   }
   Count(localName.size() + uri.size() + value.size());
   const CContentName* const name = m_document.GetName(prefix, localName, uri);
+  if (uri == kXmlNamespace && localName == "space") m_open->isPreserved = value == "preserve";
   m_open->attributes.push_back({name, std::move(value), kind, isDefault});
 }
 

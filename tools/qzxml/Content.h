@@ -59,21 +59,20 @@ struct CContentElement {
   std::vector<CContentDeclaration> declarations;
   std::vector<CContentAttribute> attributes;
   std::vector<CContentItem> items;
+  bool isPreserved = false;  // xml:space="preserve" holds here
 
   // "/" and a step for each element from the root to this one: its qualified name, and its number
   // among its siblings of that name in brackets where there is more than one.
   std::string GetPath() const;
-  const CContentAttribute* FindAttribute(std::string_view uri, std::string_view localName) const;
 };
 
 // What an element has in it.
 struct CContentShape {
   explicit CContentShape(const CContentElement& element);
   bool hasElements = false;
-  bool hasText = false;      // other than white space
-  bool hasAnyText = false;   // or white space
-  bool isMixed = false;      // text among elements, white space only where xml:space preserves it
-  bool isPreserved = false;  // xml:space="preserve" holds
+  bool hasText = false;     // other than white space
+  bool hasAnyText = false;  // or white space
+  bool isMixed = false;     // text among elements, white space only where xml:space preserves it
 };
 
 // A place where the document itself was not had whole.

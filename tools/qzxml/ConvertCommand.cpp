@@ -41,7 +41,7 @@ const std::map<std::string, JsonRoundTrip> kRoundTrips = {
 
 // Takes an ending off a name, if the name has it.
 bool TakeEnding(std::string& name, std::string_view ending) {
-  if (name.size() <= ending.size() ||
+  if (name.size() < ending.size() ||
       name.compare(name.size() - ending.size(), ending.size(), ending) != 0) {
     return false;
   }

@@ -22,7 +22,7 @@ void ReadContent(const CInput& input, const CJsonReading& json, CContentDocument
         break;
     }
   } catch (const CDocumentFailure& e) {
-    throw CFailure(ExitCode_Document, input.name + ": " + Printable(e.what()));
+    throw CFailure(ExitCode_Document, input.name + ": " + e.what());
   }
 }
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "tools/qzxml/Failure.h"
+#include "tools/qzxml/Console.h"
 
 // An item ends with four bits, 1111. Where the next item begins in the next octet, four zeros
 // follow; two items that end together share the octet 0xFF. So there are the octets F0 and FF, and
@@ -66,8 +66,8 @@ void CFastInfosetDecoder::ReadDocument(CProgress& progress) {
   if (behind == 0) return;
   m_octets.TakeOctets(behind);
   m_octets.Say("behind the end of the document");
-  m_document.losses.push_back(
-      {nullptr, std::to_string(behind) + " octets behind the end of the document are not kept"});
+  m_document.losses.push_back({nullptr, "octets behind the end of the document are not kept (" +
+                                            CountOctets(behind) + ')'});
 }
 
 // ---- Elements ----
@@ -103,14 +103,16 @@ void CFastInfosetDecoder::BeginElement(std::uint32_t first) {
     if ((name & 0xC0) != 0) m_octets.Fail("no element name begins like this:");
   }
   CFastInfosetTables::Name parts;
-  const std::string_view nameWhat = name == first ? what : "element name";
+  const bool isSeparate = name != first || (first & 0x3F) == 0x38;
   if ((name & 0x3C) == 0x3C) {
-    m_octets.Say(std::string(nameWhat) + ", its name in full");
+    m_octets.Say(isSeparate ? "element name in full" : std::string(what) + ", its name in full");
     parts = ReadName(name, m_tables.elementNames);
   } else {
     const std::uint32_t index = m_octets.TakeIndexOnThirdBit(name);
     parts = GetEntry(m_tables.elementNames, index, "element names");
-    if (m_octets.IsTold()) m_octets.Say(Entry(nameWhat, index), Describe(parts));
+    if (m_octets.IsTold()) {
+      m_octets.Say(Entry(isSeparate ? "element name" : what, index), Describe(parts));
+    }
   }
   m_builder.StartElement(GetPart(m_tables.prefixes, parts.prefix),
                          GetPart(m_tables.localNames, parts.localName),
@@ -192,11 +194,8 @@ void CFastInfosetDecoder::ReadText(std::uint32_t first) {
     text.text = GetEntry(m_tables.characterChunks, index, "character chunks");
     m_octets.Say(m_octets.IsTold() ? Entry("character chunk", index) : std::string(), text.text);
   } else {
-    const bool isAdded = (first & 0x10) != 0;
-    text = m_octets.TakeTextOnFifthBit(
-        first, isAdded ? "character chunk, for its table," : "character chunk");
-    m_octets.Say("its octets", text.text);
-    if (isAdded) AddEntry(m_tables.characterChunks, text.text);
+    text = m_octets.TakeTextOnFifthBit(first, "character chunk");
+    EndLiteral(text.text, (first & 0x10) != 0, m_tables.characterChunks);
   }
   CheckKnown(text);
   if (!text.text.empty()) {
@@ -277,14 +276,18 @@ CFastInfosetText CFastInfosetDecoder::ReadNonIdentifying(std::uint32_t first, St
     text.text = GetEntry(table, index, what);
     m_octets.Say(m_octets.IsTold() ? Entry(what, index) : std::string(), text.text);
   } else {
-    const bool isAdded = (first & 0x40) != 0;
-    const std::string described =
-        m_octets.IsTold() ? std::string(what) + (isAdded ? ", for its table," : "") : std::string();
-    text = m_octets.TakeTextOnThirdBit(first, described);
-    m_octets.Say("its octets", text.text);
-    if (isAdded) AddEntry(table, text.text);
+    text = m_octets.TakeTextOnThirdBit(first, what);
+    EndLiteral(text.text, (first & 0x40) != 0, table);
   }
   return text;
+}
+
+// Says the octets of a value, which may go into its table.
+void CFastInfosetDecoder::EndLiteral(const std::string& text, bool isAdded, Strings& table) {
+  const std::size_t size = table.size();
+  if (isAdded) AddEntry(table, text);
+  if (!m_octets.IsTold()) return;
+  m_octets.Say(table.size() > size ? Entry("its octets", table.size()) : "its octets", text);
 }
 
 void CFastInfosetDecoder::CheckKnown(const CFastInfosetText& text) {

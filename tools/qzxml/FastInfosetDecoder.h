@@ -95,6 +95,7 @@ class CFastInfosetDecoder {
   std::uint32_t ReadIdentifying(Strings& table, std::string_view what);
   std::string ReadOther(Strings& table, std::string_view what);
   CFastInfosetText ReadNonIdentifying(std::uint32_t first, Strings& table, std::string_view what);
+  void EndLiteral(const std::string& text, bool isAdded, Strings& table);
   void CheckKnown(const CFastInfosetText& text);
   template <typename Entry>
   const Entry& GetEntry(const std::vector<Entry>& table, std::uint32_t index,

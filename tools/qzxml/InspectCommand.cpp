@@ -101,7 +101,7 @@ class CInspection {
       }
     } catch (const CDocumentFailure& e) {
       m_out.flush();
-      throw CFailure(ExitCode_Document, m_input.name + ": " + Printable(e.what()));
+      throw CFailure(ExitCode_Document, m_input.name + ": " + e.what());
     }
     m_out.flush();
     if (!m_out) throw CFailure(ExitCode_File, "-: can not be written");

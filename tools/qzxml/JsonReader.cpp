@@ -60,7 +60,7 @@ class CJsonToContent {
 
   void LoseComments(const std::vector<std::size_t>& lines) {
     for (const std::size_t line : lines) {
-      m_builder.Lose("the comment in line " + std::to_string(line) + " is not kept");
+      m_builder.Lose("a comment is not kept (line " + std::to_string(line) + ')');
     }
   }
 

@@ -47,7 +47,7 @@ int RunProgram(int argc, const char* const* argv, CConsole& console,
     }
     return ExitCode_Done;
   } catch (const CFailure& e) {
-    console.err << e.what() << '\n';
+    console.err << Printable(e.what()) << '\n';
     return e.GetCode();
   } catch (const QzXmlLib16::CQzException& e) {
     console.err << "qzxml: " << e.GetFullMessage() << '\n';

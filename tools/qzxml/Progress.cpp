@@ -38,8 +38,8 @@ void CProgress::Tell(std::uint64_t done, std::uint64_t all) {
   if (now <= m_due) return;
   m_due = now + kPeriod;
   Wipe();
-  const std::uint64_t percent = all == 0 ? 100 : done * 100 / all;
-  const std::string line = "qzxml: " + Printable(m_work) + ": " + std::to_string(percent) + " %";
+  std::string line = "qzxml: " + Printable(m_work);
+  if (all != 0) line += ": " + std::to_string(done * 100 / all) + " %";
   m_stream << line << std::flush;
   m_width = line.size();
 }

@@ -28,7 +28,7 @@ class CProgress {
   // What is done from now on: "reading order.xml".
   void Begin(std::string work);
 
-  // So much of so much of it. To be called as often as convenient.
+  // So much of so much of it, 0 for who knows how much. To be called as often as convenient.
   void Tell(std::uint64_t done, std::uint64_t all);
 
  private:

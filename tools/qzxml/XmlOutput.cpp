@@ -61,7 +61,7 @@ class CXmlOutput {
     m_progress.Tell(m_done += element.items.size() + 1, 0);
     PutStartTag(element);
     const CContentShape shape(element);
-    const bool isLaidOut = !isKept && !shape.isMixed && !shape.isPreserved &&
+    const bool isLaidOut = !isKept && !shape.isMixed && !element.isPreserved &&
                            (shape.hasElements || !shape.hasAnyText) && !element.items.empty();
     for (const CContentItem& item : element.items) {
       if (isLaidOut && item.kind == ContentKind::Text) continue;

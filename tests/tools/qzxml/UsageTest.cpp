@@ -1,0 +1,71 @@
+// The command line: help, version, and what is wrong with it.
+#include <gtest/gtest.h>
+
+#include "tests/tools/qzxml/ToolRun.h"
+
+namespace {
+
+using qztest::RunTool;
+using qztest::ToolResult;
+
+TEST(Usage, TellsTheVersion) {
+  const ToolResult result = RunTool({"--version"});
+  EXPECT_EQ(0, result.code);
+  EXPECT_EQ("qzxml 16.0.0\n", result.out);
+  EXPECT_EQ("", result.err);
+}
+
+TEST(Usage, HelpsWithEachCommandAndOption) {
+  const struct {
+    std::vector<std::string> arguments;
+    std::vector<const char*> words;
+  } cases[] = {
+      {{"--help"}, {"convert", "inspect", "--version", "Exit codes: 0 done; 1 a document"}},
+      {{"convert", "--help"},
+       {"IN", "OUT", "--to", "--gzip", "--indent", "--round-trip", "--root", "--strict",
+        "standard error"}},
+      {{"inspect", "--help"}, {"FILE", "--octets"}},
+  };
+  for (const auto& c : cases) {
+    const ToolResult result = RunTool(c.arguments);
+    EXPECT_EQ(0, result.code);
+    EXPECT_EQ("", result.err);
+    for (const char* word : c.words) {
+      EXPECT_NE(std::string::npos, result.out.find(word)) << word << '\n' << result.out;
+    }
+  }
+}
+
+TEST(Usage, RefusesAWrongCommandLine) {
+  const struct {
+    std::vector<std::string> arguments;
+    const char* message;
+  } cases[] = {
+      {{}, "qzxml: A subcommand is required\nTry 'qzxml --help'.\n"},
+      {{"transmute"}, nullptr},
+      {{"convert"}, "qzxml convert: IN is required\nTry 'qzxml convert --help'.\n"},
+      {{"convert", "a"}, "qzxml convert: OUT is required\nTry 'qzxml convert --help'.\n"},
+      {{"convert", "a", "b", "c"}, nullptr},
+      {{"convert", "a", "b", "--to", "yaml"}, nullptr},
+      {{"convert", "a", "b", "--to"}, nullptr},
+      {{"convert", "a", "b", "--indent", "-1"}, nullptr},
+      {{"convert", "a", "b", "--indent", "17"}, nullptr},
+      {{"convert", "a", "b", "--indent", "two"}, nullptr},
+      {{"convert", "a", "b", "--round-trip", "some"}, nullptr},
+      {{"convert", "a", "b", "--loose"}, nullptr},
+      {{"inspect"}, "qzxml inspect: FILE is required\nTry 'qzxml inspect --help'.\n"},
+      {{"inspect", "a", "b"}, nullptr},
+  };
+  for (const auto& c : cases) {
+    const ToolResult result = RunTool(c.arguments);
+    EXPECT_EQ(2, result.code) << result.err;
+    EXPECT_EQ("", result.out);
+    if (c.message != nullptr) {
+      EXPECT_EQ(c.message, result.err);
+    }
+    EXPECT_EQ(0U, result.err.rfind("qzxml", 0));
+    EXPECT_NE(std::string::npos, result.err.find("--help'.\n")) << result.err;
+  }
+}
+
+}  // namespace
