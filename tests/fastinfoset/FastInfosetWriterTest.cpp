@@ -167,6 +167,9 @@ TEST(FastInfosetWriter, AnElementLeftOpenFailsAtTheEnd) {
     writer.WriteStartElement("a", "");
     if (withText) writer.WriteText("t", ItemType_string, false);
     EXPECT_QZ_THROW(CQzException, "An Element has not been closed.", writer.EndDocument());
+    // What was written is in the stream.
+    EXPECT_EQ(Digits(withText ? "38F0 3C0061 9074" : "38F0 3C0061"),
+              stream.GetData().GetAsHexString());
   }
 }
 
