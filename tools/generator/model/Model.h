@@ -17,10 +17,10 @@
 // How content becomes members:
 // - An element particle becomes a member: once, optional, or a collection.
 // - A sequence in a sequence, or a choice in a choice, that stands once and adds nothing is
-// dissolved
-//   into the one around it. Every other nested group, and one that is repeated, becomes a class
-//   without a tag (isGroup) and a member of form Group. A repeated choice is thus a collection of
-//   objects each of which has one member selected, so that the order survives.
+//   dissolved into the one around it, and so is a group around a single member. Every other nested
+//   group, and one that is repeated, becomes a class without a tag (isGroup) and a member of form
+//   Group. A repeated choice is thus a collection of objects each of which has one member selected,
+//   so that the order survives.
 // - A reference to the head of a substitution group that has substitutes becomes such a choice
 //   between the head, unless it is abstract, and all substitutes.
 // - What a derived class adds stands behind what its base class has; where the base's content is a
@@ -64,7 +64,8 @@ struct BoundSimpleType {
   // Facets that CSimpleTypeInfo::CFacets keeps exactly, in the order of their calls: name of the
   // function ("MinInclusive") and argument as C++ text.
   std::vector<std::pair<std::string, std::string>> facets;
-  // Everything else: the type's rules have to be written down (CTextRules), from type.
+  // Everything else: the type's rules have to be written down (CTextRules), from type. A built-in
+  // type that is bound in another kind than its own, as a restriction may need it, has where set.
   bool needsRules = false;
 };
 
@@ -85,11 +86,14 @@ struct BoundMember {
   std::string variable;      // "m_shipTo"
   std::string xmlName;       // of an element or attribute; of a group its name for messages
   std::string xmlNamespace;  // of a wildcard, the target namespace
+  // A member of a choice that is no collection has 0 and 1. 0 and 0, in a restriction only: the
+  // base's member may not stand in this class.
   std::int32_t minOccurs = 1;
-  std::int32_t maxOccurs = 1;               // -1 unbounded
-  const BoundSimpleType* simple = nullptr;  // of Attribute, Text, Value
-  const BoundClass* objectClass = nullptr;  // of Object and Group
-  bool isByType = false;                    // Object: xsi:type may name a derived class
+  std::int32_t maxOccurs = 1;                // -1 unbounded
+  std::optional<bool> declaredAsCollection;  // in a restriction: what the base's property is
+  const BoundSimpleType* simple = nullptr;   // of Attribute, Text, Value
+  const BoundClass* objectClass = nullptr;   // of Object and Group
+  bool isByType = false;                     // Object: xsi:type may name a derived class
   std::optional<std::string> defaultValue;
   bool isFixed = false;  // defaultValue is the fixed value
   bool isNillable = false;
@@ -100,15 +104,21 @@ struct BoundMember {
   const AttributeUse* attribute = nullptr;
 
   bool IsCollection() const {
+    if (declaredAsCollection) return *declaredAsCollection;
     return form == BoundForm::AnyAttribute || form == BoundForm::Wildcard ||
            (form != BoundForm::Attribute && form != BoundForm::Text && maxOccurs != 1);
   }
   bool IsMandatory() const { return minOccurs > 0; }
+  bool IsProhibited() const { return maxOccurs == 0; }
 };
 
+// A member of a base class as a class derived from it has it.
 struct BoundRestriction {
   std::int32_t propertyIndex = 0;
-  BoundMember member;  // as the base has it, with what is tightened
+  const BoundClass* owner = nullptr;  // the base class that has the property
+  // The property as it is declared there; its C++ types, those of a collection too, are these.
+  const BoundMember* declared = nullptr;
+  BoundMember member;  // as this class has it: name and property are those of declared
 };
 
 enum class BoundGroupType { Sequence, Choice, All };
@@ -135,7 +145,8 @@ struct BoundClass {
   std::vector<BoundMember> members;  // attributes first, then children in their order, then text
   std::vector<BoundRestriction> restricted;
   std::vector<const BoundClass*> nested;   // groups, in the order of the content
-  std::vector<const BoundClass*> derived;  // every class derived from this one, at any depth
+  std::vector<const BoundClass*> derived;  // every class derived from this one, at any depth;
+                                           // those of anonymous types have no typeName
 
   // "orders::CPurchaseOrder", "orders::CPurchaseOrder::CItems"
   std::string GetQualifiedName() const;
@@ -158,7 +169,8 @@ struct BoundNamespace {
   std::string constant = "kNamespace";
   std::vector<std::unique_ptr<BoundEnum>> enums;
   std::vector<std::unique_ptr<BoundSimpleType>> simpleTypes;
-  std::vector<std::unique_ptr<BoundClass>> classes;  // bases in front of derived ones; groups too
+  // Bases in front of derived ones; groups too, nested ones behind their outer class.
+  std::vector<std::unique_ptr<BoundClass>> classes;
   std::vector<BoundRoot> roots;
 };
 
@@ -176,7 +188,12 @@ struct ModelOptions {
 };
 
 // Binds every type and root of the set. The set has no errors and outlives the model.
-// Deterministic: the same schemas give the same model.
+// Deterministic: the same schemas give the same model, and a schema that grows at its end keeps the
+// names that it had. What docs/binding.md says of names is decided here.
+//
+// The names of accessors (Get, Set, IsSet and the like before the name of a member) meet no public
+// or virtual operation of CBoundClass and its bases. They may meet its protected helpers (SetValue,
+// GetObject), which generated code therefore calls with the class's name in front.
 std::unique_ptr<Model> BindSchemas(const CSchemaSet& schemas, const ModelOptions& options);
 
 }  // namespace qzxml::generator
