@@ -59,7 +59,7 @@ void CheckForm(const char* memberName, const QzVariant& value) {
     const CDateTime date = GetDateTime(value);
     if (date.GetType() == GetForm(kind)) return;
     text = date.ToString();
-  } else if (kind != ItemType_base64Binary || !value.GetBase64Binary().IsRefusedBase64()) {
+  } else if (!value.GetBase64Binary().IsRefusedBase64()) {
     return;
   }
   throw CQzException(FormatString(Messages::kInvalidTextValue, memberName, text.c_str()));
@@ -127,14 +127,14 @@ const CPrimitiveRestrictions& CSimpleTypeInfo::GetRestrictions() const {
   return *found;
 }
 
-void CSimpleTypeInfo::Check(const char* memberName, const QzVariant& value) const {
+void CSimpleTypeInfo::CheckValue(const char* memberName, const QzVariant& value) const {
   if (!value.IsValid() || value.IsNil()) return;
   QZ_ASSERT(value.GetTypeAsEnum() == m_kind);
   if (IsEnumeration()) {
     m_enumToString(value.GetI4());
     return;
   }
-  CheckForm(memberName, value);
+  if (HasForm(m_kind)) CheckForm(memberName, value);
   if (m_hasFacets) CheckPrimitiveRestriction(memberName, value, m_kind, GetRestrictions());
   if (m_rules != nullptr) CheckRules(memberName, value);
 }

@@ -115,6 +115,7 @@ class QZXML_API CSimpleTypeInfo {
   constexpr CSimpleTypeInfo(EnumToString enumToString, StringToEnum stringToEnum)
       : m_kind(ItemType_i4),
         m_whitespace(WhitespaceRule::WhitespaceRule_None),
+        m_isChecked(true),
         m_enumToString(enumToString),
         m_stringToEnum(stringToEnum) {}
 
@@ -136,8 +137,10 @@ class QZXML_API CSimpleTypeInfo {
   // value passes when it has a text, a date when it has the form of its kind ("2004-05" is no
   // date), data unless they come of a base64 text that was none. Throws what
   // CheckPrimitiveRestriction throws, "Invalid Value for %s [%s]." and its like, for rules too;
-  // asserts "value.GetTypeAsEnum() == m_kind".
-  void Check(const char* memberName, const QzVariant& value) const;
+  // asserts "value.GetTypeAsEnum() == m_kind" where there is something to check.
+  void Check(const char* memberName, const QzVariant& value) const {
+    if (m_isChecked) CheckValue(memberName, value);
+  }
 
   // Whether a document may have the text as a value of the type: that it can be converted to the
   // kind and passes Check.
@@ -148,14 +151,21 @@ class QZXML_API CSimpleTypeInfo {
                             const CTextRules* rules)
       : m_kind(kind),
         m_whitespace(whitespace),
+        m_isChecked(!facets.IsEmpty() || rules != nullptr || HasForm(kind)),
         m_hasFacets(!facets.IsEmpty()),
         m_facets(facets),
         m_rules(rules) {}
 
+  // Whether conversions to the kind leave something to check.
+  static constexpr bool HasForm(ItemType kind) {
+    return detail::HoldsDateTime(kind) || kind == ItemType_base64Binary;
+  }
+  void CheckValue(const char* memberName, const QzVariant& value) const;
   void CheckRules(const char* memberName, const QzVariant& value) const;
 
   ItemType m_kind;
   WhitespaceRule m_whitespace;
+  bool m_isChecked;
   bool m_hasFacets = false;
   CFacets m_facets;
   const CTextRules* m_rules = nullptr;  // not owned

@@ -99,6 +99,16 @@ std::string_view TakeItem(std::string_view& list) {
   return item;
 }
 
+bool IsText(XsdType type) {
+  const XsdType primitive = GetPrimitive(type);
+  return primitive == XsdType_string || primitive == XsdType_anySimpleType;
+}
+
+bool HasWhitespace(std::string_view text) {
+  const auto isSpace = [](char c) { return static_cast<unsigned char>(c) <= ' '; };
+  return std::any_of(text.begin(), text.end(), isSpace);
+}
+
 std::size_t CountItems(std::string_view list) {
   if (list.empty()) return 0;
   return static_cast<std::size_t>(std::count(list.begin(), list.end(), ' ')) + 1;
@@ -151,7 +161,12 @@ bool CTextRulesCheck::KeepsPatterns(const CTextRules& rules, std::string_view te
 bool CTextRulesCheck::KeepsEnumeration(const CTextRules& rules, const CTextRules& leaf,
                                        std::string_view text) {
   if (rules.m_enumeration == nullptr) return true;
-  const auto isEqual = [&](const char* allowed) {
+  const bool isAtom = !IsUnion(rules) && !IsList(rules);
+  const bool isText = isAtom && IsText(rules.m_type);
+  const auto isEqual = [&](std::string_view allowed) {
+    if (isAtom && allowed == text) return true;
+    // White space that a rule takes away can not be in a text that is shorter.
+    if (isText && (allowed.size() < text.size() || !HasWhitespace(allowed))) return false;
     const CTextRules* const other = FindMemberLeaf(rules, allowed);
     if (other == nullptr) return false;
     const CNormalized value(*other, allowed);

@@ -46,15 +46,36 @@ std::uint32_t NextCode(std::string_view text, std::size_t& at) {
 }
 
 template <std::size_t Count>
-bool IsIn(const CodeRange (&ranges)[Count], std::uint32_t code) {
-  return std::any_of(std::begin(ranges), std::end(ranges), [code](const CodeRange& range) {
-    return range.first <= code && code <= range.last;
-  });
+constexpr bool IsIn(const CodeRange (&ranges)[Count], std::uint32_t code) {
+  for (const CodeRange& range : ranges) {
+    if (range.first <= code && code <= range.last) return true;
+  }
+  return false;
 }
+
+// The characters of names that are one octet long.
+class CAsciiNames {
+ public:
+  constexpr CAsciiNames() {
+    for (std::uint32_t code = 0; code < 0x80; ++code) {
+      m_isIn[code] = IsIn(kNameStarts, code) || IsIn(kNameContinuations, code);
+    }
+  }
+  constexpr bool Has(unsigned char octet) const { return octet < 0x80 && m_isIn[octet]; }
+
+ private:
+  bool m_isIn[0x80] = {};
+};
+
+constexpr CAsciiNames kAsciiNames;
 
 bool IsNmtoken(std::string_view text) {
   if (text.empty()) return false;
   for (std::size_t at = 0; at < text.size();) {
+    if (kAsciiNames.Has(static_cast<unsigned char>(text[at]))) {
+      ++at;
+      continue;
+    }
     const std::uint32_t code = NextCode(text, at);
     if (!IsIn(kNameStarts, code) && !IsIn(kNameContinuations, code)) return false;
   }
@@ -336,7 +357,7 @@ bool IsValueOf(XsdType type, std::string_view text) {
 }
 
 ValueOrder CompareValues(XsdType primitive, std::string_view a, std::string_view b) {
-  if (!IsValueOf(primitive, a) || !IsValueOf(primitive, b)) return ValueOrder::kIndeterminate;
+  if (!IsValueOf(primitive, b)) return ValueOrder::kIndeterminate;
   switch (primitive) {
     case XsdType_boolean:
       return EqualIf(IsTrue(a) == IsTrue(b));

@@ -29,9 +29,9 @@ CWhitespaceUtils::WhitespaceRule GetWhitespaceRule(XsdType type);
 // Whether the text is a value of the type, which is none of the three lists.
 bool IsValueOf(XsdType type, std::string_view text);
 
-// How the values of two texts of the same primitive type stand to each other. Types without an
-// order know equal and indeterminate; so does a NaN, which equals itself, and so do dates and
-// durations that have no order. A text that is no value is indeterminate to all.
+// How the value of a stands to that of b, a text of the same primitive type. Types without an order
+// know equal and indeterminate; so does a NaN, which equals itself, and so do dates and durations
+// that have no order. The text a is a value; where b is none, they are indeterminate.
 ValueOrder CompareValues(XsdType primitive, std::string_view a, std::string_view b);
 
 // The length of a value in the unit of its primitive type: octets of binary data, else characters.

@@ -225,7 +225,7 @@ TEST(SimpleTypeInfo, ChecksThatAnEnumeratorHasAText) {
 TEST(SimpleTypeInfo, AssertsTheKind) {
   QzVariant value;
   value.SetBoolean(true);
-  EXPECT_QZ_ASSERT("value.GetTypeAsEnum() == m_kind", kPlain.Check("number", value));
+  EXPECT_QZ_ASSERT("value.GetTypeAsEnum() == m_kind", kQuantity.Check("number", value));
 }
 
 TEST(SimpleTypeInfo, AcceptsWhatADocumentMayHave) {

@@ -204,6 +204,12 @@ TEST(TextRules, EnumerationsCompareValues) {
   static const char* const kTexts[] = {"a b", " c "};
   ExpectAccepted(CTextRules(XsdType_string).Enumeration(kTexts), {"a b", " c "}, {"a  b", "c"});
   ExpectAccepted(CTextRules(XsdType_token).Enumeration(kTexts), {"a  b", "c", " c"}, {"ab"});
+  static const char* const kMany[] = {"a\tb", "a  b", "abc", "\n d"};
+  ExpectAccepted(CTextRules(XsdType_token).Enumeration(kMany), {"a b", "abc", "d", " a\nb"},
+                 {"ab", "a", "abcd", "abd"});
+  ExpectAccepted(CTextRules(XsdType_normalizedString).Enumeration(kMany),
+                 {"a b", "a  b", "abc", "  d", "a\tb"}, {"d", " d", "a   b"});
+  ExpectAccepted(CTextRules(XsdType_string).Enumeration(kMany), {"a\tb", "\n d"}, {"a b", "d"});
   static const char* const kHex[] = {"0AfF"};
   ExpectAccepted(CTextRules(XsdType_hexBinary).Enumeration(kHex), {"0aFF", "0AfF"}, {"0aF0"});
   static const char* const kBase64[] = {"YW I="};
