@@ -92,6 +92,12 @@ std::string Difference(const std::vector<std::string>& read,
   return "";
 }
 
+bool AreEqualInAnyOrder(std::vector<std::string> read, std::vector<std::string> written) {
+  std::sort(read.begin(), read.end());
+  std::sort(written.begin(), written.end());
+  return read == written;
+}
+
 void Report(const char* what, const char* verdict, std::string detail) {
   std::replace(detail.begin(), detail.end(), '\n', ' ');
   std::replace(detail.begin(), detail.end(), '\t', ' ');
@@ -144,8 +150,12 @@ void TryFile(const char* file, bool withFormats, const std::vector<AbstractClass
     }
     object->FromXmlElement(root);
     const std::string difference = Difference(TreeLines(*root), TreeLines(object->ToXml()));
-    Report(file, difference.empty() ? "same" : "differs", difference);
-    if (withFormats && difference.empty()) TryFormats(*root, *object, makers);
+    const char* verdict = difference.empty() ? "same" : "differs";
+    if (!difference.empty() && AreEqualInAnyOrder(TreeLines(*root), TreeLines(object->ToXml()))) {
+      verdict = "reordered";
+    }
+    Report(file, verdict, difference);
+    if (withFormats && *verdict != 'd') TryFormats(*root, *object, makers);
   } catch (const CQzException& e) {
     Report(file, "refused", e.GetFullMessage());
   }

@@ -14,6 +14,7 @@ namespace qztest {
 // Gives a line for each file, with a tab between the columns: file, verdict, detail. Verdicts:
 //
 //   same       accepted, and what was written holds the same elements, attributes and values
+//   reordered  the same, but not in the same order: the children of an xs:all come in the schema's
 //   differs    accepted, and the detail is the first line that is not the same
 //   refused    the detail is the whole failure, in one line
 //   no root    no maker has a root for it

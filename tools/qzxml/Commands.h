@@ -12,6 +12,7 @@ namespace qztool {
 
 // The console must outlive the app.
 void AddConvertCommand(CLI::App& app, CConsole& console);
+void AddGenerateCommand(CLI::App& app, CConsole& console);  // stands in tools/generator
 void AddInspectCommand(CLI::App& app, CConsole& console);
 
 // Runs the program with the commands that are added, and answers its exit code. Nothing is thrown;
