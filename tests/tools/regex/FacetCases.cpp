@@ -121,7 +121,19 @@ std::vector<FacetCase> ReadFacetCases(const std::string& path) {
   return cases;
 }
 
-CRulesOfCase::CRulesOfCase(const FacetCase& c) : m_rules(FindType(c.type)) {
+// A built-in type, "list(decimal)" or "union(duration,decimal)".
+CTextRules CRulesOfCase::MakeType(const std::string& name) {
+  const std::size_t open = name.find('(');
+  if (open == std::string::npos) return CTextRules(FindType(name));
+  for (const std::string& member : Split(name.substr(open + 1, name.size() - open - 2), ',')) {
+    m_parts.emplace_back(FindType(member));
+    m_members.push_back(&m_parts.back());
+  }
+  if (name.compare(0, open, "list") == 0) return CTextRules::ListOf(m_parts.back());
+  return CTextRules::UnionOf(m_members.data(), m_members.size());
+}
+
+CRulesOfCase::CRulesOfCase(const FacetCase& c) : m_rules(MakeType(c.type)) {
   std::vector<std::string> patterns;
   for (const auto& [name, value] : c.facets) {
     const char* const text = Keep(value);

@@ -16,7 +16,7 @@ using Facets = std::vector<std::pair<std::string, std::string>>;  // in the orde
 struct FacetCase {
   std::string set;
   std::string name;
-  std::string type;  // a built-in one
+  std::string type;  // a built-in one, "list(decimal)" or "union(duration,decimal)"
   Facets facets;     // of one step of restriction
   std::string value;
   bool isValid;
@@ -40,9 +40,12 @@ class CRulesOfCase {
   const QzXmlLib16::CTextRules& Get() const { return m_rules; }
 
  private:
+  QzXmlLib16::CTextRules MakeType(const std::string& name);
   const char* Keep(std::string text) { return m_texts.emplace_back(std::move(text)).c_str(); }
 
   std::deque<std::string> m_texts;
+  std::deque<QzXmlLib16::CTextRules> m_parts;  // of a list or a union
+  std::vector<const QzXmlLib16::CTextRules*> m_members;
   std::unique_ptr<QzXmlLib16::CPatternStep> m_pattern;
   std::vector<const char*> m_enumeration;
   QzXmlLib16::CTextRules m_rules;
