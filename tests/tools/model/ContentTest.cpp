@@ -238,12 +238,12 @@ TEST(Content, GroupsInGroupsAreNestedInTheClassOfTheType) {
   EXPECT_EQ(
       "class CT <T> T: sequence\n"
       "  Choices: group choice CT::CChoice [+] requiresContent\n"
-      "class CT::CChoice choice: group choice\n"
-      "  A: value a kXsdInt [?]\n"
-      "  BAndC: group bAndC CT::CBAndC [?] requiresContent\n"
       "class CT::CBAndC bAndC: group sequence\n"
       "  B: value b kXsdInt [1]\n"
-      "  C: value c kXsdInt [1]\n",
+      "  C: value c kXsdInt [1]\n"
+      "class CT::CChoice choice: group choice\n"
+      "  A: value a kXsdInt [?]\n"
+      "  BAndC: group bAndC CT::CBAndC [?] requiresContent\n",
       BindContent(Group("choice", kMore, kA + Group("sequence", "", std::string(kB) + kC))));
 }
 

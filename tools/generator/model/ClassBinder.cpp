@@ -357,6 +357,7 @@ void CClassBinder::AddGroup(BoundClass& bound, BoundClass& outer, const ContentN
     made = &m_classes.AddNested(outer, stem);
     made->documentation = GetDocumentation(group);
     FillGroup(*made, outer, group);
+    outer.nested.push_back(made);  // behind those that it needs
   } else {
     made = m_classes.FindShared(group);
     if (made == nullptr) {

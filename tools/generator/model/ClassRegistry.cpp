@@ -190,7 +190,6 @@ BoundClass& CClassRegistry::AddNested(BoundClass& outer, const std::string& stem
   made.fileStem = outer.fileStem;
   made.elementName = ToLowerCamel(stem);
   made.isGroup = true;
-  outer.nested.push_back(&made);
   return made;
 }
 

@@ -32,7 +32,8 @@ class CClassRegistry {
   // AddShared makes it.
   BoundClass* FindShared(const ContentNode& group) const;
   BoundClass& AddShared(const ContentNode& group);
-  // A class for an element without a tag that is written in outer. "CKeyAndValue" for the stem.
+  // A class for a group that is to be nested in outer, which the caller adds it to. "CKeyAndValue"
+  // for the stem.
   BoundClass& AddNested(BoundClass& outer, const std::string& stem);
   // The class for nillable elements of a simple type that are not there exactly once; second is
   // true when it was made by the call.

@@ -144,7 +144,7 @@ struct BoundClass {
   std::int32_t basePropertyCount = 0;
   std::vector<BoundMember> members;  // attributes first, then children in their order, then text
   std::vector<BoundRestriction> restricted;
-  std::vector<const BoundClass*> nested;   // groups, in the order of the content
+  std::vector<const BoundClass*> nested;   // groups, those in another ahead of it
   std::vector<const BoundClass*> derived;  // every class derived from this one, at any depth;
                                            // those of anonymous types have no typeName
 
