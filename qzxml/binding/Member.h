@@ -164,6 +164,13 @@ struct CMember {
     return changed;
   }
 
+  // Of a restriction: the base class's member may not stand in the class.
+  constexpr CMember Prohibited() const {
+    CMember changed = *this;
+    changed.occurs = {0, 0};
+    return changed;
+  }
+
   bool IsAttribute() const {
     return form == MemberForm::Attribute || form == MemberForm::AnyAttribute;
   }

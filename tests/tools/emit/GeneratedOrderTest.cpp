@@ -49,10 +49,10 @@ TEST(GeneratedOrder, ReadsADocument) {
   EXPECT_EQ(std::nullopt, order->GetItems()[0]->GetUnit());
   EXPECT_EQ(Currency_USD, order->GetItems()[1]->GetUnit());
   EXPECT_EQ("red", order->GetItems()[1]->GetNote());
-  EXPECT_EQ(COrder::CPayment::Selected_Invoice, order->GetPayment()->GetSelected());
-  EXPECT_EQ("Cy", order->GetPayment()->GetInvoice()->GetName());
+  EXPECT_EQ(COrder::CCardOrInvoice::Selected_Invoice, order->GetCardOrInvoice()->GetSelected());
+  EXPECT_EQ("Cy", order->GetCardOrInvoice()->GetInvoice()->GetName());
   EXPECT_EQ("999-ZZ", order->GetTags()[0]);
-  EXPECT_EQ(1, order->GetElements().size());
+  EXPECT_EQ(1, order->GetAnyElements().size());
 }
 
 TEST(GeneratedOrder, WritesWhatItHasRead) {
@@ -120,17 +120,17 @@ TEST(GeneratedOrder, MandatoryObjectsAreThereAndOptionalOnesAreMadeOrTakenAway) 
 
 TEST(GeneratedOrder, AChoiceTakesOneMember) {
   const CSmartPtr<COrder> order = NewOrder();
-  const CSmartPtr<COrder::CPayment> payment = order->GetPayment();
-  EXPECT_EQ(COrder::CPayment::Selected_None, payment->GetSelected());
+  const CSmartPtr<COrder::CCardOrInvoice> payment = order->GetCardOrInvoice();
+  EXPECT_EQ(COrder::CCardOrInvoice::Selected_None, payment->GetSelected());
   payment->SetCard("4711");
-  EXPECT_EQ(COrder::CPayment::Selected_Card, payment->GetSelected());
+  EXPECT_EQ(COrder::CCardOrInvoice::Selected_Card, payment->GetSelected());
   EXPECT_QZ_THROW(CQzInvalidStateException,
                   "The Property [card] is already set. Only one element within this class bay be "
                   "set at a time",
                   payment->EnsureInvoice());
   payment->SetCard(std::nullopt);
   payment->EnsureInvoice();
-  EXPECT_EQ(COrder::CPayment::Selected_Invoice, payment->GetSelected());
+  EXPECT_EQ(COrder::CCardOrInvoice::Selected_Invoice, payment->GetSelected());
 }
 
 TEST(GeneratedOrder, EnumerationsTurnIntoTextsAndBack) {
@@ -143,8 +143,8 @@ TEST(GeneratedOrder, EnumerationsTurnIntoTextsAndBack) {
 }
 
 TEST(GeneratedOrder, SimpleTypesCanBeAsked) {
-  EXPECT_TRUE(kSkuType.Accepts(" 123-AB "));
-  EXPECT_FALSE(kSkuType.Accepts("123-ab"));
-  EXPECT_TRUE(kQuantityType.Accepts("1000"));
-  EXPECT_FALSE(kQuantityType.Accepts("1001"));
+  EXPECT_TRUE(kSku.Accepts(" 123-AB "));
+  EXPECT_FALSE(kSku.Accepts("123-ab"));
+  EXPECT_TRUE(kQuantity.Accepts("1000"));
+  EXPECT_FALSE(kQuantity.Accepts("1001"));
 }

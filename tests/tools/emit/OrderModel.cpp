@@ -105,12 +105,11 @@ OrderModel::OrderModel() {
                             {"Currency_USD", "USD", ""},
                             {"Currency_none_of_these", "none of these", ""}};
 
-  BoundSimpleType* const currency = AddSimple(orders, "kCurrencyType", "ItemType_i4", "Currency");
+  BoundSimpleType* const currency = AddSimple(orders, "kCurrency", "ItemType_i4", "Currency");
   currency->enumeration = &currencies;
   currency->isPassedByValue = true;
 
-  BoundSimpleType* const quantity =
-      AddSimple(orders, "kQuantityType", "ItemType_ui4", "std::uint32_t");
+  BoundSimpleType* const quantity = AddSimple(orders, "kQuantity", "ItemType_ui4", "std::uint32_t");
   quantity->isPassedByValue = true;
   quantity->facets = {{"MinInclusive", "\"1\""}, {"MaxInclusive", "\"1000\""}};
 
@@ -119,16 +118,16 @@ OrderModel::OrderModel() {
   sku.facets.patterns.resize(1);
   sku.facets.patterns[0].text = "[0-9]{3}-[A-Z]{2}";
   sku.facets.single[FacetKind_maxLength].emplace().value = "6";
-  BoundSimpleType* const skuType = AddSimple(orders, "kSkuType", "ItemType_string", "std::string");
+  BoundSimpleType* const skuType = AddSimple(orders, "kSku", "ItemType_string", "std::string");
   skuType->documentation = "Three digits and two capitals.";
   skuType->type = &sku;
   skuType->needsRules = true;
 
   BoundClass* const order = AddClass(orders, "Order", "order");
-  BoundClass* const item = AddClass(orders, "Item", "item");
-  BoundClass* const address = AddClass(orders, "Address", "shipTo");
-  BoundClass* const usAddress = AddClass(orders, "USAddress", "usAddress");
-  BoundClass* const payment = AddClass(orders, "Payment", "payment");
+  BoundClass* const item = AddClass(orders, "Item", "Item");
+  BoundClass* const address = AddClass(orders, "Address", "Address");
+  BoundClass* const usAddress = AddClass(orders, "USAddress", "USAddress");
+  BoundClass* const payment = AddClass(orders, "CardOrInvoice", "cardOrInvoice");
 
   order->documentation =
       "An order of one customer, with everything that has to be delivered to one address, and how "
@@ -140,9 +139,9 @@ OrderModel::OrderModel() {
                     Object("ShipTo", "shipTo", 1, 1, address, true),
                     Object("BillTo", "billTo", 0, 1, address, true),
                     Object("Items", "item", 1, -1, item, false),
-                    Member(BoundForm::Group, "Payment", "payment", "", 1, 1),
+                    Member(BoundForm::Group, "CardOrInvoice", "cardOrInvoice", "", 1, 1),
                     Value("Tags", "tag", 0, 5, skuType),
-                    Member(BoundForm::Wildcard, "Elements", "", kUri, 0, -1)};
+                    Member(BoundForm::Wildcard, "AnyElements", "", kUri, 0, -1)};
   order->members[2].defaultValue = "EUR";
   order->members[6].objectClass = payment;
   order->members[6].requiresContent = true;
@@ -154,8 +153,8 @@ OrderModel::OrderModel() {
   payment->isGroup = true;
   payment->groupType = BoundGroupType::Choice;
   payment->requiresContent = true;
-  payment->members = {Value("Card", "card", 1, 1, string),
-                      Object("Invoice", "invoice", 1, 1, address, true)};
+  payment->members = {Value("Card", "card", 0, 1, string),
+                      Object("Invoice", "invoice", 0, 1, address, true)};
 
   item->members = {Attribute("Sku", "sku", 1, skuType), Attribute("Unit", "unit", 0, currency),
                    Value("Quantity", "quantity", 1, 1, quantity),
@@ -165,7 +164,7 @@ OrderModel::OrderModel() {
   address->isDerived = true;
   address->derived = {usAddress};
   address->members = {Attribute("Version", "version", 0, string),
-                      Member(BoundForm::AnyAttribute, "Attributes", "", kUri, 0, -1),
+                      Member(BoundForm::AnyAttribute, "AnyAttributes", "", kUri, 0, -1),
                       Value("Name", "name", 1, 1, string), Value("Lines", "line", 1, 3, string)};
   address->members[0].defaultValue = "1.0";
   address->members[0].isFixed = true;

@@ -9,11 +9,9 @@ namespace {
 std::string Occurs(const CScope& scope, const BoundMember& member) {
   const std::string min = std::to_string(member.minOccurs);
   const std::string max = std::to_string(member.maxOccurs);
+  if (member.IsProhibited()) return scope.Library("Optional");
   if (member.minOccurs == 1 && member.maxOccurs == 1) return scope.Library("Once");
   if (member.minOccurs == 0 && member.maxOccurs == 1) return scope.Library("Optional");
-  if (member.maxOccurs >= 0 && member.maxOccurs <= 1) {
-    return scope.Library("COccurs") + "{" + min + ", " + max + "}";
-  }
   if (member.maxOccurs >= 0) return scope.Library("Repeated") + "(" + min + ", " + max + ")";
   return scope.Library("Repeated") + "(" + (member.minOccurs > 0 ? min : "") + ")";
 }
@@ -21,9 +19,11 @@ std::string Occurs(const CScope& scope, const BoundMember& member) {
 // The calls that make the CMember of one member.
 class CMemberText {
  public:
-  // property: "&CItem::m_price".
-  CMemberText(CScope& scope, const BoundMember& member, std::string property)
-      : m_scope(scope), m_member(member), m_property(std::move(property)) {}
+  // property: "&CItem::m_price". declared is the member whose C++ type the property has: of a
+  // restriction, that of the base class.
+  CMemberText(CScope& scope, const BoundMember& member, const BoundMember& declared,
+              std::string property)
+      : m_scope(scope), m_member(member), m_declared(declared), m_property(std::move(property)) {}
 
   // The call, its tail ended by end.
   CallText Make(const std::string& end) const {
@@ -90,6 +90,7 @@ class CMemberText {
       links.push_back((m_member.isFixed ? ".WithFixed(" : ".WithDefault(") +
                       Literal(*m_member.defaultValue) + ")");
     }
+    if (m_member.IsProhibited()) links.push_back(".Prohibited()");
     if (m_member.isNillable) links.push_back(".Nillable()");
     if (m_member.requiresContent) links.push_back(".RequiresContent()");
     return links;
@@ -97,7 +98,15 @@ class CMemberText {
 
   std::string Name() const { return Literal(m_member.xmlName); }
   std::string Uri() const { return m_scope.Uri(m_member.xmlNamespace); }
-  std::string Occurs() const { return generator::Occurs(m_scope, m_member); }
+  // Untyped elements are a collection where more than one may stand, so that a restriction to one
+  // leaves the collection as it is.
+  std::string Occurs() const {
+    if (m_member.form == BoundForm::Untyped && m_declared.IsCollection() &&
+        m_member.maxOccurs == 1) {
+      return generator::Occurs(m_scope, m_declared);
+    }
+    return generator::Occurs(m_scope, m_member);
+  }
 
   std::string NewObject() const {
     const BoundClass& objectClass = *m_member.objectClass;
@@ -106,22 +115,21 @@ class CMemberText {
   }
 
   std::vector<std::string> WithCollection(std::vector<std::string> arguments) const {
-    if (!m_member.IsCollection()) return arguments;
-    std::string factory;
-    if (m_member.form != BoundForm::Value) {
-      factory = "NewObjectCol", m_scope.Include("qzxml/binding/ObjectCol.h");
-    } else {
-      factory = IsEnum(m_member) ? "NewEnumCol" : "NewValueCol";
-      m_scope.Include("qzxml/binding/ValueCol.h");
-    }
+    if (!m_declared.IsCollection()) return arguments;
+    const bool isValue = m_declared.form == BoundForm::Value;
+    m_scope.Include(isValue ? "qzxml/binding/ValueCol.h" : "qzxml/binding/ObjectCol.h");
+    const std::string factory = !isValue             ? "NewObjectCol"
+                                : IsEnum(m_declared) ? "NewEnumCol"
+                                                     : "NewValueCol";
     // The argument is that of the collection.
-    const std::string collection = m_scope.Collection(m_member);
+    const std::string collection = m_scope.Collection(m_declared);
     arguments.push_back("&" + m_scope.Library(factory) + collection.substr(collection.find('<')));
     return arguments;
   }
 
   CScope& m_scope;
   const BoundMember& m_member;
+  const BoundMember& m_declared;
   std::string m_property;
 };
 
@@ -160,7 +168,7 @@ class CDefinitionWriter {
     m_writer.Indent(2);
     for (const BoundMember& member : m_class.members) {
       const std::string property = "&" + m_name + "::" + member.variable;
-      m_writer.Call(CMemberText(m_scope, member, property).Make(","));
+      m_writer.Call(CMemberText(m_scope, member, member, property).Make(","));
     }
     m_writer.Outdent(2);
     m_writer.Line("};");
@@ -174,8 +182,9 @@ class CDefinitionWriter {
                   "[] = {");
     m_writer.Indent(2);
     for (const BoundRestriction& restricted : m_class.restricted) {
-      CallText call =
-          CMemberText(m_scope, restricted.member, m_scope.Library("CProperty") + "()").Make("},");
+      CallText call = CMemberText(m_scope, restricted.member, *restricted.declared,
+                                  m_scope.Library("CProperty") + "()")
+                          .Make("},");
       call.head = "{" + std::to_string(restricted.propertyIndex) + ", " + call.head;
       m_writer.Call(call);
     }
@@ -184,13 +193,13 @@ class CDefinitionWriter {
     m_writer.Gap();
   }
 
-  // "kItemRestricted", of a nested class "kOrder_ItemsRestricted".
+  // "kItem_Restricted", of a nested class "kOrder_Items_Restricted".
   std::string Restricted() const {
     std::string name = m_class.name.substr(1);
     for (const BoundClass* outer = m_class.outer; outer != nullptr; outer = outer->outer) {
       name = outer->name.substr(1) + "_" + name;
     }
-    return "k" + name + "Restricted";
+    return "k" + name + "_Restricted";
   }
 
   void WriteBinding() {

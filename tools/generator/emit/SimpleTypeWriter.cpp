@@ -13,7 +13,7 @@ class CRulesWriter {
  public:
   CRulesWriter(CScope& scope, CCodeWriter& writer) : m_scope(scope), m_writer(writer) {}
 
-  // name: "kSkuTypeRules"; what it takes begins with that name.
+  // name: "kSku_Rules"; what it takes begins with that name. No name of the model has the line.
   void Write(const SimpleType& type, const std::string& name) {
     CallText call;
     switch (type.variety) {
@@ -207,8 +207,8 @@ void WriteEnumDeclaration(const BoundEnum& boundEnum, CCodeWriter& writer) {
 }
 
 void WriteEnumSource(CScope& scope, const BoundEnum& boundEnum, CCodeWriter& writer) {
-  const std::string texts = "k" + boundEnum.name + "Texts";
-  const std::string info = "k" + boundEnum.name + "Info";
+  const std::string texts = "k" + boundEnum.name + "_Texts";
+  const std::string info = "k" + boundEnum.name + "_Info";
   scope.Include(CNames::Header(*boundEnum.where, kEnumerationsStem));
   scope.Include("qzxml/binding/EnumerationInfo.h");
   writer.Line("// --- " + boundEnum.name);
@@ -260,9 +260,9 @@ void WriteSimpleTypeSource(CScope& scope, const BoundSimpleType& type, CCodeWrit
   }
   if (type.needsRules) {
     writer.Line("namespace {");
-    CRulesWriter(scope, writer).Write(*type.type, type.constant + "Rules");
+    CRulesWriter(scope, writer).Write(*type.type, type.constant + "_Rules");
     writer.Line("}  // namespace");
-    arguments.push_back(type.constant + "Rules");
+    arguments.push_back(type.constant + "_Rules");
   }
   writer.Call({head, arguments, ");", {}});
 }

@@ -28,7 +28,7 @@ class CAddress : public QzXmlLib16::CBoundClass {
   }
 
   // Attributes of other names.
-  QzXmlLib16::CAttributeCol& GetAttributes() const;
+  QzXmlLib16::CAttributeCol& GetAnyAttributes() const;
 
   const std::string& GetName() const { return ValueOrEmpty(m_name); }
   bool IsSetName() const { return m_name.has_value(); }
@@ -43,12 +43,12 @@ class CAddress : public QzXmlLib16::CBoundClass {
   static QzXmlLib16::CClassBinding s_binding;
 
  private:
-  enum Property : int { Property_Version, Property_Attributes, Property_Name, Property_Lines };
+  enum Property : int { Property_Version, Property_AnyAttributes, Property_Name, Property_Lines };
 
   static const QzXmlLib16::CMember s_members[];
 
   std::optional<std::string> m_version;
-  QzXmlLib16::CCollectionHandle m_attributes;
+  QzXmlLib16::CCollectionHandle m_anyAttributes;
   std::optional<std::string> m_name;
   QzXmlLib16::CCollectionHandle m_lines;
 };

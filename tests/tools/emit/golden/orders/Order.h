@@ -21,12 +21,12 @@ enum Currency : int;
 class COrder : public QzXmlLib16::CBoundClass {
  public:
   // One of card, invoice.
-  class CPayment : public QzXmlLib16::CBoundClass {
+  class CCardOrInvoice : public QzXmlLib16::CBoundClass {
    public:
     enum Selected : int { Selected_None = -1, Selected_Card = 0, Selected_Invoice = 1 };
 
-    CPayment();
-    ~CPayment() override;
+    CCardOrInvoice();
+    ~CCardOrInvoice() override;
 
     // Which one is there.
     Selected GetSelected() const { return static_cast<Selected>(GetSelectedMember()); }
@@ -76,14 +76,14 @@ class COrder : public QzXmlLib16::CBoundClass {
   // 1 or more.
   QzXmlLib16::CObjectCol<CItem>& GetItems() const;
 
-  CSmartPtr<CPayment> GetPayment() const;
-  void SetPayment(CPayment* value);
+  CSmartPtr<CCardOrInvoice> GetCardOrInvoice() const;
+  void SetCardOrInvoice(CCardOrInvoice* value);
 
   // Up to 5.
   QzXmlLib16::CValueCol<QzXmlLib16::ItemType_string>& GetTags() const;
 
   // Elements of other names.
-  QzXmlLib16::CWildcardCol& GetElements() const;
+  QzXmlLib16::CWildcardCol& GetAnyElements() const;
 
  private:
   enum Property : int {
@@ -93,9 +93,9 @@ class COrder : public QzXmlLib16::CBoundClass {
     Property_ShipTo,
     Property_BillTo,
     Property_Items,
-    Property_Payment,
+    Property_CardOrInvoice,
     Property_Tags,
-    Property_Elements
+    Property_AnyElements
   };
 
   static const QzXmlLib16::CMember s_members[];
@@ -107,9 +107,9 @@ class COrder : public QzXmlLib16::CBoundClass {
   QzXmlLib16::CObjectHandle m_shipTo;
   QzXmlLib16::CObjectHandle m_billTo;
   QzXmlLib16::CCollectionHandle m_items;
-  QzXmlLib16::CObjectHandle m_payment;
+  QzXmlLib16::CObjectHandle m_cardOrInvoice;
   QzXmlLib16::CCollectionHandle m_tags;
-  QzXmlLib16::CCollectionHandle m_elements;
+  QzXmlLib16::CCollectionHandle m_anyElements;
 };
 
 }  // namespace orders

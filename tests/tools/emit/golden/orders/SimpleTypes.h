@@ -5,10 +5,10 @@
 
 namespace orders {
 
-extern const QzXmlLib16::CSimpleTypeInfo kCurrencyType;
-extern const QzXmlLib16::CSimpleTypeInfo kQuantityType;
+extern const QzXmlLib16::CSimpleTypeInfo kCurrency;
+extern const QzXmlLib16::CSimpleTypeInfo kQuantity;
 
 // Three digits and two capitals.
-extern const QzXmlLib16::CSimpleTypeInfo kSkuType;
+extern const QzXmlLib16::CSimpleTypeInfo kSku;
 
 }  // namespace orders

@@ -21,46 +21,44 @@ using namespace QzXmlLib16;
 // --- Currency
 
 namespace {
-constexpr const char* kCurrencyTexts[] = {"EUR", "USD", "none of these"};
-const CEnumerationInfo kCurrencyInfo(kCurrencyTexts, CWhitespaceUtils::WhitespaceRule_Collapse);
+constexpr const char* kCurrency_Texts[] = {"EUR", "USD", "none of these"};
+const CEnumerationInfo kCurrency_Info(kCurrency_Texts, CWhitespaceUtils::WhitespaceRule_Collapse);
 }  // namespace
 
-const char* CurrencyToString(int value) { return kCurrencyInfo.ToText(value); }
+const char* CurrencyToString(int value) { return kCurrency_Info.ToText(value); }
 Currency StringToCurrency(const char* text) {
-  return static_cast<Currency>(kCurrencyInfo.FromText(text));
+  return static_cast<Currency>(kCurrency_Info.FromText(text));
 }
 
-const CSimpleTypeInfo kCurrencyType(&CurrencyToString,
-                                    [](const char* text) -> int { return StringToCurrency(text); });
+const CSimpleTypeInfo kCurrency(&CurrencyToString,
+                                [](const char* text) -> int { return StringToCurrency(text); });
 
-const CSimpleTypeInfo kQuantityType(
-    ItemType_ui4, CWhitespaceUtils::WhitespaceRule_Collapse,
-    CSimpleTypeInfo::CFacets().MinInclusive("1").MaxInclusive("1000"));
+const CSimpleTypeInfo kQuantity(ItemType_ui4, CWhitespaceUtils::WhitespaceRule_Collapse,
+                                CSimpleTypeInfo::CFacets().MinInclusive("1").MaxInclusive("1000"));
 
 namespace {
-const CPatternStep kSkuTypeRulesPatterns[] = {"[0-9]{3}-[A-Z]{2}"};
-const CTextRules kSkuTypeRules =
-    CTextRules(XsdType_token).Patterns(kSkuTypeRulesPatterns).MaxLength(6);
+const CPatternStep kSku_RulesPatterns[] = {"[0-9]{3}-[A-Z]{2}"};
+const CTextRules kSku_Rules = CTextRules(XsdType_token).Patterns(kSku_RulesPatterns).MaxLength(6);
 }  // namespace
-const CSimpleTypeInfo kSkuType(ItemType_string, CWhitespaceUtils::WhitespaceRule_Collapse,
-                               kSkuTypeRules);
+const CSimpleTypeInfo kSku(ItemType_string, CWhitespaceUtils::WhitespaceRule_Collapse, kSku_Rules);
 
 // --- COrder
 
 const CMember COrder::s_members[] = {
     RequiredAttribute("id", "", &COrder::m_id, kXsdUnsignedInt),
     OptionalAttribute("date", "", &COrder::m_date, kXsdDate),
-    OptionalAttribute("currency", "", &COrder::m_currency, kCurrencyType).WithDefault("EUR"),
+    OptionalAttribute("currency", "", &COrder::m_currency, kCurrency).WithDefault("EUR"),
     ObjectElement("shipTo", kNamespace, Once, &COrder::m_shipTo, &NewObject<CAddress>)
         .ByType(&CAddress::NewByType),
     ObjectElement("billTo", kNamespace, Optional, &COrder::m_billTo, &NewObject<CAddress>)
         .ByType(&CAddress::NewByType),
     ObjectElement("item", kNamespace, Repeated(1), &COrder::m_items, &NewObject<CItem>,
                   &NewObjectCol<CItem>),
-    Group("payment", Once, &COrder::m_payment, &NewObject<COrder::CPayment>).RequiresContent(),
-    ValueElement("tag", kNamespace, Repeated(0, 5), &COrder::m_tags, kSkuType,
+    Group("cardOrInvoice", Once, &COrder::m_cardOrInvoice, &NewObject<COrder::CCardOrInvoice>)
+        .RequiresContent(),
+    ValueElement("tag", kNamespace, Repeated(0, 5), &COrder::m_tags, kSku,
                  &NewValueCol<ItemType_string>),
-    AnyElement(kNamespace, "##other", Repeated(), &COrder::m_elements),
+    AnyElement(kNamespace, "##other", Repeated(), &COrder::m_anyElements),
 };
 
 CClassBinding COrder::s_binding{
@@ -91,63 +89,66 @@ CObjectCol<CItem>& COrder::GetItems() const {
   return GetCollection<CObjectCol<CItem>>(Property_Items, m_items);
 }
 
-CSmartPtr<COrder::CPayment> COrder::GetPayment() const {
-  return GetObject<COrder::CPayment>(Property_Payment, m_payment);
+CSmartPtr<COrder::CCardOrInvoice> COrder::GetCardOrInvoice() const {
+  return GetObject<COrder::CCardOrInvoice>(Property_CardOrInvoice, m_cardOrInvoice);
 }
 
-void COrder::SetPayment(COrder::CPayment* value) { SetObject(Property_Payment, m_payment, value); }
+void COrder::SetCardOrInvoice(COrder::CCardOrInvoice* value) {
+  SetObject(Property_CardOrInvoice, m_cardOrInvoice, value);
+}
 
 CValueCol<ItemType_string>& COrder::GetTags() const {
   return GetCollection<CValueCol<ItemType_string>>(Property_Tags, m_tags);
 }
 
-CWildcardCol& COrder::GetElements() const {
-  return GetCollection<CWildcardCol>(Property_Elements, m_elements);
+CWildcardCol& COrder::GetAnyElements() const {
+  return GetCollection<CWildcardCol>(Property_AnyElements, m_anyElements);
 }
 
-// --- COrder::CPayment
+// --- COrder::CCardOrInvoice
 
-const CMember COrder::CPayment::s_members[] = {
-    ValueElement("card", kNamespace, Once, &COrder::CPayment::m_card, kXsdString),
-    ObjectElement("invoice", kNamespace, Once, &COrder::CPayment::m_invoice, &NewObject<CAddress>)
+const CMember COrder::CCardOrInvoice::s_members[] = {
+    ValueElement("card", kNamespace, Optional, &COrder::CCardOrInvoice::m_card, kXsdString),
+    ObjectElement("invoice", kNamespace, Optional, &COrder::CCardOrInvoice::m_invoice,
+                  &NewObject<CAddress>)
         .ByType(&CAddress::NewByType),
 };
 
-CClassBinding COrder::CPayment::s_binding{
-    CClassTraits{"", kNamespace, "payment", &NewObject<COrder::CPayment>}
+CClassBinding COrder::CCardOrInvoice::s_binding{
+    CClassTraits{"", kNamespace, "cardOrInvoice", &NewObject<COrder::CCardOrInvoice>}
         .AsChoice()
         .AsGroup()
         .RequiresContent(),
     s_members,
 };
 
-COrder::CPayment::CPayment() : CBoundClass(s_binding) {}
-COrder::CPayment::~CPayment() = default;
+COrder::CCardOrInvoice::CCardOrInvoice() : CBoundClass(s_binding) {}
+COrder::CCardOrInvoice::~CCardOrInvoice() = default;
 
-CSmartPtr<CAddress> COrder::CPayment::GetInvoice() const {
+CSmartPtr<CAddress> COrder::CCardOrInvoice::GetInvoice() const {
   return GetObject<CAddress>(Property_Invoice, m_invoice);
 }
 
-CSmartPtr<CAddress> COrder::CPayment::EnsureInvoice() {
+CSmartPtr<CAddress> COrder::CCardOrInvoice::EnsureInvoice() {
   return EnsureObject<CAddress>(Property_Invoice, m_invoice);
 }
 
-void COrder::CPayment::SetInvoice(CAddress* value) {
+void COrder::CCardOrInvoice::SetInvoice(CAddress* value) {
   SetObject(Property_Invoice, m_invoice, value);
 }
 
 // --- CItem
 
 const CMember CItem::s_members[] = {
-    RequiredAttribute("sku", "", &CItem::m_sku, kSkuType),
-    OptionalAttribute("unit", "", &CItem::m_unit, kCurrencyType),
-    ValueElement("quantity", kNamespace, Once, &CItem::m_quantity, kQuantityType),
+    RequiredAttribute("sku", "", &CItem::m_sku, kSku),
+    OptionalAttribute("unit", "", &CItem::m_unit, kCurrency),
+    ValueElement("quantity", kNamespace, Once, &CItem::m_quantity, kQuantity),
     ValueElement("price", kNamespace, Once, &CItem::m_price, kXsdDecimal),
     ValueElement("note", kNamespace, Optional, &CItem::m_note, kXsdString),
 };
 
 CClassBinding CItem::s_binding{
-    CClassTraits{"Item", kNamespace, "item", &NewObject<CItem>},
+    CClassTraits{"Item", kNamespace, "Item", &NewObject<CItem>},
     s_members,
 };
 
@@ -158,14 +159,14 @@ CItem::~CItem() = default;
 
 const CMember CAddress::s_members[] = {
     OptionalAttribute("version", "", &CAddress::m_version, kXsdString).WithFixed("1.0"),
-    AnyAttribute(kNamespace, "##other", &CAddress::m_attributes),
+    AnyAttribute(kNamespace, "##other", &CAddress::m_anyAttributes),
     ValueElement("name", kNamespace, Once, &CAddress::m_name, kXsdString),
     ValueElement("line", kNamespace, Repeated(1, 3), &CAddress::m_lines, kXsdString,
                  &NewValueCol<ItemType_string>),
 };
 
 CClassBinding CAddress::s_binding{
-    CClassTraits{"Address", kNamespace, "shipTo", &NewObject<CAddress>}.Derived(),
+    CClassTraits{"Address", kNamespace, "Address", &NewObject<CAddress>}.Derived(),
     s_members,
 };
 
@@ -180,8 +181,8 @@ CObjectHandle CAddress::NewByType(CXmlElement* element) {
   return NewObjectByType(element, &NewObject<CAddress>, kTypes);
 }
 
-CAttributeCol& CAddress::GetAttributes() const {
-  return GetCollection<CAttributeCol>(Property_Attributes, m_attributes);
+CAttributeCol& CAddress::GetAnyAttributes() const {
+  return GetCollection<CAttributeCol>(Property_AnyAttributes, m_anyAttributes);
 }
 
 CValueCol<ItemType_string>& CAddress::GetLines() const {
@@ -195,7 +196,7 @@ const CMember CUSAddress::s_members[] = {
 };
 
 CClassBinding CUSAddress::s_binding{
-    CClassTraits{"USAddress", kNamespace, "usAddress", &NewObject<CUSAddress>}.Derived(),
+    CClassTraits{"USAddress", kNamespace, "USAddress", &NewObject<CUSAddress>}.Derived(),
     s_members,
     &CAddress::s_binding,
     4,
