@@ -151,7 +151,7 @@ template <ItemType kType, typename Value>
 void CTypedCollection<kType, Value>::ToXml_Int(CXmlWriter* writer, bool, const char*,
                                                const CSerializationContext& context, bool) const {
   this->ValidateCount(context);
-  const detail::ElementTags name(this->ElementName());
+  const auto name = detail::ElementTags::InOneNamespace(this->ElementName());
   const std::string& uri = this->Namespace().str();
   const std::string& format = this->GetFormat();
   std::string& scratch = writer->GetScratch().text;

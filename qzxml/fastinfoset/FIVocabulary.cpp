@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "qzxml/fastinfoset/FITextIndexesFind.h"
 #include "qzxml/fastinfoset/Messages.h"
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/QzException.h"
-#include "qzxml/xml/TextHash.h"
+#include "qzxml/xml/ShortText.h"
 #include "qzxml/xml/XmlNamespaces.h"
 
 namespace QzXmlLib16 {
@@ -51,18 +52,25 @@ const CFIVocabulary::CQNameParts& CFIVocabulary::CFIQNameTable::GetEntry(
 
 // ---- The vocabulary ----
 
-CFIVocabulary::CFIVocabulary() : m_restrictedAlphabets{"0123456789-+.e ", "0123456789-:TZ "} {
+CFIVocabulary::CFIVocabulary() : m_restrictedAlphabets(GetAlphabets()) {
   AddPrefixName("xml");
   AddNamespaceName(kXmlNamespace);
+}
+
+// Only the tables for writing have something in them.
+CFIVocabulary::CFIVocabulary(ForWriting) {
+  AddValueToMap("xml", m_prefixNameMap);
+  AddValueToMap(kXmlNamespace, m_namespaceNameMap);
+}
+
+const std::vector<std::string>& CFIVocabulary::GetAlphabets() {
+  static const std::vector<std::string> alphabets{"0123456789-+.e ", "0123456789-:TZ "};
+  return alphabets;
 }
 
 CFIVocabulary::CFIVocabulary(const CFIVocabulary& other) = default;
 CFIVocabulary& CFIVocabulary::operator=(const CFIVocabulary& other) = default;
 CFIVocabulary::~CFIVocabulary() = default;
-
-std::size_t CFIVocabulary::CTextHash::operator()(const std::string& text) const {
-  return static_cast<std::size_t>(detail::HashText(text));
-}
 
 void CFIVocabulary::AddAttribute(const std::string& prefix, const std::string& namespaceName,
                                  const std::string& localName) {
@@ -115,11 +123,12 @@ bool CFIVocabulary::FindLocalNameIndex(const std::string& name, std::uint32_t& i
 
 void CFIVocabulary::FormKey(const std::string& prefix, const std::string& namespaceName,
                             const std::string& localName, std::string& key) {
-  key.assign(localName);
-  key += kKeySeparator;
-  key += namespaceName;
-  key += kKeySeparator;
-  key += prefix;
+  key.resize(localName.size() + namespaceName.size() + prefix.size() + 2);
+  char* out = detail::CopyShort(key.data(), localName.data(), localName.size());
+  *out++ = kKeySeparator;
+  out = detail::CopyShort(out, namespaceName.data(), namespaceName.size());
+  *out++ = kKeySeparator;
+  detail::CopyShort(out, prefix.data(), prefix.size());
 }
 
 void CFIVocabulary::AddQName(const std::string& prefix, const std::string& namespaceName,
@@ -153,15 +162,15 @@ void CFIVocabulary::AddValueToVector(const std::string& value, CFIStringTable& t
   if (table.m_table.size() < kMaxEntries) table.m_table.push_back(value);
 }
 
-void CFIVocabulary::AddValueToMap(const std::string& value, CIndexMap& map) {
-  const std::size_t size = map.size();
-  if (size < kMaxEntries) map[value] = static_cast<std::uint32_t>(size + 1);
+void CFIVocabulary::AddValueToMap(std::string_view value, CIndexMap& map) {
+  const std::size_t size = map.GetCount();
+  if (size < kMaxEntries) map.Set(value, static_cast<std::uint32_t>(size + 1));
 }
 
-bool CFIVocabulary::FindIndex(const CIndexMap& map, const std::string& key, std::uint32_t& index) {
-  const auto entry = map.find(key);
-  if (entry == map.end()) return false;
-  index = entry->second;
+bool CFIVocabulary::FindIndex(const CIndexMap& map, std::string_view key, std::uint32_t& index) {
+  const std::uint32_t found = map.Find(key);
+  if (found == 0) return false;
+  index = found;
   return true;
 }
 
@@ -169,13 +178,10 @@ bool CFIVocabulary::FindIndex(const CIndexMap& map, const std::string& key, std:
 
 void CFIVocabulary::DumpMap(const char* title, const CIndexMap& map) {
   std::printf("\n%s\n", title);
-  std::vector<const CIndexMap::value_type*> entries;
-  entries.reserve(map.size());
-  for (const CIndexMap::value_type& entry : map) entries.push_back(&entry);
-  std::sort(entries.begin(), entries.end(),
-            [](const auto* a, const auto* b) { return a->first < b->first; });
-  for (const CIndexMap::value_type* entry : entries) {
-    std::printf("%s, %d\n", entry->first.c_str(), static_cast<int>(entry->second));
+  auto entries = map.GetAll();
+  std::sort(entries.begin(), entries.end());
+  for (const auto& [text, index] : entries) {
+    std::printf("%s, %d\n", text.c_str(), static_cast<int>(index));
   }
 }
 

@@ -3,9 +3,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <unordered_map>
+#include <string_view>
 #include <vector>
 
+#include "qzxml/fastinfoset/FITextIndexes.h"
 #include "qzxml/platform/Export.h"
 
 namespace QzXmlLib16 {
@@ -126,14 +127,17 @@ class QZXML_API CFIVocabulary {
   friend class CFastInfosetReader;
   friend class CFastInfosetWriter;
 
-  // Salted for each process, so that no document can be made whose texts collide. Meant: not
-  // noexcept, so that the standard library keeps the hashes with the texts.
-  struct CTextHash {
-    std::size_t operator()(const std::string& text) const;
-  };
-  using CIndexMap = std::unordered_map<std::string, std::uint32_t, CTextHash>;
+  using CIndexMap = detail::CFITextIndexes;
 
   static constexpr std::uint32_t kMaxEntries = 0x100000;
+
+  // What a writer begins with.
+  enum ForWriting { ForWriting_Only };
+  explicit CFIVocabulary(ForWriting);
+
+  // The alphabets of every vocabulary. The first differs from the standard's in its lower-case e,
+  // which is the one that lexical forms of reals have here. A blank ends each.
+  static const std::vector<std::string>& GetAlphabets();
 
   // The key of a name in the maps, put into key.
   static void FormKey(const std::string& prefix, const std::string& namespaceName,
@@ -143,12 +147,10 @@ class QZXML_API CFIVocabulary {
                 const std::string& localName, CIndexMap& map, CFIQNameTable& table);
   static void AddQNameToVector(const CQNameParts& parts, CFIQNameTable& table);
   static void AddValueToVector(const std::string& value, CFIStringTable& table);
-  static void AddValueToMap(const std::string& value, CIndexMap& map);
-  static bool FindIndex(const CIndexMap& map, const std::string& key, std::uint32_t& index);
+  static void AddValueToMap(std::string_view value, CIndexMap& map);
+  static bool FindIndex(const CIndexMap& map, std::string_view key, std::uint32_t& index);
   static void DumpMap(const char* title, const CIndexMap& map);
 
-  // The first differs from the standard's in its lower-case e, which is the one that lexical forms
-  // of reals have here. A blank ends each.
   std::vector<std::string> m_restrictedAlphabets;
 
   // For writing.

@@ -58,13 +58,6 @@ CFastInfosetContext::CFastInfosetContext(const CFastInfosetContext& other) = def
 CFastInfosetContext& CFastInfosetContext::operator=(const CFastInfosetContext& other) = default;
 CFastInfosetContext::~CFastInfosetContext() = default;
 
-CFastInfosetContext::EncodedCharacterString CFastInfosetContext::GetEncoding(
-    ItemType itemType) const {
-  QZ_ASSERT(itemType >= 0 && itemType < 29);
-  if (itemType < 0 || itemType >= kItemTypes) return EncodedCharacterString();
-  return m_encodings[static_cast<std::size_t>(itemType)];
-}
-
 void CFastInfosetContext::SetEncoding(ItemType itemType, const EncodedCharacterString& encoding) {
   QZ_ASSERT(itemType >= 0 && itemType < 29);
   if (itemType < 0 || itemType >= kItemTypes) return;

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
 #include "qzxml/fastinfoset/FIVocabulary.h"
+#include "qzxml/platform/Assert.h"
 #include "qzxml/platform/Export.h"
 #include "qzxml/values/ItemType.h"
 
@@ -40,7 +42,11 @@ class QZXML_API CFastInfosetContext {
   // How values of a kind are written; as text for every kind, unless it is set. For a number that
   // is no kind the answer is text, and nothing is set; both assert
   // "itemType >= 0 && itemType < 29" then. A wrong type or index is found when a value is written.
-  EncodedCharacterString GetEncoding(ItemType itemType) const;
+  EncodedCharacterString GetEncoding(ItemType itemType) const {
+    QZ_ASSERT(itemType >= 0 && itemType < 29);
+    if (itemType < 0 || itemType >= kItemTypes) return EncodedCharacterString();
+    return m_encodings[static_cast<std::size_t>(itemType)];
+  }
   void SetEncoding(ItemType itemType, const EncodedCharacterString& encoding);
 
   // Sets the encodings under which documents are small: algorithms for binary data, integers, reals

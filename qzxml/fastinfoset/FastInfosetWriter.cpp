@@ -2,9 +2,14 @@
 
 #include <algorithm>
 #include <cstring>
+#include <typeinfo>
+#include <utility>
 
 #include "qzxml/fastinfoset/DocumentMarks.h"
 #include "qzxml/fastinfoset/FastInfosetContext.h"
+#include "qzxml/fastinfoset/FastInfosetWriterEntry.h"
+#include "qzxml/fastinfoset/FastInfosetWriterForms.h"
+#include "qzxml/fastinfoset/FastInfosetWriterNames.h"
 #include "qzxml/fastinfoset/OctetForms.h"
 #include "qzxml/fastinfoset/Trace.h"
 #include "qzxml/platform/Assert.h"
@@ -14,6 +19,7 @@
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/xml/Messages.h"
+#include "qzxml/xml/ShortText.h"
 #include "qzxml/xml/XmlNamespaces.h"
 #include "qzxml/xml/XmlWriterContext.h"
 
@@ -27,17 +33,12 @@
 namespace QzXmlLib16 {
 namespace {
 
-constexpr std::size_t kFlushSize = 4096;
+constexpr std::size_t kFirstRoom = 4096 + 1024;
 constexpr std::uint32_t kLargestPut = 1u << 30;
 
 constexpr unsigned kTerminator = 0xF0;
 constexpr unsigned kTwoTerminators = 0xFF;
 constexpr unsigned kEmptyValue = 0xFF;  // the index 0
-
-// The kinds of an encoding.
-constexpr std::uint32_t kText = 0;
-constexpr std::uint32_t kRestrictedAlphabet = 1;
-constexpr std::uint32_t kAlgorithm = 2;
 
 std::string_view Octets(const CBinaryData& data) {
   return {reinterpret_cast<const char*>(data.GetData()), data.GetLength()};
@@ -53,9 +54,13 @@ CFastInfosetWriter::CFastInfosetWriter(CFastInfosetContext* context, CBinaryStre
       m_pOptions(context),
       m_pPendingContext(nullptr),
       m_bHalfTerminatorPending(false),
+      m_bHasRoot(false),
       m_pVocabulary(context->GetUseGeneratedVocabulary()
                         ? new CFIVocabulary(*context->GetVocabulary())
-                        : new CFIVocabulary) {}
+                        : new CFIVocabulary(CFIVocabulary::ForWriting_Only)),
+      m_pKnownNames(new detail::CFIKnownNames),
+      m_pieceSize(0),
+      m_pieceRoom(0) {}
 
 CFastInfosetWriter::~CFastInfosetWriter() {
   if (m_pPendingContext != nullptr) CloseContext(m_pPendingContext);
@@ -65,7 +70,9 @@ CFastInfosetWriter::~CFastInfosetWriter() {
 
 void CFastInfosetWriter::WriteHeader(FInfoDecl declaration) {
   QZ_ASSERT(declaration >= 0 && declaration <= 9);
-  if (declaration > 0 && declaration <= 9) m_strPiece += detail::kFIDeclarations[declaration - 1];
+  // A derived class may have operations of its own for what the short ways leave out.
+  if (typeid(*this) == typeid(CFastInfosetWriter)) SetShortWays(this);
+  if (declaration > 0 && declaration <= 9) PutOctets(detail::kFIDeclarations[declaration - 1]);
   for (const unsigned char octet : detail::kFIIdentification) PutOctet(octet);
   if (!m_pOptions->GetUseGeneratedVocabulary()) {
     PutOctet(0x00);
@@ -119,7 +126,7 @@ void CFastInfosetWriter::WriteInlineSchema(const std::string&) {}
 // ---- Elements ----
 
 void CFastInfosetWriter::WriteStartElement(const std::string& name, const std::string& uri) {
-  FlushPendingElement(false);
+  if (m_pPendingContext != nullptr) FlushPendingElement(false);
   if (m_bHalfTerminatorPending) {
     PutOctet(kTerminator);
     m_bHalfTerminatorPending = false;
@@ -143,15 +150,37 @@ void CFastInfosetWriter::FlushPendingElement(bool hasAttributes) {
   unsigned byCurrent = hasAttributes ? 0x40 : 0x00;
   context.SetHasAttributes(hasAttributes);
   if (context.GetParent() == nullptr) {
+    if (m_bHasRoot) m_pKnownNames.reset(new detail::CFIKnownNames);
+    m_bHasRoot = true;
     PutNamespaceAttributes(byCurrent);
     byCurrent = 0x00;
   }
-  const std::string& uri = context.GetNamespace();
-  const bool isPrefixed = !uri.empty() && uri != context.GetDefaultNamespace();
-  m_strName.assign(context.GetName());
-  PutElementName(byCurrent, isPrefixed ? GetAlias(context, uri) : m_strNone, uri, m_strName);
+  PutPendingName(byCurrent, context);
   m_pContext = m_pPendingContext;
   m_pPendingContext = nullptr;
+}
+
+// Most names have come before, in the same namespaces.
+void CFastInfosetWriter::PutPendingName(unsigned byCurrent, CXmlWriterContext& context) {
+  const std::string_view name = context.GetName();
+  const std::string& uri = context.GetNamespace();
+  auto& known = m_pKnownNames->ElementOf(name);
+  if (known.Is(name, uri, context.GetNamespaceState())) {
+    char* const out = BeginPiece(detail::CFIKnownNames::kRoom);
+    EndPiece(known.octets.Write(out));
+    *out = static_cast<char>(static_cast<unsigned char>(*out) | byCurrent);
+    return;
+  }
+  const bool isPrefixed = !uri.empty() && uri != context.GetDefaultNamespace();
+  m_strName.assign(name);
+  const std::uint32_t index =
+      PutElementName(byCurrent, isPrefixed ? GetAlias(context, uri) : m_strNone, uri, m_strName);
+  if (index == 0) return;  // the table is full
+  if (known.SetName(m_strName)) {
+    known.uri = m_pKnownNames->StoreUri(uri);
+    known.octets.SetElement(index);
+    known.state = context.GetNamespaceState();
+  }
 }
 
 // The mark of them and their end, also where there are none: the prefix "xml" is always mapped, and
@@ -188,7 +217,7 @@ void CFastInfosetWriter::WriteText(const std::string& text, ItemType type, bool)
 }
 
 void CFastInfosetWriter::WriteEndElement() {
-  FlushPendingElement(false);
+  if (m_pPendingContext != nullptr) FlushPendingElement(false);
   QZ_ASSERT_TEXT(m_pContext != nullptr, "m_pContext != 0");
   if (m_pContext == nullptr) return;
   CloseStartTag();
@@ -265,32 +294,33 @@ const std::string& CFastInfosetWriter::GetAlias(CXmlWriterContext& context,
 
 // ---- Names ----
 
-void CFastInfosetWriter::PutElementName(unsigned byCurrent, const std::string& strPrefix,
-                                        const std::string& strNamespace,
-                                        const std::string& strLocalName) {
+// Answers the index, which the name has now; 0 where the table is full.
+std::uint32_t CFastInfosetWriter::PutElementName(unsigned byCurrent, const std::string& strPrefix,
+                                                 const std::string& strNamespace,
+                                                 const std::string& strLocalName) {
   QZ_ASSERT((byCurrent & 0x3F) == 0);
-  std::uint32_t index = 0;
   CFIVocabulary::FormKey(strPrefix, strNamespace, strLocalName, m_strKey);
-  if (CFIVocabulary::FindIndex(m_pVocabulary->m_elementNameMap, m_strKey, index)) {
-    detail::PutIndexOnThirdBit(m_strPiece, byCurrent, index);
-    return;
+  CTableEntry entry(m_strKey, m_pVocabulary->m_elementNameMap);
+  if (const std::uint32_t index = entry.FindIndex()) {
+    EndPiece(detail::WriteIndexOnThirdBit(BeginPiece(detail::kFormSize), byCurrent, index));
+    return index;
   }
   PutLiteralName(byCurrent | 0x3C, strPrefix, strNamespace, strLocalName);
-  CFIVocabulary::AddValueToMap(m_strKey, m_pVocabulary->m_elementNameMap);
+  return entry.Add();
 }
 
-void CFastInfosetWriter::PutAttributeName(unsigned byCurrent, const std::string& strPrefix,
-                                          const std::string& strNamespace,
-                                          const std::string& strLocalName) {
+std::uint32_t CFastInfosetWriter::PutAttributeName(unsigned byCurrent, const std::string& strPrefix,
+                                                   const std::string& strNamespace,
+                                                   const std::string& strLocalName) {
   QZ_ASSERT((byCurrent & 0x7F) == 0);
-  std::uint32_t index = 0;
   CFIVocabulary::FormKey(strPrefix, strNamespace, strLocalName, m_strKey);
-  if (CFIVocabulary::FindIndex(m_pVocabulary->m_attributeNameMap, m_strKey, index)) {
-    detail::PutIndexOnSecondBit(m_strPiece, byCurrent, index);
-    return;
+  CTableEntry entry(m_strKey, m_pVocabulary->m_attributeNameMap);
+  if (const std::uint32_t index = entry.FindIndex()) {
+    EndPiece(detail::WriteIndexOnSecondBit(BeginPiece(detail::kFormSize), byCurrent, index));
+    return index;
   }
   PutLiteralName(byCurrent | 0x78, strPrefix, strNamespace, strLocalName);
-  CFIVocabulary::AddValueToMap(m_strKey, m_pVocabulary->m_attributeNameMap);
+  return entry.Add();
 }
 
 // The mark, with the bits of the parts that are there, and these parts.
@@ -306,67 +336,63 @@ void CFastInfosetWriter::PutLiteralName(unsigned mark, const std::string& strPre
 
 // The index of a part of a name, or the part itself, which has an index from then on.
 void CFastInfosetWriter::PutIdentifier(const std::string& text, CFIVocabulary::CIndexMap& map) {
-  std::uint32_t index = 0;
-  if (CFIVocabulary::FindIndex(map, text, index)) {
-    detail::PutIndexOnSecondBit(m_strPiece, 0x80, index);
+  CTableEntry entry(text, map);
+  if (const std::uint32_t index = entry.FindIndex()) {
+    EndPiece(detail::WriteIndexOnSecondBit(BeginPiece(detail::kFormSize), 0x80, index));
     return;
   }
   PutName(text);
-  CFIVocabulary::AddValueToMap(text, map);
+  entry.Add();
 }
 
 // A text that is not empty, in full, with its length on the second bit.
 void CFastInfosetWriter::PutName(const std::string& text) {
-  CBinaryData utf8;
-  if (!detail::IsLocalUtf8()) utf8 = LocalToUtf8(text.c_str());
-  const std::string_view octets = utf8.GetLength() != 0 ? Octets(utf8) : std::string_view(text);
-  detail::PutLengthOnSecondBit(m_strPiece, 0x00, static_cast<std::uint32_t>(octets.size()));
-  m_strPiece += octets;
+  if (detail::IsLocalUtf8()) return PutUtf8(text);
+  const CBinaryData utf8 = LocalToUtf8(text.c_str());
+  PutUtf8(utf8.GetLength() != 0 ? Octets(utf8) : std::string_view(text));
+}
+
+inline void CFastInfosetWriter::PutUtf8(std::string_view octets) {
+  char* const out = BeginPiece(detail::kFormSize + octets.size());
+  EndPiece(detail::CopyShort(
+      detail::WriteLengthOnSecondBit(out, 0x00, static_cast<std::uint32_t>(octets.size())),
+      octets.data(), octets.size()));
 }
 
 // ---- Values ----
 
+// The index of a value that is not empty, or the value in full. False, with nothing written, where
+// it has no octets.
+template <typename Form>
+bool CFastInfosetWriter::PutValue(const std::string& value, ItemType type,
+                                  const char* unknownEncoding) {
+  CTableEntry entry(value, GetTable<Form>(), Form::GetMaxAddLength(*m_pOptions));
+  if (const std::uint32_t index = entry.FindIndex()) {
+    EndPiece(Form::WriteIndex(BeginPiece(detail::kFormSize), index));
+    return true;
+  }
+  const CValue encoded = Encode(value, type, unknownEncoding);
+  if (encoded.octets.empty()) return false;
+  EndPiece(detail::WriteValueHead<Form>(BeginPiece(detail::kFIValueHead), entry.IsToBeAdded(),
+                                        encoded.type, encoded.index,
+                                        static_cast<std::uint32_t>(encoded.octets.size())));
+  PutOctets(encoded.octets);
+  entry.Add();
+  return true;
+}
+
 void CFastInfosetWriter::PutAttributeValue(const std::string& value, ItemType type) {
-  if (value.empty()) return PutOctet(kEmptyValue);
-  const bool add = value.size() < m_pOptions->GetAttributeMaxAddLength();
-  std::uint32_t index = 0;
-  if (add && CFIVocabulary::FindIndex(m_pVocabulary->m_attributeValueMap, value, index)) {
-    return detail::PutIndexOnSecondBit(m_strPiece, 0x80, index);
-  }
-  const CValue encoded = Encode(
-      value, type, "Failed to write FastInfoset. Unknown encoding in EncodedCharacterStringBit5.");
-  if (encoded.octets.empty()) return PutOctet(kEmptyValue);
-  unsigned head = add ? 0x40 : 0x00;
-  if (encoded.type != kText) {
-    head |= encoded.type == kRestrictedAlphabet ? 0x20 : 0x30;
-    PutOctet(head | (encoded.index - 1) >> 4);
-    head = ((encoded.index - 1) & 0x0F) << 4;
-  }
-  detail::PutLengthOnFifthBit(m_strPiece, head, static_cast<std::uint32_t>(encoded.octets.size()));
-  m_strPiece += encoded.octets;
-  if (add) CFIVocabulary::AddValueToMap(value, m_pVocabulary->m_attributeValueMap);
+  constexpr char kUnknownEncoding[] =
+      "Failed to write FastInfoset. Unknown encoding in EncodedCharacterStringBit5.";
+  const bool isThere =
+      !value.empty() && PutValue<detail::CFIAttributeForm>(value, type, kUnknownEncoding);
+  if (!isThere) PutOctet(kEmptyValue);
 }
 
 void CFastInfosetWriter::PutCharacterChunk(const std::string& strVal, ItemType type) {
   QZ_ASSERT(!strVal.empty());
-  const bool add = strVal.size() < m_pOptions->GetElementMaxAddLength();
-  std::uint32_t index = 0;
-  if (add && CFIVocabulary::FindIndex(m_pVocabulary->m_characterChunkMap, strVal, index)) {
-    return detail::PutIndexOnFourthBit(m_strPiece, 0xA0, index);
-  }
-  const CValue encoded = Encode(
+  PutValue<detail::CFIChunkForm>(
       strVal, type, "Failed to write FastInfoset. Unknown encoding in EncodedCharacterStringBit7.");
-  if (encoded.octets.empty()) return;
-  unsigned head = add ? 0x90 : 0x80;
-  if (encoded.type != kText) {
-    head |= encoded.type == kRestrictedAlphabet ? 0x08 : 0x0C;
-    PutOctet(head | (encoded.index - 1) >> 6);
-    head = ((encoded.index - 1) & 0x3F) << 2;
-  }
-  detail::PutLengthOnSeventhBit(m_strPiece, head,
-                                static_cast<std::uint32_t>(encoded.octets.size()));
-  m_strPiece += encoded.octets;
-  if (add) CFIVocabulary::AddValueToMap(strVal, m_pVocabulary->m_characterChunkMap);
 }
 
 // The octets belong to the text or to this writer, until the next call. There are none for a text
@@ -376,33 +402,33 @@ CFastInfosetWriter::CValue CFastInfosetWriter::Encode(const std::string& text, I
   const auto encoding = m_pOptions->GetEncoding(type);
   const std::uint32_t index = encoding.m_dwIndex;
   switch (encoding.m_dwType) {
-    case kText:
+    case detail::kFIText:
       if (m_pOptions->GetDefaultStringEncoding() == 1) {
         throw CQzException(
             "Failed to write FastInfoset. Unsupported Feature UTF16BE in "
             "EncodedCharacterStringBit5.");
       }
-      if (detail::IsLocalUtf8()) return {text.c_str(), kText, 0};
+      if (detail::IsLocalUtf8()) return {text.c_str(), detail::kFIText, 0};
       m_bdOctets.SetAsEncodedString(10, text.c_str());
-      return {Octets(m_bdOctets), kText, 0};
-    case kRestrictedAlphabet:
+      return {Octets(m_bdOctets), detail::kFIText, 0};
+    case detail::kFIRestrictedAlphabet:
       if (index < 1 || index > 2) {
         throw CQzException(
             FormatString("Failed to write FastInfoset. Invalid Restricted Alphabet value [%d]",
                          static_cast<int>(index)));
       }
       m_strOctets.clear();
-      detail::AppendRestrictedAlphabetString(m_pVocabulary->m_restrictedAlphabets[index - 1], text,
+      detail::AppendRestrictedAlphabetString(CFIVocabulary::GetAlphabets()[index - 1], text,
                                              m_strOctets);
-      return {m_strOctets, kRestrictedAlphabet, index};
-    case kAlgorithm:
+      return {m_strOctets, detail::kFIRestrictedAlphabet, index};
+    case detail::kFIAlgorithm:
       if (index < 1 || index > 10) {
         throw CQzException(
             FormatString("Failed to write FastInfoset. Invalid Encoding Algorithm value [%d]",
                          static_cast<int>(index)));
       }
       m_bdOctets.SetAsEncodedString(index, text.c_str());
-      return {Octets(m_bdOctets), kAlgorithm, index};
+      return {Octets(m_bdOctets), detail::kFIAlgorithm, index};
     default:
       throw CQzException(unknownEncoding);
   }
@@ -410,17 +436,26 @@ CFastInfosetWriter::CValue CFastInfosetWriter::Encode(const std::string& text, I
 
 // ---- The stream ----
 
-void CFastInfosetWriter::FlushWhenDue() {
-  if (m_strPiece.size() >= kFlushSize) Flush();
+void CFastInfosetWriter::PutOctets(std::string_view octets) {
+  char* const out = BeginPiece(octets.size());
+  EndPiece(detail::CopyShort(out, octets.data(), octets.size()));
+}
+
+void CFastInfosetWriter::GrowPiece(std::size_t size) {
+  const std::size_t room = std::max({kFirstRoom, m_pieceRoom * 2, m_pieceSize + size});
+  std::unique_ptr<char[]> piece(new char[room]);
+  if (m_pieceSize != 0) std::memcpy(piece.get(), m_piece.get(), m_pieceSize);
+  m_piece = std::move(piece);
+  m_pieceRoom = room;
 }
 
 void CFastInfosetWriter::Flush() {
-  for (std::size_t at = 0; at < m_strPiece.size(); at += kLargestPut) {
-    const std::size_t rest = m_strPiece.size() - at;
-    m_pStream->Put(m_strPiece.data() + at,
+  for (std::size_t at = 0; at < m_pieceSize; at += kLargestPut) {
+    const std::size_t rest = m_pieceSize - at;
+    m_pStream->Put(m_piece.get() + at,
                    static_cast<std::uint32_t>(std::min<std::size_t>(rest, kLargestPut)));
   }
-  m_strPiece.clear();
+  m_pieceSize = 0;
 }
 
 }  // namespace QzXmlLib16

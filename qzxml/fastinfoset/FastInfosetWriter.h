@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -9,12 +10,20 @@
 #include "qzxml/fastinfoset/FastInfosetBinaryData.h"
 #include "qzxml/platform/Export.h"
 #include "qzxml/runtime/XmlTypes.h"
+#include "qzxml/xml/ShortWays.h"
 #include "qzxml/xml/XmlWriter.h"
 
 namespace QzXmlLib16 {
 
 class CBinaryStream;
 class CFastInfosetContext;
+
+namespace detail {
+class CFIKnownNames;
+struct CFIKnownOctets;
+struct CFIAttributeForm;
+struct CFIChunkForm;
+}  // namespace detail
 
 // Writes one document as Fast Infoset into a stream that it does not own, nor the options; both
 // must outlive it. The stream has all octets behind WriteDocumentEnd, and before that as many as
@@ -47,7 +56,7 @@ class CFastInfosetContext;
 //   it goes first, and so lands inside the element that has ended.
 //
 // Source: ITU-T Rec. X.891 | ISO/IEC 24824-1.
-class QZXML_API CFastInfosetWriter : public CXmlWriter {
+class QZXML_API CFastInfosetWriter : public CXmlWriter, private detail::CShortWays {
  public:
   // Named in documents that start from a generated vocabulary without a URI of its own.
   static constexpr char kDefaultVocabularyURI[] = "urn:qzxml:fast-infoset:vocabulary";
@@ -110,34 +119,95 @@ class QZXML_API CFastInfosetWriter : public CXmlWriter {
     std::uint32_t index;
   };
 
+  class CTableEntry;  // FastInfosetWriterEntry.h
+
+  // ---- Short ways, in FastInfosetWriterShort.cpp ----
+
+  bool PutTextElement(const detail::ElementTags& name, const std::string& uri,
+                      const std::string& text, ItemType type) override;
+  bool PutValueElement(const detail::ElementTags& name, const std::string& uri,
+                       const QzVariant& value, const std::string& format) override;
+  bool PutValueAttribute(const detail::AttributeTag& name, const QzVariant& value,
+                         const std::string& format) override;
+
+  template <typename PutContent>
+  bool PutElement(const detail::ElementTags& name, const std::string& uri, std::size_t room,
+                  PutContent put);
+  template <typename PutContent>
+  bool PutAttribute(const detail::AttributeTag& name, std::size_t room, PutContent put);
+  template <typename PutContent>
+  bool PutOtherElement(const detail::ElementTags& name, const std::string& uri, std::size_t room,
+                       PutContent& put);
+  template <typename PutContent>
+  bool PutOtherAttribute(const detail::AttributeTag& name, std::size_t room, PutContent& put);
+  template <typename PutContent>
+  std::string_view PutAside(std::size_t room, PutContent& put);
+  char* BeginElement(std::size_t room);
+  void EndElement(const char* end);
+  void KeepElement(const detail::ElementTags& name, const detail::CFIKnownOctets& octets);
+  template <typename Form>
+  char* PutShortText(char* out, std::string_view text, ItemType type);
+  template <typename Form, typename Number>
+  char* PutNumber(char* out, const Number& number);
+  template <typename Form>
+  CFIVocabulary::CIndexMap& GetTable() const;
+
+  // ---- The long way ----
+
   void FlushPendingElement(bool hasAttributes);
   void CloseStartTag();
   void BeginAttribute();
   const std::string& GetAlias(CXmlWriterContext& context, const std::string& uri);
 
-  void PutOctet(unsigned octet) { m_strPiece += static_cast<char>(octet); }
   void PutNamespaceAttributes(unsigned byCurrent);
-  void PutElementName(unsigned byCurrent, const std::string& strPrefix,
-                      const std::string& strNamespace, const std::string& strLocalName);
-  void PutAttributeName(unsigned byCurrent, const std::string& strPrefix,
-                        const std::string& strNamespace, const std::string& strLocalName);
+  void PutPendingName(unsigned byCurrent, CXmlWriterContext& context);
+  std::uint32_t PutElementName(unsigned byCurrent, const std::string& strPrefix,
+                               const std::string& strNamespace, const std::string& strLocalName);
+  std::uint32_t PutAttributeName(unsigned byCurrent, const std::string& strPrefix,
+                                 const std::string& strNamespace, const std::string& strLocalName);
   void PutLiteralName(unsigned mark, const std::string& strPrefix, const std::string& strNamespace,
                       const std::string& strLocalName);
   void PutIdentifier(const std::string& text, CFIVocabulary::CIndexMap& map);
   void PutName(const std::string& text);
+  void PutUtf8(std::string_view octets);
+  template <typename Form>
+  bool PutValue(const std::string& value, ItemType type, const char* unknownEncoding);
   void PutAttributeValue(const std::string& value, ItemType type);
   void PutCharacterChunk(const std::string& strVal, ItemType type);
   CValue Encode(const std::string& text, ItemType type, const char* unknownEncoding);
-  void FlushWhenDue();
+
+  // ---- What is not in the stream yet ----
+
+  static constexpr std::size_t kFlushSize = 4096;
+
+  // A place with room for so many octets; EndPiece counts those in front of another place.
+  char* BeginPiece(std::size_t size) {
+    if (size > m_pieceRoom - m_pieceSize) GrowPiece(size);
+    return m_piece.get() + m_pieceSize;
+  }
+  void EndPiece(const char* end) { m_pieceSize = static_cast<std::size_t>(end - m_piece.get()); }
+  void PutOctet(unsigned octet) {
+    *BeginPiece(1) = static_cast<char>(octet);
+    ++m_pieceSize;
+  }
+  void PutOctets(std::string_view octets);
+  void GrowPiece(std::size_t size);
+  void FlushWhenDue() {
+    if (m_pieceSize >= kFlushSize) Flush();
+  }
   void Flush();
 
   CBinaryStream* m_pStream;              // not owned
   CFastInfosetContext* m_pOptions;       // not owned
   CXmlWriterContext* m_pPendingContext;  // an element of which nothing is written yet; owned
   bool m_bHalfTerminatorPending;         // the end of an element still has to be written
-  const std::string m_strNone;           // no prefix
+  bool m_bHasRoot;
+  const std::string m_strNone;  // no prefix
   std::unique_ptr<CFIVocabulary> m_pVocabulary;
-  std::string m_strPiece;             // what is not in the stream yet
+  std::unique_ptr<detail::CFIKnownNames> m_pKnownNames;  // of one root
+  std::unique_ptr<char[]> m_piece;
+  std::size_t m_pieceSize;
+  std::size_t m_pieceRoom;
   std::string m_strKey;               // of a name in the vocabulary
   std::string m_strName;              // of the element whose start is written
   std::string m_strOctets;            // of a value in a restricted alphabet

@@ -1,40 +1,32 @@
 #include "qzxml/fastinfoset/OctetForms.h"
 
 #include <cstddef>
+#include <cstring>
 
-#include "qzxml/platform/Assert.h"
 #include "qzxml/runtime/QzException.h"
 
 namespace QzXmlLib16::detail {
 namespace {
 
-void PutOctet(std::string& out, std::uint32_t octet) { out += static_cast<char>(octet); }
-
 // The lowest count octets of a number, highest first.
-void PutOctets(std::string& out, std::uint32_t number, int count) {
-  for (int shift = 8 * (count - 1); shift >= 0; shift -= 8) PutOctet(out, number >> shift & 0xFF);
+char* WriteOctets(char* out, std::uint32_t number, int count) {
+  for (int shift = 8 * (count - 1); shift >= 0; shift -= 8) {
+    out = WriteOctet(out, number >> shift & 0xFF);
+  }
+  return out;
 }
 
 // A number whose highest bits stand in the octet of the mark, and the others in count octets.
-void PutMarked(std::string& out, unsigned mark, std::uint32_t number, int count) {
-  PutOctet(out, mark | number >> (8 * count));
-  PutOctets(out, number, count);
+char* WriteMarked(char* out, unsigned mark, std::uint32_t number, int count) {
+  return WriteOctets(WriteOctet(out, mark | number >> (8 * count)), number, count);
 }
 
-// The three forms of a length: the least lengths of the second and the third, and their marks.
-void PutLength(std::string& out, unsigned head, std::uint32_t length, std::uint32_t second,
-               unsigned secondMark, unsigned thirdMark) {
-  QZ_ASSERT(length > 0);
-  const std::uint32_t third = second + 256;
-  if (length < second) {
-    PutOctet(out, head | (length - 1));
-  } else if (length < third) {
-    PutOctet(out, head | secondMark);
-    PutOctet(out, length - second);
-  } else {
-    PutOctet(out, head | thirdMark);
-    PutOctets(out, length - third, 4);
-  }
+using Form = char* (*)(char* out, unsigned head, std::uint32_t number);
+
+template <Form write>
+void Put(std::string& out, unsigned head, std::uint32_t number) {
+  char octets[kFormSize];
+  out.append(octets, write(octets, head, number));
 }
 
 std::size_t PositionIn(const std::string& alphabet, char c) {
@@ -46,56 +38,68 @@ std::size_t PositionIn(const std::string& alphabet, char c) {
   return position;
 }
 
+constexpr unsigned char kNotInAlphabet = 0xFF;
+
+// The position of each character.
+struct Positions {
+  explicit Positions(const std::string& alphabet) {
+    std::memset(of, kNotInAlphabet, sizeof of);
+    for (std::size_t i = alphabet.size(); i > 0; --i) {
+      of[static_cast<unsigned char>(alphabet[i - 1])] = static_cast<unsigned char>(i - 1);
+    }
+  }
+  unsigned operator[](char c) const { return of[static_cast<unsigned char>(c)]; }
+
+  unsigned char of[256];
+};
+
 }  // namespace
 
+char* WriteLongIndexOnSecondBit(char* out, unsigned head, std::uint32_t dwVal) {
+  if (dwVal <= 8256) return WriteMarked(out, head | 0x40, dwVal - 65, 1);
+  return WriteMarked(out, head | 0x60, dwVal - 8257, 2);
+}
+
+char* WriteLongIndexOnThirdBit(char* out, unsigned head, std::uint32_t dwVal) {
+  if (dwVal <= 2080) return WriteMarked(out, head | 0x20, dwVal - 33, 1);
+  if (dwVal <= 526368) return WriteMarked(out, head | 0x28, dwVal - 2081, 2);
+  // Meant: 526368 where the standard has 526369; documents of this library always had it so.
+  return WriteMarked(out, head | 0x30, dwVal - 526368, 3);
+}
+
+char* WriteLongIndexOnFourthBit(char* out, unsigned head, std::uint32_t dwVal) {
+  if (dwVal <= 1040) return WriteMarked(out, head | 0x10, dwVal - 17, 1);
+  if (dwVal <= 263184) return WriteMarked(out, head | 0x14, dwVal - 1041, 2);
+  return WriteMarked(out, head | 0x18, dwVal - 263185, 3);
+}
+
+char* WriteLongestLength(char* out, unsigned head, std::uint32_t length, std::uint32_t second) {
+  const unsigned mark = (second - 1) | (second - 1) >> 1;
+  return WriteOctets(WriteOctet(out, head | mark), length - second - 256, 4);
+}
+
 void PutIndexOnSecondBit(std::string& out, unsigned head, std::uint32_t dwVal) {
-  QZ_ASSERT(dwVal > 0);
-  if (dwVal <= 64) {
-    PutOctet(out, head | (dwVal - 1));
-  } else if (dwVal <= 8256) {
-    PutMarked(out, head | 0x40, dwVal - 65, 1);
-  } else {
-    PutMarked(out, head | 0x60, dwVal - 8257, 2);
-  }
+  Put<&WriteIndexOnSecondBit>(out, head, dwVal);
 }
 
 void PutIndexOnThirdBit(std::string& out, unsigned head, std::uint32_t dwVal) {
-  QZ_ASSERT(dwVal > 0);
-  if (dwVal <= 32) {
-    PutOctet(out, head | (dwVal - 1));
-  } else if (dwVal <= 2080) {
-    PutMarked(out, head | 0x20, dwVal - 33, 1);
-  } else if (dwVal <= 526368) {
-    PutMarked(out, head | 0x28, dwVal - 2081, 2);
-  } else {
-    // Meant: 526368 where the standard has 526369; documents of this library always had it so.
-    PutMarked(out, head | 0x30, dwVal - 526368, 3);
-  }
+  Put<&WriteIndexOnThirdBit>(out, head, dwVal);
 }
 
 void PutIndexOnFourthBit(std::string& out, unsigned head, std::uint32_t dwVal) {
-  QZ_ASSERT(dwVal > 0);
-  if (dwVal <= 16) {
-    PutOctet(out, head | (dwVal - 1));
-  } else if (dwVal <= 1040) {
-    PutMarked(out, head | 0x10, dwVal - 17, 1);
-  } else if (dwVal <= 263184) {
-    PutMarked(out, head | 0x14, dwVal - 1041, 2);
-  } else {
-    PutMarked(out, head | 0x18, dwVal - 263185, 3);
-  }
+  Put<&WriteIndexOnFourthBit>(out, head, dwVal);
 }
 
 void PutLengthOnSecondBit(std::string& out, unsigned head, std::uint32_t length) {
-  PutLength(out, head, length, 65, 0x40, 0x60);
+  Put<&WriteLengthOnSecondBit>(out, head, length);
 }
 
 void PutLengthOnFifthBit(std::string& out, unsigned head, std::uint32_t length) {
-  PutLength(out, head, length, 9, 0x08, 0x0C);
+  Put<&WriteLengthOnFifthBit>(out, head, length);
 }
 
 void PutLengthOnSeventhBit(std::string& out, unsigned head, std::uint32_t length) {
-  PutLength(out, head, length, 3, 0x02, 0x03);
+  Put<&WriteLengthOnSeventhBit>(out, head, length);
 }
 
 void AppendRestrictedAlphabetString(const std::string& alphabet, const std::string& text,
@@ -119,8 +123,26 @@ void AppendRestrictedAlphabetString(const std::string& alphabet, const std::stri
       octet =
           octet << 4 | (isLast ? 0x0F : static_cast<std::uint32_t>(PositionIn(alphabet, text[i])));
     }
-    PutOctet(out, octet);
+    out += static_cast<char>(octet);
   }
+}
+
+char* WriteSmallAlphabetString(const std::string& alphabet, std::string_view text, char* out) {
+  QZ_ASSERT(alphabet.size() >= 8 && alphabet.size() < 16);
+  const Positions positions(alphabet);
+  unsigned outside = 0;
+  std::size_t i = 0;
+  for (; i + 1 < text.size(); i += 2) {
+    const unsigned high = positions[text[i]];
+    const unsigned low = positions[text[i + 1]];
+    outside |= (high | low) & 0xF0u;
+    out = WriteOctet(out, high << 4 | low);
+  }
+  if (i < text.size()) {
+    outside |= positions[text[i]] & 0xF0u;
+    out = WriteOctet(out, positions[text[i]] << 4 | 0x0F);
+  }
+  return outside == 0 ? out : nullptr;
 }
 
 }  // namespace QzXmlLib16::detail

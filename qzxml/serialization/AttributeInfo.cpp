@@ -122,11 +122,18 @@ void CAttributeInfoPrimitive::AttributeToXml(const CSerializationContext& contex
   QzVariant value;
   ReadProperty(object, value);
   if (m_bOptional && !value.IsValid()) return;
-  CXmlTextWriter* const plain = writer->GetPlainTextWriter();
-  const bool isPlain =
-      plain != nullptr && m_bIsPlainValue && value.GetTypeAsEnum() == m_itemType && !value.IsNil();
-  if (isPlain && plain->PutValueAttribute(m_tag, value, m_strFormatOverride)) return;
-  ValueToXml(context, value, writer);
+  const bool isPlain = m_bIsPlainValue && value.GetTypeAsEnum() == m_itemType && !value.IsNil();
+  if (!isPlain || !PlainValueToXml(value, writer)) ValueToXml(context, value, writer);
+}
+
+// The short way.
+inline bool CAttributeInfoPrimitive::PlainValueToXml(const QzVariant& value,
+                                                     CXmlWriter* writer) const {
+  if (CXmlTextWriter* const plain = writer->GetPlainTextWriter()) {
+    return plain->PutValueAttribute(m_tag, value, m_strFormatOverride);
+  }
+  detail::CShortWays* const other = writer->GetShortWays();
+  return other != nullptr && other->PutValueAttribute(m_tag, value, m_strFormatOverride);
 }
 
 // The general way.

@@ -122,6 +122,7 @@ class QZXML_API CAttributeInfoPrimitive : public CAttributeInfo {
   void CheckRestriction(QzVariant value) const;
 
  private:
+  bool PlainValueToXml(const QzVariant& value, CXmlWriter* writer) const;
   void ValueToXml(const CSerializationContext& context, const QzVariant& value,
                   CXmlWriter* writer) const;
   void CheckFacets(const QzVariant& value) const;

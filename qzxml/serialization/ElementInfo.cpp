@@ -23,7 +23,7 @@ CElementInfo::CElementInfo(const char* elementName, const char* elementNamespace
                            std::int32_t propertyIndex)
     : m_strElementName(TextOrEmpty(elementName)),
       m_strElementNamespace(TextOrEmpty(elementNamespace)),
-      m_tags(m_strElementName),
+      m_tags(QzXmlLib16::detail::ElementTags::InOneNamespace(m_strElementName)),
       m_lPropertyIndex(propertyIndex),
       m_itemType(ItemType_None),
       m_whitespaceRule(CWhitespaceUtils::WhitespaceRule_None),
@@ -175,14 +175,22 @@ bool CElementInfo::ElementToXmlPrim(const CSerializationContext&, const CXmlGene
   QzVariant value;
   ReadProperty(object, value);
   if (!value.IsValid()) return false;
-  CXmlTextWriter* const plain = writer->GetPlainTextWriter();
-  const bool isPlain =
-      plain != nullptr && m_bIsPlainValue && value.GetTypeAsEnum() == m_itemType && !value.IsNil();
-  if (isPlain &&
-      plain->PutValueElement(m_tags, m_strElementNamespace, value, m_strFormatOverride)) {
-    return true;
+  const bool isPlain = m_bIsPlainValue && value.GetTypeAsEnum() == m_itemType && !value.IsNil();
+  return (isPlain && PlainValueToXml(value, writer)) || ValueToXml(value, writer);
+}
+
+// The short way.
+inline bool CElementInfo::PlainValueToXml(const QzVariant& value, CXmlWriter* writer) const {
+  if (CXmlTextWriter* const plain = writer->GetPlainTextWriter()) {
+    return plain->PutValueElement(m_tags, m_strElementNamespace, value, m_strFormatOverride);
   }
-  return ValueToXml(value, writer);
+  detail::CShortWays* const other = writer->GetShortWays();
+  if (other == nullptr) return false;
+  if (m_itemType == ItemType_string) {
+    const std::string& text = value.GetStringReference();
+    return other->PutTextElement(m_tags, m_strElementNamespace, text, ItemType_string);
+  }
+  return other->PutValueElement(m_tags, m_strElementNamespace, value, m_strFormatOverride);
 }
 
 // The general way for a value, which is not invalid.

@@ -147,6 +147,7 @@ class QZXML_API CElementInfo {
   friend class QzXmlLib16::CXmlGeneratedClass;
   friend class CElementInfoValues;
 
+  bool PlainValueToXml(const QzVariant& value, CXmlWriter* writer) const;
   bool ValueToXml(const QzVariant& value, CXmlWriter* writer) const;
   static void ToXml_Int(const CXmlObjectBase* object, CXmlWriter* writer, const char* namespaceUri,
                         const CSerializationContext& context, bool optionalChoice);

@@ -27,23 +27,17 @@ void ThrowTooLarge(std::string_view text, const char* kind) {
 }
 
 std::string IntegerToString(std::uint64_t magnitude, bool isNegative) {
-  static constexpr char kPairs[] =
-      "00010203040506070809101112131415161718192021222324252627282930313233343536373839404142434445"
-      "46"
-      "47484950515253545556575859606162636465666768697071727374757677787980818283848586878889909192"
-      "93"
-      "949596979899";
   char buffer[kNumberSize];
   char* const end = buffer + kNumberSize;
   char* at = end;
   while (magnitude >= 100) {
     at -= 2;
-    std::memcpy(at, kPairs + magnitude % 100 * 2, 2);
+    std::memcpy(at, kDigitPairs + magnitude % 100 * 2, 2);
     magnitude /= 100;
   }
   if (magnitude >= 10) {
     at -= 2;
-    std::memcpy(at, kPairs + magnitude * 2, 2);
+    std::memcpy(at, kDigitPairs + magnitude * 2, 2);
   } else {
     *--at = static_cast<char>('0' + magnitude);
   }

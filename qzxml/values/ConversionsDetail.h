@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -21,10 +22,33 @@ inline char* WriteText(char* buffer, std::string_view text) {
   return buffer + text.copy(buffer, text.size());
 }
 
-// The decimal digits, with a minus where there is one.
+// The numbers from 00 to 99.
+inline constexpr char kDigitPairs[] =
+    "0001020304050607080910111213141516171819202122232425262728293031323334353637383940414243444546"
+    "4748495051525354555657585960616263646566676869707172737475767778798081828384858687888990919293"
+    "949596979899";
+
+// One or two digits.
+inline char* WriteUpTo99(char* buffer, unsigned value) {
+  if (value < 10) {
+    *buffer = static_cast<char>('0' + value);
+    return buffer + 1;
+  }
+  std::memcpy(buffer, kDigitPairs + std::size_t{2} * value, 2);
+  return buffer + 2;
+}
+
+// The decimal digits, with a minus where there is one. Most numbers have four digits at most.
 template <typename Integer>
 char* WriteInteger(char* buffer, Integer value) {
-  return std::to_chars(buffer, buffer + kNumberSize, value).ptr;
+  if (value < Integer{0} || static_cast<std::uint64_t>(value) > 9999) {
+    return std::to_chars(buffer, buffer + kNumberSize, value).ptr;
+  }
+  const auto small = static_cast<unsigned>(value);
+  if (small < 100) return WriteUpTo99(buffer, small);
+  buffer = WriteUpTo99(buffer, small / 100);
+  std::memcpy(buffer, kDigitPairs + std::size_t{2} * (small % 100), 2);
+  return buffer + 2;
 }
 
 // The same as a string. The digits are written from the last to the first, two at a time, so that
@@ -53,6 +77,9 @@ inline char* WriteDay(char* buffer, unsigned char value) {
 // What r4ToString and r8ToString return without a format.
 char* WriteR4(char* buffer, float value);
 char* WriteR8(char* buffer, double value);
+// readBack becomes what r8FromString makes of the text, if that is easily told, and else stays.
+char* WriteR4(char* buffer, float value, double& readBack);
+char* WriteR8(char* buffer, double value, double& readBack);
 
 // Append what r4ToString and r8ToString return for the format.
 void AppendR4(float value, std::string_view format, std::string& out);

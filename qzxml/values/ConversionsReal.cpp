@@ -40,17 +40,21 @@ char* WidenExponent(char* begin, char* end) {
   return end + 1;
 }
 
-char* WriteReal(char* buffer, double value, int digits) {
+char* WriteReal(char* buffer, double value, int digits, double* readBack = nullptr) {
   if (!std::isfinite(value)) {
     return detail::WriteText(buffer, std::isnan(value) ? "NaN" : value < 0 ? "-INF" : "INF");
   }
   // A whole number of no more digits is written as such: the general form has no point there.
   const double most = digits == kR8Digits ? 1e16 : 1e7;
   if (std::abs(value) < most && value == std::trunc(value) && value != 0) {
+    if (readBack != nullptr) *readBack = value;
     return detail::WriteInteger(buffer, static_cast<std::int64_t>(value));
   }
+  if (readBack != nullptr && value == 0) *readBack = value;
 #if defined(QZXML_WRITES_ORDINARY_FRACTIONS)
-  if (char* const behind = detail::WriteOrdinaryFraction(buffer, value, digits)) return behind;
+  if (char* const behind = detail::WriteOrdinaryFraction(buffer, value, digits, readBack)) {
+    return behind;
+  }
 #endif
   char* const end = buffer + detail::kNumberSize - 1;
   return WidenExponent(buffer,
@@ -330,6 +334,14 @@ char* WriteR4(char* buffer, float value) {
 }
 
 char* WriteR8(char* buffer, double value) { return WriteReal(buffer, value, kR8Digits); }
+
+char* WriteR4(char* buffer, float value, double& readBack) {
+  return WriteReal(buffer, static_cast<double>(value), kR4Digits, &readBack);
+}
+
+char* WriteR8(char* buffer, double value, double& readBack) {
+  return WriteReal(buffer, value, kR8Digits, &readBack);
+}
 
 void AppendR4(float value, std::string_view format, std::string& out) {
   AppendReal(static_cast<double>(value), format, kR4Digits, out);

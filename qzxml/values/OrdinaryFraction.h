@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cfloat>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -28,12 +29,17 @@ inline constexpr std::array<std::uint64_t, 20> kPowersOfTen = [] {
 // The way is exact, in whole numbers: what stands behind the point is a fraction of a power of two,
 // a part of the mantissa. Times a power of ten its upper part is the digits, and the lower part,
 // which is cut off, rounds them: ties to even, as the general form does.
-inline char* WriteOrdinaryFraction(char* buffer, double value, int digits) {
+//
+// Where there is a readBack it becomes the number that the text says, if that is easily told: one
+// division of two numbers that a double holds exactly. Else it stays as it is.
+inline char* WriteOrdinaryFraction(char* buffer, double value, int digits,
+                                   double* readBack = nullptr) {
   __extension__ using Wide = unsigned __int128;
   constexpr int kMantissaBits = 52;
   constexpr std::uint64_t kLeadingBit = std::uint64_t{1} << kMantissaBits;
 
-  if (value < 0) {
+  const bool isNegative = value < 0;
+  if (isNegative) {
     *buffer++ = '-';
     value = -value;
   }
@@ -66,6 +72,11 @@ inline char* WriteOrdinaryFraction(char* buffer, double value, int digits) {
     scale /= zeros;
   }
 
+  const std::uint64_t all = whole * scale + fraction;  // at most 17 digits
+  if (readBack != nullptr && FLT_EVAL_METHOD == 0 && all <= std::uint64_t{1} << 53) {
+    const double number = static_cast<double>(all) / static_cast<double>(scale);
+    *readBack = isNegative ? -number : number;
+  }
   char* const point = WriteInteger(buffer, whole);
   char* const end = WriteInteger(point, scale + fraction);  // its first digit is a 1
   *point = '.';

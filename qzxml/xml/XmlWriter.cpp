@@ -1,5 +1,6 @@
 #include "qzxml/xml/XmlWriter.h"
 
+#include <atomic>
 #include <string>
 
 #include "qzxml/platform/Assert.h"
@@ -10,13 +11,22 @@
 #include "qzxml/xml/XmlWriterContext.h"
 
 namespace QzXmlLib16 {
+namespace detail {
+
+std::uint64_t NextNameId() {
+  static std::atomic<std::uint64_t> last{0};
+  return last.fetch_add(1, std::memory_order_relaxed) + 1;
+}
+
+}  // namespace detail
 
 CXmlWriter::CXmlWriter(const char* className)
     : CInstanceMonitor(className),
       m_pContext(nullptr),
       m_pIdle(nullptr),
       m_bDocumentValues(false),
-      m_pPlainTextWriter(nullptr) {
+      m_pPlainTextWriter(nullptr),
+      m_pShortWays(nullptr) {
   CXmlWriter::AddNamespaceMapping("xml", kXmlNamespace);
 }
 
@@ -57,6 +67,7 @@ void CXmlWriter::WriteTextElement(const detail::ElementTags& name, const std::st
                                   const std::string& text, ItemType type, bool isDefault) {
   CXmlTextWriter* const plain = GetPlainTextWriter();
   if (plain != nullptr && plain->PutTextElement(name, uri, text, isDefault)) return;
+  if (m_pShortWays != nullptr && m_pShortWays->PutTextElement(name, uri, text, type)) return;
   WriteStartElement(name.GetName(), uri);
   WriteText(text, type, isDefault);
   WriteEndElement();

@@ -8,6 +8,7 @@
 #include "qzxml/platform/Export.h"
 #include "qzxml/runtime/MemoryLeakHelp.h"
 #include "qzxml/values/ItemType.h"
+#include "qzxml/xml/ShortWays.h"
 #include "qzxml/xml/WrittenName.h"
 
 namespace QzXmlLib16 {
@@ -88,13 +89,16 @@ class QZXML_API CXmlWriter : public CInstanceMonitor {
   // ---- For all writers ----
 
   // An element with nothing but a text: WriteStartElement, WriteText and WriteEndElement in one
-  // call, which the text writer serves in one go.
+  // call, which writers with short ways serve in one go.
   void WriteTextElement(const detail::ElementTags& name, const std::string& uri,
                         const std::string& text, ItemType type, bool isDefault);
 
   // This writer, if it is the text writer itself and no class derived from it, and its document has
   // begun; null for any other. Whoever asks may use the short ways that it offers.
   CXmlTextWriter* GetPlainTextWriter() const { return m_pPlainTextWriter; }
+
+  // The short ways of any other writer that has some, under the same condition; or null.
+  detail::CShortWays* GetShortWays() const { return m_pShortWays; }
 
   // 1 in front of the items of a collection, 3 behind them: kept in the innermost element for
   // formats that mark collections. Does nothing while no element is open.
@@ -113,6 +117,7 @@ class QZXML_API CXmlWriter : public CInstanceMonitor {
   explicit CXmlWriter(const char* className);
 
   void SetPlainTextWriter(CXmlTextWriter* writer) { m_pPlainTextWriter = writer; }
+  void SetShortWays(detail::CShortWays* shortWays) { m_pShortWays = shortWays; }
 
   // ---- The stack of open elements ----
 
@@ -155,6 +160,7 @@ class QZXML_API CXmlWriter : public CInstanceMonitor {
   CXmlWriterContext* m_pIdle;  // ended contexts, chained by their parents, for reuse
   bool m_bDocumentValues;
   CXmlTextWriter* m_pPlainTextWriter;  // this, or null
+  detail::CShortWays* m_pShortWays;    // of this, or null
   Scratch m_scratch;
 };
 

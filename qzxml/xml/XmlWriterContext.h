@@ -76,6 +76,10 @@ class QZXML_API CXmlWriter::CXmlWriterContext : public CInstanceMonitor {
   // The first of "AA", "AB" to "ZZ", then "AAA" and on, that no mapping in force uses.
   std::string GenerateAlias() const;
 
+  // A number that stands for the namespaces in force, among the elements of one root: it changes
+  // with them, is that of before when a scope ends, and is never 0.
+  std::uint64_t GetNamespaceState() const { return m_pNamespaces->GetState(); }
+
   // The prefix that the element's own name takes here: null when it has no namespace or that is the
   // default one, else its alias. False when the namespace is unknown, and prefix is unchanged then.
   bool FindPrefix(const std::string*& prefix) {

@@ -1,0 +1,80 @@
+#include "qzxml/fastinfoset/FITextIndexes.h"
+
+#include <utility>
+
+#include "qzxml/fastinfoset/FITextIndexesFind.h"
+
+namespace QzXmlLib16::detail {
+namespace {
+
+// Most tables stay small, or get large.
+constexpr std::size_t kFirstPlaces = 32;
+constexpr std::size_t kFirstGrowth = 4;
+constexpr std::size_t kSomePlaces = 256;
+constexpr std::size_t kFirstOctets = 512;
+
+}  // namespace
+
+std::vector<std::pair<std::string, std::uint32_t>> CFITextIndexes::GetAll() const {
+  std::vector<std::pair<std::string, std::uint32_t>> all;
+  for (std::size_t place = 0; place < GetPlaces(); ++place) {
+    const Entry entry = GetEntry(place);
+    if (entry.value == 0) continue;
+    if (entry.key >> 56 == kLongMark) {
+      all.emplace_back(GetLongText(entry.GetNumber()), entry.GetIndex());
+      continue;
+    }
+    std::string text(entry.key >> 56, '\0');
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      text[i] = static_cast<char>(entry.key >> (8 * i) & 0xFF);
+    }
+    all.emplace_back(std::move(text), entry.GetIndex());
+  }
+  return all;
+}
+
+void CFITextIndexes::Add(std::string_view text, std::uint64_t key, std::uint32_t index) {
+  if ((m_count + 1) * 2 > GetPlaces()) Grow();
+  const std::uint64_t number = text.size() > kShort ? AddLongText(text) : 0;
+  PutInFreePlace({key, number << 32 | index});
+  ++m_count;
+}
+
+std::uint32_t CFITextIndexes::AddLongText(std::string_view text) {
+  if (m_begins.empty()) {
+    m_texts.reserve(kFirstOctets);
+    m_begins.reserve(kFirstPlaces);
+    m_begins.push_back(0);
+  }
+  m_texts.insert(m_texts.end(), text.begin(), text.end());
+  m_begins.push_back(m_texts.size());
+  return static_cast<std::uint32_t>(m_begins.size() - 2);
+}
+
+void CFITextIndexes::Set(std::string_view text, std::uint32_t index) {
+  const std::uint64_t key = KeyOf(text);
+  if (Find(text, key) == 0) return Add(text, key, index);
+  const std::size_t place = FindPlace(text, key);
+  const std::uint64_t number = GetEntry(place).GetNumber();
+  SetEntry(place, {key, number << 32 | index});
+}
+
+[[gnu::noinline]] void CFITextIndexes::Grow() {
+  const std::size_t size = GetPlaces();
+  const std::size_t places =
+      size == 0 ? kFirstPlaces : size * (size < kSomePlaces ? kFirstGrowth : 2);
+  const std::vector<std::uint64_t> former = std::move(m_words);
+  m_words = std::vector<std::uint64_t>(places * 2);
+  for (std::size_t at = 0; at < former.size(); at += 2) {
+    if (former[at + 1] != 0) PutInFreePlace({former[at], former[at + 1]});
+  }
+}
+
+inline void CFITextIndexes::PutInFreePlace(const Entry& entry) {
+  const std::size_t mask = GetPlaces() - 1;
+  std::size_t at = HashOf(entry.key) & mask;
+  while (GetEntry(at).value != 0) at = (at + 1) & mask;
+  SetEntry(at, entry);
+}
+
+}  // namespace QzXmlLib16::detail

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "qzxml/platform/Export.h"
+
+namespace QzXmlLib16::detail {
+
+// Texts, each with an index: what a writer of Fast Infoset looks texts up in. They stand in an open
+// hash table, at most half full, long ones with their bytes behind those of the others; so a text
+// costs no memory of its own, and one that is looked for is mostly met at once.
+//
+// The hash is salted for each process (HashText), so that no document can be made whose texts
+// collide. A plain value; a copy is deep. The operations that look for a text are in
+// FITextIndexesFind.h.
+class QZXML_API CFITextIndexes {
+ public:
+  static constexpr std::size_t kShort = 7;
+
+  // By what a text is looked for. The first byte is its size and the others are its own, where the
+  // text is short, which is most of what is looked for; then no other text has the same. Else it
+  // begins with FF and a hash follows.
+  static std::uint64_t KeyOf(std::string_view text);
+
+  std::size_t GetCount() const { return m_count; }
+
+  // All texts with their indexes, in no order.
+  std::vector<std::pair<std::string, std::uint32_t>> GetAll() const;
+
+  // The index of a text, given with its key; 0 for one that is not there.
+  std::uint32_t Find(std::string_view text, std::uint64_t key) const;
+  std::uint32_t Find(std::string_view text) const;
+
+  // Gives a text that is not there yet an index, which is not 0.
+  void Add(std::string_view text, std::uint64_t key, std::uint32_t index);
+
+  // The same for any text: in place of the index that it may have.
+  void Set(std::string_view text, std::uint32_t index);
+
+ private:
+  // A place of the table, free where the index is 0.
+  struct Entry {
+    std::uint32_t GetIndex() const { return static_cast<std::uint32_t>(value); }
+    // Of a long text, from 0.
+    std::uint32_t GetNumber() const { return static_cast<std::uint32_t>(value >> 32); }
+
+    std::uint64_t key;
+    std::uint64_t value;
+  };
+
+  static std::uint64_t HashOf(std::uint64_t key);
+  std::string_view GetLongText(std::uint32_t number) const {
+    return std::string_view(m_texts.data(), m_texts.size())
+        .substr(m_begins[number], m_begins[number + 1] - m_begins[number]);
+  }
+  std::size_t FindPlace(std::string_view text, std::uint64_t key) const;
+  bool IsText(const Entry& entry, std::string_view text) const;
+  std::size_t GetPlaces() const { return m_words.size() / 2; }
+  Entry GetEntry(std::size_t place) const { return {m_words[place * 2], m_words[place * 2 + 1]}; }
+  void SetEntry(std::size_t place, const Entry& entry) {
+    m_words[place * 2] = entry.key;
+    m_words[place * 2 + 1] = entry.value;
+  }
+  void Grow();
+  void PutInFreePlace(const Entry& entry);
+  std::uint32_t AddLongText(std::string_view text);
+
+  std::vector<std::uint64_t> m_words;  // the places, two for each: a power of two, or none
+  std::size_t m_count = 0;
+  std::vector<char> m_texts;          // the long ones
+  std::vector<std::size_t> m_begins;  // of each of them, and of the next
+};
+
+}  // namespace QzXmlLib16::detail

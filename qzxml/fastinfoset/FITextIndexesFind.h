@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "qzxml/fastinfoset/FITextIndexes.h"
+#include "qzxml/xml/ShortText.h"
+#include "qzxml/xml/TextHash.h"
+
+// How a text is looked for: inline, for those who do so for each value of a document.
+namespace QzXmlLib16::detail {
+
+inline constexpr std::uint64_t kLongMark = 0xFF;  // in front of the key of a long text
+
+inline std::uint64_t CFITextIndexes::KeyOf(std::string_view text) {
+  const char* const bytes = text.data();
+  const std::size_t size = text.size();
+  if (size > kShort) return HashText(text) | kLongMark << 56;
+  std::uint64_t key = std::uint64_t{size} << 56;
+  const auto byte = [bytes](std::size_t at) {
+    return std::uint64_t{static_cast<unsigned char>(bytes[at])} << (8 * at);
+  };
+  if (size >= 4) {
+    key |= LoadWord<std::uint32_t>(bytes);
+    key |= std::uint64_t{LoadWord<std::uint32_t>(bytes + size - 4)} << (8 * (size - 4));
+  } else if (size > 0) {
+    key |= byte(0) | byte(size / 2) | byte(size - 1);
+  }
+  return key;
+}
+
+// The key of a long text is a hash already.
+inline std::uint64_t CFITextIndexes::HashOf(std::uint64_t key) {
+  return key >> 56 == kLongMark ? key : HashWord(key);
+}
+
+// The place of a text, or the free one where it would stand. There are places.
+inline std::size_t CFITextIndexes::FindPlace(std::string_view text, std::uint64_t key) const {
+  const std::size_t mask = GetPlaces() - 1;
+  std::size_t at = HashOf(key) & mask;
+  for (;; at = (at + 1) & mask) {
+    const Entry entry = GetEntry(at);
+    if (entry.value == 0 || (entry.key == key && IsText(entry, text))) return at;
+  }
+}
+
+// Whether the key of a text, which is that of the entry, is all there is to say.
+inline bool CFITextIndexes::IsText(const Entry& entry, std::string_view text) const {
+  return text.size() <= kShort || GetLongText(entry.GetNumber()) == text;
+}
+
+inline std::uint32_t CFITextIndexes::Find(std::string_view text, std::uint64_t key) const {
+  return m_count == 0 ? 0 : GetEntry(FindPlace(text, key)).GetIndex();
+}
+
+inline std::uint32_t CFITextIndexes::Find(std::string_view text) const {
+  return Find(text, KeyOf(text));
+}
+
+}  // namespace QzXmlLib16::detail

@@ -1,0 +1,108 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <forward_list>
+#include <string>
+#include <string_view>
+
+#include "qzxml/fastinfoset/OctetForms.h"
+#include "qzxml/xml/ShortText.h"
+
+namespace QzXmlLib16::detail {
+
+// The octets of the index of a name, with nothing in the head.
+struct CFIKnownOctets {
+  char* Write(char* out) const {
+    StoreWord(out, bytes);
+    return out + size;
+  }
+  // 0 for no index leaves none.
+  void SetElement(std::uint32_t index) {
+    if (index != 0) Set(index, &WriteIndexOnThirdBit);
+  }
+  void SetAttribute(std::uint32_t index) {
+    if (index != 0) Set(index, &WriteIndexOnSecondBit);
+  }
+
+  std::uint32_t bytes = 0;  // as they stand in memory
+  std::uint32_t size = 0;
+
+ private:
+  void Set(std::uint32_t index, char* (*write)(char*, unsigned, std::uint32_t)) {
+    char octets[kFormSize] = {};
+    size = static_cast<std::uint32_t>(write(octets, 0x00, index) - octets);
+    bytes = LoadWord<std::uint32_t>(octets);
+  }
+};
+
+// The octets for names that a document has met, found without putting the key of a name together.
+//
+// A name is known by its id, or by its bytes, and by the namespaces in force, on which its prefix
+// depends; see CXmlWriterContext::GetNamespaceState. Each name has one place that it may share with
+// others: what came last stands there.
+class CFIKnownNames {
+ public:
+  using Octets = CFIKnownOctets;
+  static constexpr std::size_t kRoom = 4;  // that Octets::Write takes
+
+  // A name with an id; state is 0 for an attribute.
+  struct ById {
+    bool Is(std::uint64_t askedId, std::uint64_t askedState) const {
+      return id == askedId && state == askedState;
+    }
+
+    std::uint64_t id = 0;
+    std::uint64_t state = 0;
+    Octets octets;
+  };
+  ById& AttributeOf(std::uint64_t id) { return m_attributes[id % m_attributes.size()]; }
+  ById& ElementOf(std::uint64_t id) { return m_elements[id % m_elements.size()]; }
+
+  // Any name of an element that is not too long.
+  struct ByText {
+    bool Is(std::string_view askedName, const std::string& askedUri,
+            std::uint64_t askedState) const {
+      return state == askedState && size == askedName.size() &&
+             AreEqual(name, askedName.data(), size) && AreEqual(*uri, askedUri);
+    }
+
+    // False, and there is none then, for a name that is too long.
+    bool SetName(std::string_view newName) {
+      state = 0;
+      if (newName.size() > sizeof name) return false;
+      size = newName.size();
+      CopyShort(name, newName.data(), size);
+      return true;
+    }
+
+    char name[32] = {};
+    std::size_t size = 0;
+    const std::string* uri = nullptr;  // stored by StoreUri
+    std::uint64_t state = 0;
+    Octets octets;
+  };
+  ByText& ElementOf(std::string_view name) {
+    std::size_t place = name.size();
+    if (!name.empty()) {
+      place += std::size_t{3} * static_cast<unsigned char>(name.front());
+      place += std::size_t{5} * static_cast<unsigned char>(name.back());
+    }
+    return m_texts[place % m_texts.size()];
+  }
+
+  // A copy that lives as long as this. Names that come one after the other mostly share it.
+  const std::string* StoreUri(const std::string& uri) {
+    if (m_uris.empty() || m_uris.front() != uri) m_uris.push_front(uri);
+    return &m_uris.front();
+  }
+
+ private:
+  std::array<ById, 64> m_attributes = {};
+  std::array<ById, 128> m_elements = {};
+  std::array<ByText, 32> m_texts = {};
+  std::forward_list<std::string> m_uris;
+};
+
+}  // namespace QzXmlLib16::detail
