@@ -16,6 +16,7 @@
 #include "qzxml/platform/DebugChannel.h"
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/QzException.h"
+#include "qzxml/xml/ShortText.h"
 #include "qzxml/xml/XmlDocument.h"
 #include "qzxml/xml/XmlDocumentNodes.h"
 
@@ -42,6 +43,8 @@ constexpr std::uint32_t kEnd = 0xF0;
 constexpr std::uint32_t kTwoEnds = 0xFF;
 constexpr std::uint32_t kProcessingInstruction = 0xE1;
 constexpr std::uint32_t kComment = 0xE2;
+
+constexpr std::size_t kFewEntries = 32;
 
 CInstanceClass g_readerClass("CFastInfosetReader");
 
@@ -114,6 +117,7 @@ class CFastInfosetReader::CRun {
   const detail::XmlName* FindName(CNames& names, std::uint32_t index);
   const detail::XmlName* ResolveName(const CFIVocabulary::CQNameParts& parts);
   std::uint32_t ReadIdentifying(CFIVocabulary::CFIStringTable& table);
+  static void AddEntry(CFIVocabulary::CFIStringTable& table, std::string_view text);
   static const std::string& Entry(const CFIVocabulary::CFIStringTable& table, std::uint32_t index);
 
   CXmlDocument& m_document;
@@ -262,12 +266,12 @@ std::string_view CFastInfosetReader::CRun::ReadText(std::uint32_t first) {
   CFIVocabulary::CFIStringTable& chunks = m_vocabulary.m_characterChunks;
   if ((first & 0x20) != 0) return Entry(chunks, m_octets.ReadIndexOnBit4(first));
   const std::string_view text = m_strings.Decode(m_octets.ReadEncodedOnBit5(first));
-  if ((first & 0x10) != 0) chunks.m_table.emplace_back(text);
+  if ((first & 0x10) != 0) AddEntry(chunks, text);
   return text;
 }
 
 void CFastInfosetReader::CRun::AppendText(std::string_view text) {
-  if (text.find('\r') != std::string_view::npos) {
+  if (detail::MayHoldControl(text) && text.find('\r') != std::string_view::npos) {
     m_strText.clear();
     std::copy_if(text.begin(), text.end(), std::back_inserter(m_strText),
                  [](char c) { return c != '\r'; });
@@ -311,7 +315,7 @@ std::string_view CFastInfosetReader::CRun::ReadAttributeValue() {
     return index != 0 ? std::string_view(Entry(values, index)) : std::string_view();
   }
   const std::string_view value = m_strings.Decode(m_octets.ReadEncodedOnBit3(first));
-  if ((first & 0x40) != 0) values.m_table.emplace_back(value);
+  if ((first & 0x40) != 0) AddEntry(values, value);
   return value;
 }
 
@@ -349,8 +353,13 @@ const detail::XmlName* CFastInfosetReader::CRun::ReadLiteralName(CNames& names,
   const std::uint32_t prefix = hasPrefix ? ReadIdentifying(m_vocabulary.m_prefixNames) : 0;
   const std::uint32_t uri = hasNamespace ? ReadIdentifying(m_vocabulary.m_namespaceNames) : 0;
   const CFIVocabulary::CQNameParts parts(prefix, uri, ReadIdentifying(m_vocabulary.m_localNames));
+  const detail::XmlName* const name = ResolveName(parts);
   CFIVocabulary::AddQNameToVector(parts, names.table);
-  return ResolveName(parts);
+  const std::size_t size = names.table.m_table.size();
+  names.records.reserve(kFewEntries);
+  names.records.resize(size);
+  if (size < CFIVocabulary::kMaxEntries) names.records.back() = name;
+  return name;
 }
 
 const detail::XmlName* CFastInfosetReader::CRun::FindName(CNames& names, std::uint32_t index) {
@@ -379,8 +388,16 @@ std::uint32_t CFastInfosetReader::CRun::ReadIdentifying(CFIVocabulary::CFIString
     Entry(table, index);
     return index;
   }
-  table.m_table.emplace_back(m_strings.FromUtf8(m_octets.ReadStringOnBit2(first)));
+  AddEntry(table, m_strings.FromUtf8(m_octets.ReadStringOnBit2(first)));
   return static_cast<std::uint32_t>(table.m_table.size());
+}
+
+// Puts a text behind the others of its table. One that begins gets room for what most documents
+// need.
+inline void CFastInfosetReader::CRun::AddEntry(CFIVocabulary::CFIStringTable& table,
+                                               std::string_view text) {
+  if (table.m_table.capacity() < kFewEntries) table.m_table.reserve(kFewEntries);
+  table.m_table.emplace_back(text);
 }
 
 inline const std::string& CFastInfosetReader::CRun::Entry(

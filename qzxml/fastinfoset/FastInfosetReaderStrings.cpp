@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 #include "qzxml/fastinfoset/FastInfosetBinaryData.h"
 #include "qzxml/fastinfoset/Messages.h"
@@ -59,6 +60,42 @@ void AppendBits(std::string& text, const std::string& alphabet, std::string_view
   }
 }
 
+std::uint64_t ReadBits(std::string_view octets) {
+  std::uint64_t bits = 0;
+  for (const char c : octets) bits = bits << 8 | static_cast<unsigned char>(c);
+  return bits;
+}
+
+template <typename Real, typename Bits>
+Real RealOf(Bits bits) {
+  Real real;
+  static_assert(sizeof real == sizeof bits);
+  std::memcpy(&real, &bits, sizeof real);
+  return real;
+}
+
+// The text of octets that are one number or one boolean, as CFastInfosetBinaryData::GetAsString
+// gives it, in a buffer of kNumberSize; null for any other octets.
+const char* WriteOneValue(std::uint32_t algorithm, std::string_view octets, char* buffer) {
+  constexpr std::size_t kSizes[] = {0, 0, 0, 2, 4, 8, 1, 4, 8};  // by the algorithm
+  if (algorithm < 3 || algorithm > 8 || octets.size() != kSizes[algorithm]) return nullptr;
+  const std::uint64_t bits = ReadBits(octets);
+  switch (algorithm) {
+    case 3:
+      return WriteInteger(buffer, static_cast<std::int16_t>(bits));
+    case 4:
+      return WriteInteger(buffer, static_cast<std::int32_t>(bits));
+    case 5:
+      return WriteInteger(buffer, static_cast<std::int64_t>(bits));
+    case 6:  // three spare bits behind the one
+      return bits >> 4 == 3 ? WriteText(buffer, (bits & 8) != 0 ? "true" : "false") : nullptr;
+    case 7:
+      return WriteR4(buffer, RealOf<float>(static_cast<std::uint32_t>(bits)));
+    default:
+      return WriteR8(buffer, RealOf<double>(bits));
+  }
+}
+
 }  // namespace
 
 std::string DecodeRestrictedAlphabet(const std::string& alphabet, std::string_view octets) {
@@ -82,7 +119,7 @@ std::string DecodeRestrictedAlphabet(const std::string& alphabet, std::string_vi
 CFIStrings::CFIStrings(const std::vector<std::string>& alphabets)
     : m_alphabets(alphabets), m_isLocalUtf8(IsLocalUtf8()) {}
 
-std::string_view CFIStrings::FromUtf8(std::string_view octets) {
+std::string_view CFIStrings::FromAnyUtf8(std::string_view octets) {
   const std::string_view text = octets.substr(0, octets.find('\0'));
   if (m_isLocalUtf8) return text;
   m_strValue = Utf8ToLocal(text.data(), static_cast<std::uint32_t>(text.size()), m_wideScratch,
@@ -132,6 +169,9 @@ std::string_view CFIStrings::FromAlphabet(const FIEncodedString& string) {
 
 std::string_view CFIStrings::FromAlgorithm(const FIEncodedString& string) {
   if (string.index == kCdata) return FromUtf8(string.octets);
+  if (const char* const end = WriteOneValue(string.index, string.octets, m_number)) {
+    return {m_number, static_cast<std::size_t>(end - m_number)};
+  }
   CFastInfosetBinaryData data;
   data.SetBuffer(reinterpret_cast<const unsigned char*>(string.octets.data()),
                  static_cast<std::uint32_t>(string.octets.size()));

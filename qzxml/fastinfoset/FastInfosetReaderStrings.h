@@ -6,6 +6,8 @@
 
 #include "qzxml/fastinfoset/FastInfosetReaderOctets.h"
 #include "qzxml/platform/Export.h"
+#include "qzxml/values/ConversionsDetail.h"
+#include "qzxml/xml/ShortText.h"
 
 namespace QzXmlLib16::detail {
 
@@ -29,7 +31,9 @@ class CFIStrings {
   CFIStrings& operator=(const CFIStrings&) = delete;
 
   // UTF-8 up to its first zero byte.
-  std::string_view FromUtf8(std::string_view octets);
+  std::string_view FromUtf8(std::string_view octets) {
+    return m_isLocalUtf8 && !MayHoldControl(octets) ? octets : FromAnyUtf8(octets);
+  }
 
   // Any form. Throws as DecodeRestrictedAlphabet; "Failed to parse FastInfoset. The index %u is
   // outside a table of %u entries." for an alphabet that is not there; "Failed to parse
@@ -38,13 +42,15 @@ class CFIStrings {
   std::string_view Decode(const FIEncodedString& string);
 
  private:
+  std::string_view FromAnyUtf8(std::string_view octets);
   std::string_view FromUtf16(std::string_view octets);
   std::string_view FromAlphabet(const FIEncodedString& string);
   std::string_view FromAlgorithm(const FIEncodedString& string);
 
   const std::vector<std::string>& m_alphabets;
   const bool m_isLocalUtf8;
-  std::string m_strValue;  // the last result that is not a part of the input
+  std::string m_strValue;  // the last result that is neither a part of the input nor a number
+  char m_number[kNumberSize];
 
   // For conversions, where the local encoding is not UTF-8.
   char16_t m_wideScratch[256];

@@ -28,20 +28,6 @@ namespace {
 constexpr char kTerminator = '\xF0';
 constexpr unsigned kLiteralElement = 0x3C;
 
-// Most texts have a few words of eight bytes, which may overlap.
-bool HasZero(std::string_view text) {
-  const char* const bytes = text.data();
-  const std::size_t size = text.size();
-  if (size < 8 || size > 32) return std::memchr(bytes, '\0', size) != nullptr;
-  const auto zeros = [bytes](std::size_t at) {
-    const auto word = LoadWord<std::uint64_t>(bytes + at);
-    return (word - 0x0101010101010101) & ~word;
-  };
-  std::uint64_t found = zeros(0) | zeros(size - 8);
-  if (size > 16) found |= zeros(8) | zeros(size - 16);
-  return (found & 0x8080808080808080) != 0;
-}
-
 // The number that an integer is.
 bool GetInteger(const QzVariant& value, std::int64_t& number) {
   switch (value.GetTypeAsEnum()) {
@@ -175,7 +161,7 @@ inline char* CFastInfosetWriter::PutShortText(char* out, std::string_view text, 
   const auto encoding = m_pOptions->GetEncoding(type);
   if (encoding.m_dwType == kFIText) {
     if (m_pOptions->GetDefaultStringEncoding() == 1 || !IsLocalUtf8()) return nullptr;
-    if (HasZero(text)) return nullptr;
+    if (MayHoldControl(text) && text.find('\0') != std::string_view::npos) return nullptr;
     out = WriteValueHead<Form>(out, entry.IsToBeAdded(), kFIText, 0,
                                static_cast<std::uint32_t>(text.size()));
     out = CopyShort(out, text.data(), text.size());

@@ -181,16 +181,18 @@ bool CElementInfo::ElementToXmlPrim(const CSerializationContext&, const CXmlGene
 
 // The short way.
 inline bool CElementInfo::PlainValueToXml(const QzVariant& value, CXmlWriter* writer) const {
+  const bool isText = m_itemType == ItemType_string;
   if (CXmlTextWriter* const plain = writer->GetPlainTextWriter()) {
-    return plain->PutValueElement(m_tags, m_strElementNamespace, value, m_strFormatOverride);
+    return isText
+               ? plain->PutTextElement(m_tags, m_strElementNamespace, value.GetStringReference(),
+                                       false)
+               : plain->PutValueElement(m_tags, m_strElementNamespace, value, m_strFormatOverride);
   }
   detail::CShortWays* const other = writer->GetShortWays();
   if (other == nullptr) return false;
-  if (m_itemType == ItemType_string) {
-    const std::string& text = value.GetStringReference();
-    return other->PutTextElement(m_tags, m_strElementNamespace, text, ItemType_string);
-  }
-  return other->PutValueElement(m_tags, m_strElementNamespace, value, m_strFormatOverride);
+  return isText ? other->PutTextElement(m_tags, m_strElementNamespace, value.GetStringReference(),
+                                        ItemType_string)
+                : other->PutValueElement(m_tags, m_strElementNamespace, value, m_strFormatOverride);
 }
 
 // The general way for a value, which is not invalid.

@@ -185,18 +185,19 @@ void CXmlGeneratedClass::AttributesToXml_Int(CXmlWriter* writer,
         ElementName() != info.m_strElementName) {
       writer->WriteXsiType(info.m_strElementNamespace, info.m_strElementName, ItemType_string);
     }
-    ProcessAttributesToXml(context, GetClassElementInfo(), GetClassAttributeInfo(), writer);
+    ProcessAttributesToXml(info, context, writer);
   } catch (const CQzException& e) {
     throw CQzException("Failed to convert attributes to XML", e);
   }
 }
 
-void CXmlGeneratedClass::ProcessAttributesToXml(const CSerializationContext& context,
-                                                CElementInfo** elements,
-                                                CAttributeInfo** attributes,
+void CXmlGeneratedClass::ProcessAttributesToXml(const CParentElementInfo& info,
+                                                const CSerializationContext& context,
                                                 CXmlWriter* writer) const {
+  CElementInfo** elements = GetClassElementInfo();
+  CAttributeInfo** attributes = GetClassAttributeInfo();
   for (; *attributes != nullptr; ++attributes) (*attributes)->AttributeToXml(context, this, writer);
-  if (AreAll(elements, &WritesNoAttributes, GetClassInfo()->m_writesNoAttributes)) return;
+  if (AreAll(elements, &WritesNoAttributes, info.m_writesNoAttributes)) return;
   for (; *elements != nullptr; ++elements) {
     (*elements)->PseudoChildAttributeToXml(context, this, writer);
   }

@@ -112,8 +112,8 @@ class QZXML_API CXmlGeneratedClass : public CXmlObjectBase {
   void ContentToXml(const CParentElementInfo& info, CXmlWriter* writer,
                     const CSerializationContext& context, bool optionalChoice) const;
   void TextToXml(const CParentElementInfo& info, CXmlWriter* writer) const;
-  void ProcessAttributesToXml(const CSerializationContext& context, CElementInfo** elements,
-                              CAttributeInfo** attributes, CXmlWriter* writer) const;
+  void ProcessAttributesToXml(const CParentElementInfo& info, const CSerializationContext& context,
+                              CXmlWriter* writer) const;
   void ProcessElementSeqToXml(const CSerializationContext& context, CElementInfo** elements,
                               CXmlWriter* writer) const;
   void ProcessElementAllToXml(const CSerializationContext& context, CElementInfo** elements,

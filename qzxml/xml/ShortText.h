@@ -75,6 +75,27 @@ inline bool AreEqual(const std::string& a, const std::string& b) {
   return a.size() == b.size() && AreEqual(a.data(), b.data(), a.size());
 }
 
+// Whether a byte below 14 may be among them, as are the zero byte and the carriage return: yes for
+// each text that has one, and for few others. Only more than 32 bytes take a loop.
+inline bool MayHoldControl(std::string_view text) {
+  const char* const bytes = text.data();
+  const std::size_t size = text.size();
+  const auto below = [bytes](std::size_t at) {
+    const auto word = LoadWord<std::uint64_t>(bytes + at);
+    return (word - 0x0E0E0E0E0E0E0E0E) & ~word;
+  };
+  constexpr std::uint64_t kHighBits = 0x8080808080808080;
+  if (size >= 8) {
+    std::uint64_t found = below(0) | below(size - 8);
+    for (std::size_t at = 8; at + 8 < size; at += 8) found |= below(at);
+    return (found & kHighBits) != 0;
+  }
+  for (std::size_t i = 0; i < size; ++i) {
+    if (static_cast<unsigned char>(bytes[i]) < 14) return true;
+  }
+  return false;
+}
+
 // A text that keeps its memory when it is assigned anew.
 class ShortText {
  public:

@@ -148,7 +148,7 @@ inline void CXmlTextWriter::FlushWhenDue() {
 // Makes what is written between elements, by the options.
 void CXmlTextWriter::PrepareFormat() {
   m_tagEolSize = m_bFormatted ? m_strEol.size() : 0;
-  m_strEol.copy(m_tagEol, m_strEol.size());
+  std::memcpy(m_tagEol, m_strEol.data(), m_strEol.size());
   m_indentUnit = m_bFormatted ? m_strIndentChars.size() : 0;
 }
 
@@ -194,7 +194,7 @@ CXmlTextWriter::CXmlTextWriter(CTextStream* stream)
       m_bStreamFlushes(typeid(*stream) != typeid(CTextStream)),
       m_pStream(stream),
       m_indents() {
-  SetIndentChars("\t");
+  SetIndentChars(std::string(1, '\t'));
 }
 
 CXmlTextWriter::~CXmlTextWriter() = default;
@@ -231,7 +231,10 @@ void CXmlTextWriter::SetIndentChars(const std::string& chars) {
   m_pIndents = m_strIndentChars.data();
   if (size <= sizeof(m_indents)) {
     m_indentsSize = size == 0 ? 0 : sizeof(m_indents) / size * size;
-    for (std::size_t at = 0; at < m_indentsSize; at += size) chars.copy(m_indents + at, size);
+    std::memcpy(m_indents, chars.data(), size);
+    for (std::size_t done = size; done < m_indentsSize; done *= 2) {
+      std::memcpy(m_indents + done, m_indents, std::min(done, m_indentsSize - done));
+    }
     m_pIndents = m_indents;
   }
   PrepareFormat();
@@ -323,7 +326,10 @@ void CXmlTextWriter::WriteStartElement(const std::string& name, const std::strin
   EndPiece(begin, PutText(PutPrefix(out, prefix), name));
   if (parent != nullptr) parent->SetStartTagOpen(false);
   if (declare) PutDeclaration(prefix, uri);
-  if (parent == nullptr) PutRootDeclarations();
+  if (parent == nullptr) {
+    PutRootDeclarations();
+    m_knownPrefixes = {};
+  }
   FlushWhenDue();
   m_pContext = element.Begin();
 }

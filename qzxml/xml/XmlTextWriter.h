@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -131,6 +132,13 @@ class QZXML_API CXmlTextWriter : public CXmlWriter {
  private:
   class NewElement;
 
+  // The prefix of a name with an id in the namespaces in force; the place is by the id.
+  struct KnownPrefix {
+    std::uint64_t id = 0;
+    std::uint64_t state = 0;
+    const std::string* prefix = nullptr;
+  };
+
   char* BeginPiece(std::size_t size);
   void EndPiece(const char* begin, const char* end);
   template <std::size_t size>
@@ -156,7 +164,10 @@ class QZXML_API CXmlTextWriter : public CXmlWriter {
                   PutContent put);
   template <typename PutContent>
   bool PutAttribute(const detail::AttributeTag& name, std::size_t room, PutContent put);
-  bool FindElementPrefix(const std::string& uri, const std::string*& prefix);
+  bool FindElementPrefix(const detail::ElementTags& name, const std::string& uri,
+                         const std::string*& prefix);
+  bool SearchElementPrefix(const detail::ElementTags& name, const std::string& uri,
+                           const std::string*& prefix);
   const std::string* GetAttributeAlias(const std::string& uri, const char* behind);
 
   bool m_bWriteDefaultValues;
@@ -176,8 +187,9 @@ class QZXML_API CXmlTextWriter : public CXmlWriter {
   std::size_t m_indentsSize;  // of m_indents
   const char* m_pIndents;     // the indent characters many times over; not less than a short indent
   char m_indents[128];        // where they stand unless they are too long
-  std::string m_strPiece;     // where a tag is put together that does not fit the stream's block
-  std::string m_strQName;     // the value of a type attribute
+  std::array<KnownPrefix, 64> m_knownPrefixes;
+  std::string m_strPiece;  // where a tag is put together that does not fit the stream's block
+  std::string m_strQName;  // the value of a type attribute
 };
 
 }  // namespace QzXmlLib16

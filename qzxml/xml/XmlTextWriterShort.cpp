@@ -14,13 +14,29 @@ namespace QzXmlLib16 {
 using namespace detail;
 
 // The prefix of an element inside the innermost one; false when its namespace is unknown.
-inline bool CXmlTextWriter::FindElementPrefix(const std::string& uri, const std::string*& prefix) {
+inline bool CXmlTextWriter::FindElementPrefix(const ElementTags& name, const std::string& uri,
+                                              const std::string*& prefix) {
+  const KnownPrefix& known = m_knownPrefixes[name.GetId() % m_knownPrefixes.size()];
+  if (known.id != name.GetId() || known.state != m_pContext->GetNamespaceState()) {
+    return SearchElementPrefix(name, uri, prefix);
+  }
+  prefix = known.prefix;
+  return true;
+}
+
+[[gnu::noinline]] bool CXmlTextWriter::SearchElementPrefix(const ElementTags& name,
+                                                           const std::string& uri,
+                                                           const std::string*& prefix) {
   prefix = nullptr;
-  if (uri.empty()) return true;
-  if (detail::AreEqual(uri, m_pContext->GetNamespace())) return m_pContext->FindPrefix(prefix);
-  if (detail::AreEqual(uri, m_pContext->GetDefaultNamespace())) return true;
-  prefix = m_pContext->FindAlias(uri);
-  return prefix != nullptr;
+  if (!uri.empty() && !detail::AreEqual(uri, m_pContext->GetDefaultNamespace())) {
+    prefix = m_pContext->FindAlias(uri);
+    if (prefix == nullptr) return false;
+  }
+  const std::uint64_t id = name.GetId();
+  if (id != 0) {
+    m_knownPrefixes[id % m_knownPrefixes.size()] = {id, m_pContext->GetNamespaceState(), prefix};
+  }
+  return true;
 }
 
 // Escapes a text with few entities and nothing more difficult: null for any other. Takes
@@ -56,7 +72,7 @@ inline bool CXmlTextWriter::PutElement(const ElementTags& name, const std::strin
                                        std::size_t room, PutContent put) {
   CXmlWriterContext* const parent = m_pContext;
   const std::string* prefix = nullptr;
-  if (parent == nullptr || !FindElementPrefix(uri, prefix)) return false;
+  if (parent == nullptr || !FindElementPrefix(name, uri, prefix)) return false;
   const std::size_t indent = GetIndentSize(parent->GetDepth() + 1);
   const std::size_t size = 1 + kTagEolRoom + indent + kShortIndent + name.GetStart().GetRoom() +
                            room + name.GetEnd().GetRoom() + 2 * GetPrefixSize(prefix) + kTagEolRoom;
