@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t kFirstPlaces = 32;
 constexpr std::size_t kFirstGrowth = 4;
 constexpr std::size_t kSomePlaces = 256;
-constexpr std::size_t kFirstOctets = 512;
+constexpr std::size_t kFirstOctets = 1024;
 
 }  // namespace
 
@@ -21,7 +21,7 @@ std::vector<std::pair<std::string, std::uint32_t>> CFITextIndexes::GetAll() cons
     const Entry entry = GetEntry(place);
     if (entry.value == 0) continue;
     if (entry.key >> 56 == kLongMark) {
-      all.emplace_back(GetLongText(entry.GetNumber()), entry.GetIndex());
+      all.emplace_back(GetLongText(entry.GetBegin()), entry.GetIndex());
       continue;
     }
     std::string text(entry.key >> 56, '\0');
@@ -35,28 +35,27 @@ std::vector<std::pair<std::string, std::uint32_t>> CFITextIndexes::GetAll() cons
 
 void CFITextIndexes::Add(std::string_view text, std::uint64_t key, std::uint32_t index) {
   if ((m_count + 1) * 2 > GetPlaces()) Grow();
-  const std::uint64_t number = text.size() > kShort ? AddLongText(text) : 0;
-  PutInFreePlace({key, number << 32 | index});
+  const std::uint64_t begin = text.size() > kShort ? AddLongText(text) : 0;
+  PutInFreePlace({key, begin << kIndexBits | index});
   ++m_count;
 }
 
-std::uint32_t CFITextIndexes::AddLongText(std::string_view text) {
-  if (m_begins.empty()) {
-    m_texts.reserve(kFirstOctets);
-    m_begins.reserve(kFirstPlaces);
-    m_begins.push_back(0);
-  }
+std::size_t CFITextIndexes::AddLongText(std::string_view text) {
+  const std::size_t begin = m_texts.size();
+  const std::size_t size = text.size();
+  if (m_texts.capacity() == 0) m_texts.reserve(kFirstOctets);
+  const auto* const octets = reinterpret_cast<const char*>(&size);
+  m_texts.insert(m_texts.end(), octets, octets + sizeof size);
   m_texts.insert(m_texts.end(), text.begin(), text.end());
-  m_begins.push_back(m_texts.size());
-  return static_cast<std::uint32_t>(m_begins.size() - 2);
+  return begin;
 }
 
 void CFITextIndexes::Set(std::string_view text, std::uint32_t index) {
   const std::uint64_t key = KeyOf(text);
   if (Find(text, key) == 0) return Add(text, key, index);
   const std::size_t place = FindPlace(text, key);
-  const std::uint64_t number = GetEntry(place).GetNumber();
-  SetEntry(place, {key, number << 32 | index});
+  const std::uint64_t begin = GetEntry(place).GetBegin();
+  SetEntry(place, {key, begin << kIndexBits | index});
 }
 
 [[gnu::noinline]] void CFITextIndexes::Grow() {

@@ -36,28 +36,28 @@ class QZXML_API CFITextIndexes {
   std::uint32_t Find(std::string_view text, std::uint64_t key) const;
   std::uint32_t Find(std::string_view text) const;
 
-  // Gives a text that is not there yet an index, which is not 0.
+  // Gives a text that is not there yet an index, from 1 to 2^24 - 1.
   void Add(std::string_view text, std::uint64_t key, std::uint32_t index);
 
   // The same for any text: in place of the index that it may have.
   void Set(std::string_view text, std::uint32_t index);
 
  private:
+  static constexpr int kIndexBits = 24;
+  static constexpr std::uint32_t kIndexMask = (1u << kIndexBits) - 1;
+
   // A place of the table, free where the index is 0.
   struct Entry {
-    std::uint32_t GetIndex() const { return static_cast<std::uint32_t>(value); }
-    // Of a long text, from 0.
-    std::uint32_t GetNumber() const { return static_cast<std::uint32_t>(value >> 32); }
+    std::uint32_t GetIndex() const { return static_cast<std::uint32_t>(value) & kIndexMask; }
+    // Where a long text begins.
+    std::size_t GetBegin() const { return value >> kIndexBits; }
 
     std::uint64_t key;
     std::uint64_t value;
   };
 
   static std::uint64_t HashOf(std::uint64_t key);
-  std::string_view GetLongText(std::uint32_t number) const {
-    return std::string_view(m_texts.data(), m_texts.size())
-        .substr(m_begins[number], m_begins[number + 1] - m_begins[number]);
-  }
+  std::string_view GetLongText(std::size_t begin) const;
   std::size_t FindPlace(std::string_view text, std::uint64_t key) const;
   bool IsText(const Entry& entry, std::string_view text) const;
   std::size_t GetPlaces() const { return m_words.size() / 2; }
@@ -68,12 +68,11 @@ class QZXML_API CFITextIndexes {
   }
   void Grow();
   void PutInFreePlace(const Entry& entry);
-  std::uint32_t AddLongText(std::string_view text);
+  std::size_t AddLongText(std::string_view text);
 
   std::vector<std::uint64_t> m_words;  // the places, two for each: a power of two, or none
   std::size_t m_count = 0;
-  std::vector<char> m_texts;          // the long ones
-  std::vector<std::size_t> m_begins;  // of each of them, and of the next
+  std::vector<char> m_texts;  // the long ones, each behind its size
 };
 
 }  // namespace QzXmlLib16::detail

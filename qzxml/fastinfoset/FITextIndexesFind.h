@@ -45,9 +45,14 @@ inline std::size_t CFITextIndexes::FindPlace(std::string_view text, std::uint64_
   }
 }
 
+inline std::string_view CFITextIndexes::GetLongText(std::size_t begin) const {
+  const char* const size = m_texts.data() + begin;
+  return {size + sizeof(std::size_t), LoadWord<std::size_t>(size)};
+}
+
 // Whether the key of a text, which is that of the entry, is all there is to say.
 inline bool CFITextIndexes::IsText(const Entry& entry, std::string_view text) const {
-  return text.size() <= kShort || GetLongText(entry.GetNumber()) == text;
+  return text.size() <= kShort || GetLongText(entry.GetBegin()) == text;
 }
 
 inline std::uint32_t CFITextIndexes::Find(std::string_view text, std::uint64_t key) const {

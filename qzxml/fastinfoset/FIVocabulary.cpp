@@ -121,20 +121,22 @@ bool CFIVocabulary::FindLocalNameIndex(const std::string& name, std::uint32_t& i
 
 // ---- Pieces ----
 
-void CFIVocabulary::FormKey(const std::string& prefix, const std::string& namespaceName,
-                            const std::string& localName, std::string& key) {
-  key.resize(localName.size() + namespaceName.size() + prefix.size() + 2);
-  char* out = detail::CopyShort(key.data(), localName.data(), localName.size());
+std::string_view CFIVocabulary::FormKey(const std::string& prefix, const std::string& namespaceName,
+                                        const std::string& localName, std::string& room) {
+  const std::size_t size = localName.size() + namespaceName.size() + prefix.size() + 2;
+  if (room.size() < size) room.resize(size);
+  char* out = detail::CopyShort(room.data(), localName.data(), localName.size());
   *out++ = kKeySeparator;
   out = detail::CopyShort(out, namespaceName.data(), namespaceName.size());
   *out++ = kKeySeparator;
   detail::CopyShort(out, prefix.data(), prefix.size());
+  return {room.data(), size};
 }
 
 void CFIVocabulary::AddQName(const std::string& prefix, const std::string& namespaceName,
                              const std::string& localName, CIndexMap& map, CFIQNameTable& table) {
-  std::string key;
-  FormKey(prefix, namespaceName, localName, key);
+  std::string room;
+  const std::string_view key = FormKey(prefix, namespaceName, localName, room);
   CQNameParts parts(0, 0, 0);
   std::uint32_t index = 0;
   if (FindIndex(map, key, index)) return;

@@ -139,9 +139,9 @@ class QZXML_API CFIVocabulary {
   // which is the one that lexical forms of reals have here. A blank ends each.
   static const std::vector<std::string>& GetAlphabets();
 
-  // The key of a name in the maps, put into key.
-  static void FormKey(const std::string& prefix, const std::string& namespaceName,
-                      const std::string& localName, std::string& key);
+  // The key of a name in the maps, put into room and good as long as that stays.
+  static std::string_view FormKey(const std::string& prefix, const std::string& namespaceName,
+                                  const std::string& localName, std::string& room);
 
   void AddQName(const std::string& prefix, const std::string& namespaceName,
                 const std::string& localName, CIndexMap& map, CFIQNameTable& table);

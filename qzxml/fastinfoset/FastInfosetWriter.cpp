@@ -299,8 +299,8 @@ std::uint32_t CFastInfosetWriter::PutElementName(unsigned byCurrent, const std::
                                                  const std::string& strNamespace,
                                                  const std::string& strLocalName) {
   QZ_ASSERT((byCurrent & 0x3F) == 0);
-  CFIVocabulary::FormKey(strPrefix, strNamespace, strLocalName, m_strKey);
-  CTableEntry entry(m_strKey, m_pVocabulary->m_elementNameMap);
+  CTableEntry entry(CFIVocabulary::FormKey(strPrefix, strNamespace, strLocalName, m_strKey),
+                    m_pVocabulary->m_elementNameMap);
   if (const std::uint32_t index = entry.FindIndex()) {
     EndPiece(detail::WriteIndexOnThirdBit(BeginPiece(detail::kFormSize), byCurrent, index));
     return index;
@@ -313,8 +313,8 @@ std::uint32_t CFastInfosetWriter::PutAttributeName(unsigned byCurrent, const std
                                                    const std::string& strNamespace,
                                                    const std::string& strLocalName) {
   QZ_ASSERT((byCurrent & 0x7F) == 0);
-  CFIVocabulary::FormKey(strPrefix, strNamespace, strLocalName, m_strKey);
-  CTableEntry entry(m_strKey, m_pVocabulary->m_attributeNameMap);
+  CTableEntry entry(CFIVocabulary::FormKey(strPrefix, strNamespace, strLocalName, m_strKey),
+                    m_pVocabulary->m_attributeNameMap);
   if (const std::uint32_t index = entry.FindIndex()) {
     EndPiece(detail::WriteIndexOnSecondBit(BeginPiece(detail::kFormSize), byCurrent, index));
     return index;

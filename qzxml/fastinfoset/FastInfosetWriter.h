@@ -141,7 +141,8 @@ class QZXML_API CFastInfosetWriter : public CXmlWriter, private detail::CShortWa
   template <typename PutContent>
   bool PutOtherAttribute(const detail::AttributeTag& name, std::size_t room, PutContent& put);
   template <typename PutContent>
-  std::string_view PutAside(std::size_t room, PutContent& put);
+  std::string_view PutAside(std::size_t nameRoom, std::size_t room, PutContent& put);
+  char* TakeAside(std::string_view content);
   char* BeginElement(std::size_t room);
   void EndElement(const char* end);
   void KeepElement(const detail::ElementTags& name, const detail::CFIKnownOctets& octets);
@@ -208,7 +209,7 @@ class QZXML_API CFastInfosetWriter : public CXmlWriter, private detail::CShortWa
   std::unique_ptr<char[]> m_piece;
   std::size_t m_pieceSize;
   std::size_t m_pieceRoom;
-  std::string m_strKey;               // of a name in the vocabulary
+  std::string m_strKey;               // room for that of a name in the vocabulary
   std::string m_strName;              // of the element whose start is written
   std::string m_strOctets;            // of a value in a restricted alphabet
   CFastInfosetBinaryData m_bdOctets;  // of a value under an algorithm

@@ -28,6 +28,16 @@ namespace {
 constexpr char kTerminator = '\xF0';
 constexpr unsigned kLiteralElement = 0x3C;
 
+// What the three parts of a name take beside themselves, with what stands in front of it.
+constexpr std::size_t kLiteralRoom = 2 + 1 + 3 * kFormSize;
+
+// Null for a text that has a zero byte.
+char* CopyText(char* out, std::string_view text) {
+  if (text.size() >= 8) return CopyWithoutZero(out, text.data(), text.size());
+  if (text.find('\0') != std::string_view::npos) return nullptr;
+  return CopyShort(out, text.data(), text.size());
+}
+
 // The number that an integer is.
 bool GetInteger(const QzVariant& value, std::int64_t& number) {
   switch (value.GetTypeAsEnum()) {
@@ -161,10 +171,10 @@ inline char* CFastInfosetWriter::PutShortText(char* out, std::string_view text, 
   const auto encoding = m_pOptions->GetEncoding(type);
   if (encoding.m_dwType == kFIText) {
     if (m_pOptions->GetDefaultStringEncoding() == 1 || !IsLocalUtf8()) return nullptr;
-    if (MayHoldControl(text) && text.find('\0') != std::string_view::npos) return nullptr;
     out = WriteValueHead<Form>(out, entry.IsToBeAdded(), kFIText, 0,
                                static_cast<std::uint32_t>(text.size()));
-    out = CopyShort(out, text.data(), text.size());
+    out = CopyText(out, text);
+    if (out == nullptr) return nullptr;
   } else if (encoding.m_dwType == kFIRestrictedAlphabet && encoding.m_dwIndex - 1 < 2) {
     out = WriteValueHead<Form>(out, entry.IsToBeAdded(), kFIRestrictedAlphabet, encoding.m_dwIndex,
                                static_cast<std::uint32_t>((text.size() + 1) / 2));
@@ -221,11 +231,12 @@ template <typename PutContent>
 [[gnu::noinline]] bool CFastInfosetWriter::PutOtherElement(const ElementTags& name,
                                                            const std::string& uri, std::size_t room,
                                                            PutContent& put) {
+  if (!IsLocalUtf8()) return false;  // names may get longer
   const bool isPrefixed = !uri.empty() && uri != m_pContext->GetDefaultNamespace();
   const std::string* const prefix = isPrefixed ? m_pContext->FindAlias(uri) : &m_strNone;
   if (prefix == nullptr) return false;
-  CFIVocabulary::FormKey(*prefix, uri, name.GetName(), m_strKey);
-  CTableEntry entry(m_strKey, m_pVocabulary->m_elementNameMap);
+  CTableEntry entry(CFIVocabulary::FormKey(*prefix, uri, name.GetName(), m_strKey),
+                    m_pVocabulary->m_elementNameMap);
   CFIKnownOctets octets;
   if (const std::uint32_t index = entry.FindIndex()) {
     octets.SetElement(index);
@@ -235,14 +246,14 @@ template <typename PutContent>
     EndElement(out);
     return true;
   }
-  const std::string_view content = PutAside(room, put);
+  const std::size_t nameRoom = kLiteralRoom + prefix->size() + uri.size() + name.GetName().size();
+  const std::string_view content = PutAside(nameRoom, room, put);
   if (content.data() == nullptr) return false;
   EndPiece(BeginElement(0));
   PutLiteralName(kLiteralElement, *prefix, uri, name.GetName());
   octets.SetElement(entry.Add());
   KeepElement(name, octets);
-  PutOctets(content);
-  EndElement(m_piece.get() + m_pieceSize);
+  EndElement(TakeAside(content));
   return true;
 }
 
@@ -269,13 +280,22 @@ void CFastInfosetWriter::KeepElement(const ElementTags& name, const CFIKnownOcte
   m_pKnownNames->ElementOf(name.GetId()) = {name.GetId(), m_pContext->GetNamespaceState(), octets};
 }
 
-// The content, good until the next; no pointer where there is none.
+// The content, behind what a name takes that is written in full; no pointer where there is none. It
+// stays there until the name is written.
 template <typename PutContent>
-inline std::string_view CFastInfosetWriter::PutAside(std::size_t room, PutContent& put) {
-  m_strOctets.resize(room);
-  const char* const end = put(m_strOctets.data());
+inline std::string_view CFastInfosetWriter::PutAside(std::size_t nameRoom, std::size_t room,
+                                                     PutContent& put) {
+  char* const content = BeginPiece(nameRoom + room) + nameRoom;
+  const char* const end = put(content);
   if (end == nullptr) return std::string_view();
-  return {m_strOctets.data(), static_cast<std::size_t>(end - m_strOctets.data())};
+  return {content, static_cast<std::size_t>(end - content)};
+}
+
+// Moves it to its place.
+inline char* CFastInfosetWriter::TakeAside(std::string_view content) {
+  char* const out = m_piece.get() + m_pieceSize;
+  std::memmove(out, content.data(), content.size());
+  return out + content.size();
 }
 
 bool CFastInfosetWriter::PutTextElement(const ElementTags& name, const std::string& uri,
@@ -319,7 +339,8 @@ inline bool CFastInfosetWriter::PutAttribute(const AttributeTag& name, std::size
 template <typename PutContent>
 [[gnu::noinline]] bool CFastInfosetWriter::PutOtherAttribute(const AttributeTag& name,
                                                              std::size_t room, PutContent& put) {
-  const std::string_view content = PutAside(room, put);
+  if (!IsLocalUtf8()) return false;
+  const std::string_view content = PutAside(kLiteralRoom + name.GetName().size(), room, put);
   if (content.data() == nullptr) return false;
   const std::uint32_t index = PutAttributeName(0x00, m_strNone, m_strNone, name.GetName());
   if (index != 0) {
@@ -327,7 +348,7 @@ template <typename PutContent>
     octets.SetAttribute(index);
     m_pKnownNames->AttributeOf(name.GetId()) = {name.GetId(), 0, octets};
   }
-  PutOctets(content);
+  EndPiece(TakeAside(content));
   FlushWhenDue();
   return true;
 }

@@ -57,10 +57,12 @@ inline bool AreEqual(const char* a, const char* b, std::size_t size) {
   const auto differ = [a, b](std::size_t at) {
     return LoadWord<std::uint64_t>(a + at) ^ LoadWord<std::uint64_t>(b + at);
   };
+  if (size < 4) {
+    return size == 0 || (a[0] == b[0] && a[size / 2] == b[size / 2] && a[size - 1] == b[size - 1]);
+  }
   if (size < 8) {
-    std::size_t i = 0;
-    while (i < size && a[i] == b[i]) ++i;
-    return i == size;
+    return LoadWord<std::uint32_t>(a) == LoadWord<std::uint32_t>(b) &&
+           LoadWord<std::uint32_t>(a + size - 4) == LoadWord<std::uint32_t>(b + size - 4);
   }
   for (std::size_t i = 0; size - i > 32; i += 16) {
     if ((differ(i) | differ(i + 8)) != 0) return false;
@@ -73,6 +75,25 @@ inline bool AreEqual(const char* a, const char* b, std::size_t size) {
 
 inline bool AreEqual(const std::string& a, const std::string& b) {
   return a.size() == b.size() && AreEqual(a.data(), b.data(), a.size());
+}
+
+// Copies as CopyShort does, unless one of the bytes is zero: null then, and what stands at out has
+// no meaning. Not for fewer than eight bytes.
+inline char* CopyWithoutZero(char* out, const char* in, std::size_t size) {
+  std::uint64_t found = 0;
+  const auto copy = [out, in, &found](std::size_t at) {
+    const auto word = LoadWord<std::uint64_t>(in + at);
+    found |= (word - 0x0101010101010101) & ~word;
+    StoreWord(out + at, word);
+  };
+  std::size_t at = 0;
+  for (; at + 16 <= size; at += 16) {
+    copy(at);
+    copy(at + 8);
+  }
+  if (at + 8 <= size) copy(at);
+  copy(size - 8);
+  return (found & 0x8080808080808080) == 0 ? out + size : nullptr;
 }
 
 // Whether a byte below 14 may be among them, as are the zero byte and the carriage return: yes for

@@ -4,12 +4,13 @@
 #include <cstdint>
 #include <string_view>
 
+#include "qzxml/platform/Export.h"
 #include "qzxml/xml/ShortText.h"
 
 namespace QzXmlLib16::detail {
 
 // A number that is another one in each process.
-std::uint64_t GetHashSalt();
+QZXML_API std::uint64_t GetHashSalt();
 
 inline std::uint64_t HashSalt() {
   static const std::uint64_t salt = GetHashSalt();

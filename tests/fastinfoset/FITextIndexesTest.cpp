@@ -1,0 +1,92 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "qzxml/fastinfoset/FITextIndexes.h"
+#include "qzxml/fastinfoset/FITextIndexesFind.h"
+
+namespace QzXmlLib16::detail {
+namespace {
+
+using Oracle = std::map<std::string, std::uint32_t>;
+
+// Texts of every length that is kept in its own way, which differ in one byte at a time; a zero
+// byte is one as any other.
+std::vector<std::string> SimilarTexts() {
+  std::vector<std::string> texts;
+  for (std::size_t size = 0; size <= 40; ++size) {
+    texts.emplace_back(size, 'a');
+    for (std::size_t at = 0; at < size; ++at) {
+      for (const char c : {'b', '\0', '\xFF'}) {
+        texts.emplace_back(size, 'a');
+        texts.back()[at] = c;
+      }
+    }
+  }
+  return texts;
+}
+
+void ExpectSame(const Oracle& oracle, const CFITextIndexes& indexes) {
+  ASSERT_EQ(oracle.size(), indexes.GetCount());
+  auto all = indexes.GetAll();
+  std::sort(all.begin(), all.end());
+  EXPECT_EQ((std::vector<std::pair<std::string, std::uint32_t>>(oracle.begin(), oracle.end())),
+            all);
+  for (const auto& [text, index] : oracle) EXPECT_EQ(index, indexes.Find(text)) << text;
+}
+
+TEST(FITextIndexes, ATextThatIsNotThereHasNoIndex) {
+  CFITextIndexes indexes;
+  EXPECT_EQ(0u, indexes.Find(""));
+  EXPECT_EQ(0u, indexes.Find("a"));
+  EXPECT_EQ(0u, indexes.Find("longer than a word"));
+  indexes.Set("a", 1);
+  EXPECT_EQ(0u, indexes.Find(""));
+  EXPECT_EQ(0u, indexes.Find("b"));
+  EXPECT_EQ(0u, indexes.Find(std::string("a\0", 2)));
+}
+
+TEST(FITextIndexes, EachOfManySimilarTextsHasItsOwnIndex) {
+  Oracle oracle;
+  CFITextIndexes indexes;
+  for (const std::string& text : SimilarTexts()) {
+    const auto index = static_cast<std::uint32_t>(oracle.size() + 1);
+    EXPECT_EQ(0u, indexes.Find(text)) << text;
+    indexes.Add(text, CFITextIndexes::KeyOf(text), index);
+    oracle.emplace(text, index);
+  }
+  ExpectSame(oracle, indexes);
+}
+
+TEST(FITextIndexes, AnIndexTakesThePlaceOfTheOneBefore) {
+  Oracle oracle;
+  CFITextIndexes indexes;
+  std::uint32_t index = 0;
+  for (int round = 0; round < 2; ++round) {
+    for (const char* text : {"", "a", "seven c", "eight ch", "far more than a word"}) {
+      oracle[text] = ++index;
+      indexes.Set(text, index);
+    }
+  }
+  ExpectSame(oracle, indexes);
+}
+
+TEST(FITextIndexes, ACopyIsDeep) {
+  CFITextIndexes indexes;
+  indexes.Set("a", 1);
+  indexes.Set("longer than a word", 2);
+  CFITextIndexes copy(indexes);
+  indexes.Set("a", 3);
+  indexes.Set("another long text", 4);
+  ExpectSame({{"a", 1}, {"longer than a word", 2}}, copy);
+  copy = indexes;
+  ExpectSame({{"a", 3}, {"longer than a word", 2}, {"another long text", 4}}, copy);
+}
+
+}  // namespace
+}  // namespace QzXmlLib16::detail
