@@ -11,8 +11,11 @@
 namespace QzXmlLib16::detail {
 
 std::uint64_t GetHashSalt() {
-  std::random_device device;
-  return (std::uint64_t{device()} << 32) ^ device();
+  static const std::uint64_t salt = [] {
+    std::random_device device;
+    return (std::uint64_t{device()} << 32) ^ device();
+  }();
+  return salt;
 }
 
 const std::string& NoText() {

@@ -57,6 +57,8 @@ std::string Written(CFastInfosetContext& context, Calls calls) {
     calls(writer);
   } catch (const CQzException& e) {
     failure = e.GetMessage();
+  } catch (...) {
+    failure = "an assertion";  // on a text of base 64 that is none
   }
   writer.WriteDocumentEnd();
   return stream.GetData().GetAsHexString() + failure;
