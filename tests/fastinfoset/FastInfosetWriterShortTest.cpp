@@ -161,7 +161,12 @@ TEST(FastInfosetWriterShort, SoTheyAreUnderEveryEncoding) {
   for (std::uint32_t algorithm = 0; algorithm <= 11; ++algorithm) {
     encodings.emplace_back(2, algorithm);
   }
-  const std::vector<QzVariant> values = Values();
+  std::size_t texts = 0;
+  std::vector<QzVariant> values;
+  for (QzVariant& value : Values()) {  // of the texts one in seven
+    if (value.GetTypeAsEnum() == ItemType_string && texts++ % 7 != 0) continue;
+    values.push_back(std::move(value));
+  }
   for (const Encoding& encoding : encodings) {
     for (const QzVariant& value : values) {
       CFastInfosetContext context;
