@@ -18,13 +18,13 @@ constexpr std::size_t kElementCost = 32;  // octets that an element counts for b
 // The number of an element among its siblings of the same name, or 0 where it is the only one.
 std::size_t GetNumber(const CContentElement& element) {
   if (element.parent == nullptr) return 0;
-  const std::string qname = element.name->GetQName();
+  const CContentName& own = *element.name;
   std::size_t count = 0;
   std::size_t number = 0;
   for (const CContentItem& item : element.parent->items) {
     if (item.element == nullptr) continue;
-    const CContentName* const name = item.element->name;
-    if (name != element.name && name->GetQName() != qname) continue;
+    const CContentName& name = *item.element->name;
+    if (&name != &own && (name.localName != own.localName || name.prefix != own.prefix)) continue;
     ++count;
     if (item.element.get() == &element) number = count;
   }

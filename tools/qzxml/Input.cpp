@@ -30,6 +30,14 @@ bool IsFastInfoset(const std::string& octets) {
   return false;
 }
 
+// By the first word that is no white space.
+bool IsJson(const std::string& text, std::size_t at) {
+  for (const std::string_view beginning : {"{", "[", "\"", "true", "false", "null", "//", "/*"}) {
+    if (IsAt(text, at, beginning)) return true;
+  }
+  return text[at] == '-' || (text[at] >= '0' && text[at] <= '9');
+}
+
 void Expand(CInput& input) {
   QzXmlLib16::CBinaryData expanded;
   bool isCompressed = false;
@@ -59,10 +67,9 @@ void Recognise(CInput& input) {
   input.encoding = TurnIntoUtf8(input.octets);
   const std::size_t first = input.octets.find_first_not_of(" \t\r\n");
   if (first == std::string::npos) throw CDocumentFailure("", "the document is empty");
-  const char c = input.octets[first];
-  if (c == '<') {
+  if (input.octets[first] == '<') {
     input.format = DocumentFormat::Xml;
-  } else if (c != '\0' && std::string_view("{[\"-0123456789tfn/").find(c) != std::string::npos) {
+  } else if (IsJson(input.octets, first)) {
     input.format = DocumentFormat::Json;
   } else {
     throw CDocumentFailure("", "this is neither XML, Fast Infoset nor JSON");

@@ -18,33 +18,27 @@ const std::string& CNamespaceScopes::GetUri(const std::string& prefix) const {
 }
 
 // A prefix, not the empty one, that stands for the namespace here; "" for none.
-std::string CNamespaceScopes::FindPrefix(const std::string& uri) const {
-  for (const auto& [prefix, uris] : m_scope) {
-    if (!prefix.empty() && !uris.empty() && uris.back() == uri) return prefix;
-  }
-  return "";
+std::string CNamespaceScopes::FindPrefix(const std::string& uri) {
+  std::vector<std::string>& prefixes = m_prefixes[uri];
+  while (!prefixes.empty() && GetUri(prefixes.back()) != uri) prefixes.pop_back();
+  return prefixes.empty() ? "" : prefixes.back();
 }
 
-std::string CNamespaceScopes::MakePrefix() const {
-  for (unsigned number = 1;; ++number) {
-    std::string prefix = "ns" + std::to_string(number);
-    if (GetUri(prefix).empty()) return prefix;
-  }
-}
-
-// Whether the element itself declares or uses the prefix already.
-bool CNamespaceScopes::IsTaken(const CWrittenNames& names, const std::string& prefix) const {
-  const auto isIt = [&](const CContentDeclaration& d) { return d.prefix == prefix; };
-  return prefix == "xml" || prefix == "xmlns" ||
-         std::any_of(names.declarations.begin(), names.declarations.end(), isIt) ||
-         std::find(m_used.begin(), m_used.end(), prefix) != m_used.end();
+std::string CNamespaceScopes::MakePrefix() {
+  std::string prefix;
+  do {
+    prefix = "ns" + std::to_string(++m_made);
+  } while (!GetUri(prefix).empty() || m_taken.count(prefix) != 0);
+  return prefix;
 }
 
 void CNamespaceScopes::Declare(CWrittenNames& names, const std::string& prefix,
                                const std::string& uri) {
   names.declarations.push_back({prefix, uri});
   m_scope[prefix].push_back(uri);
+  if (!prefix.empty()) m_prefixes[uri].push_back(prefix);
   m_declared.back().push_back(prefix);
+  m_taken.insert(prefix);
 }
 
 std::string CNamespaceScopes::Bind(CWrittenNames& names, const CContentName& name,
@@ -63,17 +57,18 @@ std::string CNamespaceScopes::Bind(CWrittenNames& names, const CContentName& nam
       Declare(names, "", "");
     }
   } else if (prefix.empty() ? isAttribute || GetUri("") != name.uri : GetUri(prefix) != name.uri) {
-    if ((prefix.empty() && isAttribute) || IsTaken(names, prefix)) prefix = FindPrefix(name.uri);
-    if (prefix.empty() && (isAttribute || IsTaken(names, prefix))) prefix = MakePrefix();
+    const auto isTaken = [this](const std::string& p) { return m_taken.count(p) != 0; };
+    if ((prefix.empty() && isAttribute) || isTaken(prefix)) prefix = FindPrefix(name.uri);
+    if (prefix.empty() && (isAttribute || isTaken(prefix))) prefix = MakePrefix();
     if (GetUri(prefix) != name.uri) Declare(names, prefix, name.uri);
   }
-  m_used.push_back(prefix);
+  m_taken.insert(prefix);
   return prefix;
 }
 
 CWrittenNames CNamespaceScopes::Enter(const CContentElement& element) {
   CWrittenNames names;
-  m_used.clear();
+  m_taken = {"xml", "xmlns"};
   m_declared.emplace_back();
   for (const CContentDeclaration& declaration : element.declarations) {
     if (declaration.prefix != "xml") Declare(names, declaration.prefix, declaration.uri);

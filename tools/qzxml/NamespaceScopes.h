@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -30,14 +31,15 @@ class CNamespaceScopes {
  private:
   std::string Bind(CWrittenNames& names, const CContentName& name, bool isAttribute);
   void Declare(CWrittenNames& names, const std::string& prefix, const std::string& uri);
-  std::string FindPrefix(const std::string& uri) const;
-  std::string MakePrefix() const;
+  std::string FindPrefix(const std::string& uri);
+  std::string MakePrefix();
   const std::string& GetUri(const std::string& prefix) const;
-  bool IsTaken(const CWrittenNames& names, const std::string& prefix) const;
 
-  std::map<std::string, std::vector<std::string>> m_scope;  // of each prefix, innermost last
-  std::vector<std::vector<std::string>> m_declared;         // by each open element
-  std::vector<std::string> m_used;                          // by the element that begins
+  std::map<std::string, std::vector<std::string>> m_scope;     // of each prefix, innermost last
+  std::map<std::string, std::vector<std::string>> m_prefixes;  // that a namespace has or had
+  std::vector<std::vector<std::string>> m_declared;            // by each open element
+  std::set<std::string> m_taken;  // declared or used by the element that begins
+  unsigned m_made = 0;
 };
 
 }  // namespace qztool

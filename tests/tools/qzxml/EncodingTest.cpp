@@ -106,6 +106,7 @@ TEST(Encoding, WhatIsNoDocumentIsAFailure) {
       {" \r\n\t", "-: the document is empty\n"},
       {"\xEF\xBB\xBF", "-: the document is empty\n"},
       {"hello", "-: this is neither XML, Fast Infoset nor JSON\n"},
+      {"nothing", "-: this is neither XML, Fast Infoset nor JSON\n"},
       {std::string(20, '\0'), "-: this is neither XML, Fast Infoset nor JSON\n"},
       {"\x89PNG\r\n", "-: this is neither XML, Fast Infoset nor JSON\n"},
       {"\x1F\x8B\x08", "-: the gzip stream is damaged or cut off\n"},
