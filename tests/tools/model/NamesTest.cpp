@@ -118,6 +118,15 @@ TEST(Names, OfMembersAreUnlikeWhatEveryClassHas) {
                       "CT"));
 }
 
+TEST(Names, OfMembersOfAChoiceLeaveOutWhatStandsForNone) {
+  EXPECT_EQ(
+      "class CT <T> T: choice\n"
+      "  NoneElement: value none kXsdInt [?]\n"
+      "  Some: value some kXsdInt [?]\n",
+      DescribeClassOf(Type("T", "<xs:choice>" + Element("none") + Element("some") + "</xs:choice>"),
+                      "CT"));
+}
+
 TEST(Names, OfMembersAreUnlikeThoseOfTheBase) {
   EXPECT_EQ(
       "class CD <D> D: sequence base CB 2\n"

@@ -17,6 +17,8 @@ constexpr const char* kLibraryStems[] = {
 
 CMemberNames::CMemberNames(const BoundClass& owner) {
   for (const char* stem : kLibraryStems) m_taken[stem] = Kind_Library;
+  // What a choice answers while no member is selected.
+  if (owner.groupType == BoundGroupType::Choice) m_taken["None"] = Kind_Library;
   AddBase(owner.base);
 }
 
