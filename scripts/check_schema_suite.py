@@ -4,7 +4,9 @@
   check_schema_suite.py <qzxml_read_schemas> <suite> [--list]
 
 <qzxml_read_schemas> is the program of the tests; <suite> is a folder with cases.tsv (columns set,
-group, schema_validity, schemas) and the files below xsdtests/. Prints a table of the sets: how many
+group, schema_validity, schemas) and the files below xsdtests/, or with cases.tsv.xz and
+files.tar.xz, which are unpacked for the time. With "environment" the suite is xsd-suite in the
+folder that QZXML_CORPORA names, and where there is none the program ends with 77. Prints a table of the sets: how many
 valid schemas were read and how many invalid ones refused. With --list, each group that differs, with
 the first error. Ends with 1 if a valid schema is refused or the program fails.
 """
@@ -12,9 +14,13 @@ the first error. Ends with 1 if a valid schema is refused or the program fails.
 import argparse
 import collections
 import csv
+import lzma
 import os
+import shutil
 import subprocess
 import sys
+import tarfile
+import tempfile
 
 
 def read_groups(suite):
@@ -45,14 +51,43 @@ def run(program, suite, sets):
     return results
 
 
+def unpack(suite, folder):
+    """The folder with the suite, unpacked where it is packed."""
+    archive = os.path.join(suite, "files.tar.xz")
+    if os.path.exists(os.path.join(suite, "cases.tsv")) or not os.path.exists(archive):
+        return suite
+    with tarfile.open(archive) as files:
+        files.extractall(folder, filter="data") if hasattr(tarfile, "data_filter") else \
+            files.extractall(folder)
+    with lzma.open(os.path.join(suite, "cases.tsv.xz")) as packed:
+        with open(os.path.join(folder, "cases.tsv"), "wb") as table:
+            shutil.copyfileobj(packed, table)
+    return folder
+
+
+def find_suite(name):
+    if name != "environment":
+        return name
+    suite = os.path.join(os.environ.get("QZXML_CORPORA", ""), "xsd-suite")
+    if not os.path.isdir(suite):
+        print("QZXML_CORPORA names no folder with xsd-suite")
+        sys.exit(77)
+    return suite
+
+
 def main():
     arguments = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     arguments.add_argument("program")
     arguments.add_argument("suite")
     arguments.add_argument("--list", action="store_true")
     options = arguments.parse_args()
-    groups = read_groups(options.suite)
-    results = run(os.path.abspath(options.program), options.suite,
+    with tempfile.TemporaryDirectory() as folder:
+        return check(unpack(find_suite(options.suite), folder), options)
+
+
+def check(suite, options):
+    groups = read_groups(suite)
+    results = run(os.path.abspath(options.program), suite,
                   [schemas.split(";") for _, schemas in groups.values()])
     table = collections.defaultdict(collections.Counter)
     failures = 0

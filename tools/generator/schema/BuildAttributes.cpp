@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <set>
 
 #include "qzxml/xml/XmlNamespaces.h"
 #include "tools/generator/schema/SchemaBuilder.h"
@@ -120,9 +121,7 @@ class CAttributeReader {
     if (found == nullptr) return;
     auto& group = *static_cast<AttributeGroup*>(found);
     FinishGroup(m_state, node, group);
-    for (const AttributeUse& use : group.uses) {
-      if (use.use != UseKind_Prohibited) m_set.uses.push_back(use);
-    }
+    m_set.uses.insert(m_set.uses.end(), group.uses.begin(), group.uses.end());
     if (group.wildcard != nullptr) m_fromGroups.push_back(group.wildcard);
   }
 
@@ -157,7 +156,9 @@ class CAttributeReader {
     SchemaNode& node = *state.nodes.at(&group);
     AttributeSet set = CAttributeReader(state).Read(node);
     CheckAttributeSet(state, node, set.uses);
-    group.uses = std::move(set.uses);
+    for (AttributeUse& use : set.uses) {
+      if (use.use != UseKind_Prohibited) group.uses.push_back(std::move(use));
+    }
     group.wildcard = set.wildcard;
     state.progress[&group] = Progress_Done;
   }
@@ -234,23 +235,28 @@ bool IsIdType(const SimpleType* type) {
   return false;
 }
 
-void CheckAttributeSet(BuildState& state, const SchemaNode& node,
-                       const std::vector<AttributeUse>& uses) {
-  std::map<QName, const AttributeUse*> names;
-  const AttributeUse* idUse = nullptr;
-  for (const AttributeUse& use : uses) {
-    const QName& name = use.attribute->name;
-    if (!names.emplace(name, &use).second) {
-      state.Error(node,
-                  "The attribute '" + name.ToString() + "' is there twice (ct-props-correct.4).");
+void CheckAttributeSet(BuildState& state, const SchemaNode& node, std::vector<AttributeUse>& uses) {
+  std::set<QName> names;
+  const AttributeDecl* idAttribute = nullptr;
+  std::vector<AttributeUse> kept;
+  for (AttributeUse& use : uses) {
+    const AttributeDecl& attribute = *use.attribute;
+    if (!names.insert(attribute.name).second) {
+      state.Error(node, "The attribute '" + attribute.name.ToString() +
+                            "' is there twice (ct-props-correct.4).");
+      continue;
     }
-    if (use.use == UseKind_Prohibited || !IsIdType(use.attribute->type)) continue;
-    if (idUse != nullptr && idUse->attribute->name != name) {
-      state.Error(node, "The attributes '" + idUse->attribute->name.ToString() + "' and '" +
-                            name.ToString() + "' are both of the type ID (ct-props-correct.5).");
+    if (use.use != UseKind_Prohibited && IsIdType(attribute.type)) {
+      if (idAttribute != nullptr) {
+        state.Error(node, "The attributes '" + idAttribute->name.ToString() + "' and '" +
+                              attribute.name.ToString() +
+                              "' are both of the type ID (ct-props-correct.5).");
+      }
+      idAttribute = &attribute;
     }
-    idUse = &use;
+    kept.push_back(std::move(use));
   }
+  uses = std::move(kept);
 }
 
 ValueConstraint ReadValueConstraint(BuildState& state, const SchemaNode& node,

@@ -7,6 +7,9 @@ namespace qzxml::generator {
 
 namespace {
 
+// Unions of unions of unions multiply; nobody means more than this.
+constexpr std::size_t kMaxMembers = 10'000;
+
 class CSimpleTypeFinisher {
  public:
   CSimpleTypeFinisher(BuildState& state, SchemaNode& node, SimpleType& type)
@@ -109,6 +112,12 @@ class CSimpleTypeFinisher {
     CheckFinal(node, *m_type.itemType, Derivation_List, "cos-st-restricts.2.3.1.1");
   }
 
+  // It and, of a union, all that its members hold.
+  std::size_t CountMembers(const SimpleType& type) const {
+    const auto found = m_state.memberCounts.find(&type);
+    return found != m_state.memberCounts.end() ? found->second + 1 : 1;
+  }
+
   void FinishUnion(const SchemaNode& node) {
     m_type.variety = Variety_Union;
     for (const std::string& name : SplitWords(node.Get("memberTypes"))) {
@@ -128,6 +137,13 @@ class CSimpleTypeFinisher {
 
   void AddMember(const SchemaNode& node, const SimpleType* member) {
     if (member == nullptr) return;
+    std::size_t& count = m_state.memberCounts[&m_type];
+    count += CountMembers(*member);
+    if (count > kMaxMembers) {
+      m_state.Error(node, "The union has more than " + std::to_string(kMaxMembers) +
+                              " member types, those of its members included.");
+      return;
+    }
     CheckFinal(node, *member, Derivation_Union, "cos-st-restricts.3.3.1.1");
     m_type.memberTypes.push_back(member);
   }

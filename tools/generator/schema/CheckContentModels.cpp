@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <set>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "tools/generator/schema/SchemaBuilder.h"
@@ -21,9 +22,34 @@ namespace qzxml::generator {
 
 namespace {
 
-// Content models beyond it are not looked at: nobody wrote them.
-constexpr std::size_t kMaxPositions = 100'000;
-constexpr std::size_t kMaxSteps = 20'000'000;
+// Content models beyond it are not looked at: nobody wrote them. Groups that hold others twice, and
+// these again, come to any number of positions.
+constexpr std::size_t kMaxPositions = 20'000;
+// What is spent on all content models together.
+constexpr std::size_t kMaxSteps = 200'000'000;
+
+// How many positions a content model takes; each group is looked at once.
+class CModelSize {
+ public:
+  std::size_t Get(const Particle& particle) {
+    const bool isFixed = particle.maxOccurs > 1 && particle.minOccurs == particle.maxOccurs;
+    const std::size_t once = particle.group != nullptr ? Get(*particle.group) : 1;
+    return std::min(isFixed ? once * 2 : once, kMaxPositions + 1);
+  }
+
+ private:
+  std::size_t Get(const ModelGroup& group) {
+    const auto known = m_known.find(&group);
+    if (known != m_known.end()) return known->second;
+    std::size_t size = 0;
+    for (const Particle* const p : group.particles) size += Get(*p);
+    size = std::min(size, kMaxPositions + 1);
+    m_known[&group] = size;
+    return size;
+  }
+
+  std::unordered_map<const ModelGroup*, std::size_t> m_known;
+};
 
 using Positions = std::vector<int>;
 
@@ -34,12 +60,13 @@ class CPositionAutomaton {
     int identity;  // copies have the same
   };
 
-  explicit CPositionAutomaton(const Particle& particle) {
+  // The steps are counted on, and end it when there are too many.
+  CPositionAutomaton(const Particle& particle, std::size_t& steps) : m_steps(steps) {
     const Part whole = Build(particle);
     m_first = AddSet(whole.first);
   }
 
-  bool IsTooLarge() const { return m_isTooLarge; }
+  bool IsTooLarge() const { return m_steps > kMaxSteps; }
 
   // Every set of positions that can come at one moment.
   std::vector<Positions> GetMoments() {
@@ -93,7 +120,7 @@ class CPositionAutomaton {
   }
 
   Part BuildOnce(const Particle& particle) {
-    if (m_isTooLarge) return {};
+    if (IsTooLarge()) return {};
     if (particle.group == nullptr) return BuildLeaf(particle);
     switch (particle.group->compositor) {
       case Compositor_Sequence: {
@@ -115,7 +142,6 @@ class CPositionAutomaton {
     const int position = static_cast<int>(m_positions.size());
     m_positions.push_back({&particle, m_nextIdentity++});
     m_follow.emplace_back();
-    m_isTooLarge = m_positions.size() > kMaxPositions;
     return {{position}, {position}, false};
   }
 
@@ -164,8 +190,7 @@ class CPositionAutomaton {
   void Follow(const Positions& last, const Positions& first) {
     if (last.empty() || first.empty()) return;
     m_steps += last.size() + first.size();
-    if (m_steps > kMaxSteps) m_isTooLarge = true;
-    if (m_isTooLarge) return;
+    if (IsTooLarge()) return;
     const int set = AddSet(first);
     for (const int position : last) m_follow[static_cast<std::size_t>(position)].push_back(set);
   }
@@ -175,8 +200,7 @@ class CPositionAutomaton {
   std::vector<Positions> m_follow;  // for each position, numbers of sets
   int m_first = 0;
   int m_nextIdentity = 0;
-  std::size_t m_steps = 0;
-  bool m_isTooLarge = false;
+  std::size_t& m_steps;
 };
 
 // ---- Ambiguity ----
@@ -252,7 +276,7 @@ class CMoment {
 };
 
 void CheckAmbiguity(BuildState& state, const SchemaNode& node, const Particle& particle) {
-  CPositionAutomaton automaton(particle);
+  CPositionAutomaton automaton(particle, state.contentSteps);
   if (automaton.IsTooLarge()) return;
   for (const Positions& moment : automaton.GetMoments()) {
     const auto [a, b] = CMoment(automaton).FindConflict(moment);
@@ -294,25 +318,27 @@ class CConsistencyCheck {
   std::map<QName, const Type*> m_types;
 };
 
-void CheckContentModel(BuildState& state, const SchemaNode& node, const Particle& particle) {
-  CheckAmbiguity(state, node, particle);
+void CheckContentModel(BuildState& state, CModelSize& size, const SchemaNode& node,
+                       const Particle& particle) {
+  if (size.Get(particle) <= kMaxPositions) CheckAmbiguity(state, node, particle);
   CConsistencyCheck(state, node).Visit(particle);
 }
 
 }  // namespace
 
 void CheckContentModels(BuildState& state) {
+  CModelSize size;
   for (const Made<ComplexType>& made : state.complexTypes) {
     const ComplexType& type = *made.component;
     const bool isInherited = type.ownParticle == nullptr;
     if (type.particle == nullptr || isInherited) continue;
-    CheckContentModel(state, *made.node, *type.particle);
+    CheckContentModel(state, size, *made.node, *type.particle);
   }
   for (const Made<GroupDefinition>& made : state.groups) {
     if (made.component->group == nullptr) continue;
     Particle particle;
     particle.group = made.component->group;
-    CheckContentModel(state, *made.node, particle);
+    CheckContentModel(state, size, *made.node, particle);
   }
 }
 

@@ -301,7 +301,10 @@ void MakeComponents(BuildState& state, const CSchemaLoader& loader) {
   state.progress[state.storage.anyType] = Progress_Done;
   CComponentMaker maker(state);
   for (const Redefinition& r : loader.GetRedefinitions()) maker.SetRedefined(r.node, r.redefined);
-  for (SchemaSource* const source : loader.GetSources()) maker.MakeDocument(*source);
+  for (SchemaSource* const source : loader.GetSources()) {
+    state.targetNamespaces.insert(source->document->targetNamespace);
+    maker.MakeDocument(*source);
+  }
 }
 
 unsigned ReadDerivationSet(const SchemaNode& node, const char* attribute,

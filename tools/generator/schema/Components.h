@@ -59,7 +59,7 @@ struct AttributeUse {
 struct AttributeGroup : Component {
   AttributeGroup() : Component(ComponentKind_AttributeGroup) {}
 
-  std::vector<AttributeUse> uses;      // those of groups that it names included
+  std::vector<AttributeUse> uses;      // those of groups that it names included; no prohibited ones
   const Wildcard* wildcard = nullptr;  // the intersection, as for complex types; null for none
 };
 

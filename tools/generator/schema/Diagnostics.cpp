@@ -6,7 +6,15 @@
 
 namespace qzxml::generator {
 
+namespace {
+
+// More than anybody reads; the place of each is looked up.
+constexpr std::size_t kMaxErrors = 1000;
+
+}  // namespace
+
 void CDiagnostics::Error(const Location& location, std::string message) {
+  if (m_errorCount >= kMaxErrors) return;
   Add({Severity_Error, location.GetFile(), location.GetPath(), std::move(message)});
 }
 
@@ -28,7 +36,7 @@ void CDiagnostics::Warning(const SchemaNode& node, std::string message) {
 
 void CDiagnostics::Add(Diagnostic diagnostic) {
   if (!m_told.insert(diagnostic.ToString()).second) return;
-  if (diagnostic.severity == Severity_Error) m_hasErrors = true;
+  if (diagnostic.severity == Severity_Error) ++m_errorCount;
   m_all.push_back(std::move(diagnostic));
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <set>
 #include <string>
 #include <vector>
@@ -10,7 +11,8 @@ namespace qzxml::generator {
 
 struct SchemaNode;
 
-// What is told of the schemas while they are read. The same thing of the same place is told once.
+// What is told of the schemas while they are read. The same thing of the same place is told once;
+// behind a thousand errors no further ones are kept.
 class CDiagnostics {
  public:
   CDiagnostics() = default;
@@ -23,13 +25,13 @@ class CDiagnostics {
   void Warning(const Location& location, std::string message);
   void Warning(const SchemaNode& node, std::string message);
 
-  bool HasErrors() const { return m_hasErrors; }
+  bool HasErrors() const { return m_errorCount != 0; }
   const std::vector<Diagnostic>& GetAll() const { return m_all; }
 
  private:
   void Add(Diagnostic diagnostic);
 
-  bool m_hasErrors = false;
+  std::size_t m_errorCount = 0;
   std::vector<Diagnostic> m_all;
   std::set<std::string> m_told;
 };

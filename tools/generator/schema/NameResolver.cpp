@@ -82,8 +82,9 @@ Component* ResolveName(BuildState& state, const SchemaNode& node, const std::str
   if (found == state.names[space].end()) {
     std::string message = std::string("There is no ") + kSpaceNames[space] + " '" +
                           name.ToString() + "' (src-resolve).";
-    if (Contains(node.source->missingImported, name.namespaceUri)) {
-      message += " No file was found for the namespace that is imported.";
+    if (Contains(node.source->imported, name.namespaceUri) &&
+        state.targetNamespaces.count(name.namespaceUri) == 0) {
+      message += " No schema of its namespace was read: no file is where it is imported from.";
     }
     state.Error(node, std::move(message));
     return nullptr;

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <deque>
+#include <unordered_map>
 
 #include "tools/generator/schema/SchemaBuilder.h"
 
@@ -12,9 +13,9 @@ namespace qzxml::generator {
 
 namespace {
 
-// Content models beyond it are let pass.
+// Content models beyond it are let pass, and all of them when so much was spent on those before.
 constexpr std::size_t kMaxParticles = 20'000;
-constexpr std::size_t kMaxSteps = 5'000'000;
+constexpr std::size_t kMaxSteps = 50'000'000;
 
 struct Range {
   std::int64_t min = 1;
@@ -39,13 +40,14 @@ std::int64_t Add(std::int64_t a, std::int64_t b) {
   return std::min(kMost, a + b);
 }
 
-Range GetTotalRange(const Particle& particle) {
-  if (particle.group == nullptr) return {particle.minOccurs, particle.maxOccurs};
+// The sum or the choice of what members take, and as often as the group itself.
+template <typename Members, typename GetRange>
+Range GetGroupRange(const Range& range, bool isChoice, const Members& members, GetRange getRange) {
   Range inner{0, 0};
   bool isFirst = true;
-  for (const Particle* const p : particle.group->particles) {
-    const Range part = GetTotalRange(*p);
-    if (particle.group->compositor != Compositor_Choice) {
+  for (const auto* const member : members) {
+    const Range part = getRange(*member);
+    if (!isChoice) {
       inner = {Add(inner.min, part.min), Add(inner.max, part.max)};
     } else {
       const bool isUnbounded = inner.max == kUnbounded || part.max == kUnbounded;
@@ -54,7 +56,7 @@ Range GetTotalRange(const Particle& particle) {
     }
     isFirst = false;
   }
-  return {Multiply(particle.minOccurs, inner.min), Multiply(particle.maxOccurs, inner.max)};
+  return {Multiply(range.min, inner.min), Multiply(range.max, inner.max)};
 }
 
 // A particle without what is pointless.
@@ -74,20 +76,8 @@ struct Simple {
 
 Range GetTotalRange(const Simple& particle) {
   if (particle.element != nullptr || particle.wildcard != nullptr) return particle.range;
-  Range inner{0, 0};
-  bool isFirst = true;
-  for (const Simple* const child : particle.children) {
-    const Range part = GetTotalRange(*child);
-    if (particle.kind != Simple::Kind_Choice) {
-      inner = {Add(inner.min, part.min), Add(inner.max, part.max)};
-    } else {
-      const bool isUnbounded = inner.max == kUnbounded || part.max == kUnbounded;
-      inner.min = isFirst ? part.min : std::min(inner.min, part.min);
-      inner.max = isUnbounded ? kUnbounded : std::max(inner.max, part.max);
-    }
-    isFirst = false;
-  }
-  return {Multiply(particle.range.min, inner.min), Multiply(particle.range.max, inner.max)};
+  return GetGroupRange(particle.range, particle.kind == Simple::Kind_Choice, particle.children,
+                       [](const Simple& child) { return GetTotalRange(child); });
 }
 
 class CSimplifier {
@@ -98,7 +88,8 @@ class CSimplifier {
     return particle.group != nullptr ? SimplifyGroup(particle) : MakeLeaf(particle);
   }
 
-  bool IsTooLarge() const { return m_made.size() > kMaxParticles; }
+  std::size_t GetCount() const { return m_made.size(); }
+  bool IsTooLarge() const { return GetCount() > kMaxParticles; }
 
   Simple& Make() { return m_made.emplace_back(); }
 
@@ -181,7 +172,8 @@ class CParticleRestriction {
       : m_state(state), m_simplifier(simplifier) {}
 
   bool Restricts(const Simple& r, const Simple& b) {
-    if (++m_steps > kMaxSteps || (r.origin != nullptr && r.origin == b.origin)) return true;
+    if (++m_state.restrictionSteps > kMaxSteps || (r.origin != nullptr && r.origin == b.origin))
+      return true;
     switch (b.kind) {
       case Simple::Kind_Element:
         return r.kind == Simple::Kind_Element && IsNameAndTypeOk(r, b);
@@ -363,21 +355,47 @@ class CParticleRestriction {
 
   BuildState& m_state;
   CSimplifier& m_simplifier;
-  std::size_t m_steps = 0;
   std::string m_fault;
+};
+
+// Groups that are referred to more than once are looked at once.
+class CEmptiable {
+ public:
+  bool IsEmptiable(const Particle& particle) {
+    if (particle.minOccurs == 0) return true;
+    return particle.group != nullptr && IsEmptiable(*particle.group);
+  }
+
+ private:
+  bool IsEmptiable(const ModelGroup& group) {
+    const auto known = m_known.find(&group);
+    if (known != m_known.end()) return known->second;
+    const auto isEmptiable = [this](const Particle* p) { return IsEmptiable(*p); };
+    const auto& particles = group.particles;
+    const bool result =
+        group.compositor == Compositor_Choice
+            ? particles.empty() || std::any_of(particles.begin(), particles.end(), isEmptiable)
+            : std::all_of(particles.begin(), particles.end(), isEmptiable);
+    m_known[&group] = result;
+    return result;
+  }
+
+  std::unordered_map<const ModelGroup*, bool> m_known;
 };
 
 }  // namespace
 
 bool IsEmptiable(const Particle* particle) {
-  return particle == nullptr || GetTotalRange(*particle).min == 0;
+  return particle == nullptr || CEmptiable().IsEmptiable(*particle);
 }
 
 std::string FindRestrictionFault(BuildState& state, const Particle* particle,
                                  const Particle* base) {
+  if (state.restrictionSteps > kMaxSteps) return {};
   CSimplifier simplifier;
   const Simple* const r = simplifier.Simplify(*particle);
   const Simple* const b = simplifier.Simplify(*base);
+  state.restrictionSteps += simplifier.GetCount();
   if (simplifier.IsTooLarge()) return {};
   if (r == nullptr) {
     return IsEmptiable(base) ? std::string() : "it is empty, and that of the base may not be";

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <map>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -57,6 +58,7 @@ struct BuildState {
   CValueCheck values;
 
   std::array<std::map<QName, Component*>, SymbolSpace_Count> names;
+  std::set<std::string> targetNamespaces;                      // of the schemas that were read
   std::unordered_map<const Component*, Component*> originals;  // of what redefines them
 
   // In the order of the documents.
@@ -73,7 +75,10 @@ struct BuildState {
 
   std::unordered_map<const void*, Progress> progress;
   std::unordered_map<const Component*, SchemaNode*> nodes;  // of types, groups and declarations
-  int depth = 0;                                            // of what is in work
+  std::unordered_map<const SimpleType*, std::size_t> memberCounts;  // of unions, all levels
+  std::size_t contentSteps = 0;      // spent on the ambiguity of content models
+  std::size_t restrictionSteps = 0;  // spent on their restrictions
+  int depth = 0;                     // of what is in work
 
   void Error(const SchemaNode& node, std::string message) {
     diagnostics.Error(node, std::move(message));
@@ -139,9 +144,8 @@ struct AttributeSet {
   const Wildcard* wildcard = nullptr;
 };
 AttributeSet ReadAttributes(BuildState& state, SchemaNode& node);
-// Two uses of one name, and two of type ID, are errors.
-void CheckAttributeSet(BuildState& state, const SchemaNode& node,
-                       const std::vector<AttributeUse>& uses);
+// Two uses of one name are an error, and the later one goes; two of type ID are an error.
+void CheckAttributeSet(BuildState& state, const SchemaNode& node, std::vector<AttributeUse>& uses);
 const Wildcard* MakeWildcard(BuildState& state, const SchemaNode& node);
 const Wildcard* MakeMergedWildcard(BuildState& state, const Wildcard& pattern,
                                    const NamespaceConstraint& constraint);

@@ -177,11 +177,7 @@ void CSchemaLoader::LoadImport(SchemaSource& source, const SchemaNode& node) {
   }
   source.imported.push_back(namespaceUri);
   const std::string file = Locate(source, node, namespaceUri);
-  if (!file.empty()) {
-    LoadFile(file, Role_Import, namespaceUri, &node);
-  } else if (node.Find("schemaLocation") != nullptr) {
-    source.missingImported.push_back(namespaceUri);
-  }
+  if (!file.empty()) LoadFile(file, Role_Import, namespaceUri, &node);
 }
 
 // The attributes of the XML namespace are there also when nobody has a schema for them.

@@ -59,11 +59,10 @@ struct SchemaSource {
   SchemaDocument* document = nullptr;  // what comes of it
   std::unique_ptr<QzXmlLib16::CXmlDocument> xml;
   std::unique_ptr<SchemaNode> root;
-  bool isChameleon = false;           // no target namespace of its own, taken into another one
-  bool isSound = true;                // false for one with faults of form: nothing is made of it
-  std::vector<std::string> imported;  // namespaces; "" for none
-  std::vector<std::string> missingImported;  // those of them for which no file was found
-  std::vector<SchemaSource*> included;       // by xs:include and xs:redefine
+  bool isChameleon = false;             // no target namespace of its own, taken into another one
+  bool isSound = true;                  // false for one with faults of form: nothing is made of it
+  std::vector<std::string> imported;    // namespaces; "" for none
+  std::vector<SchemaSource*> included;  // by xs:include and xs:redefine
 };
 
 // The tree of the document's elements. Prefixes that are not declared are told of as errors, and
