@@ -9,6 +9,12 @@
 
 namespace QzXmlLib16 {
 
+// The StringToEnum of a metadata table, of a function that answers an enumerator.
+template <auto stringToEnum>
+int EnumNumber(const char* text) {
+  return stringToEnum(text);
+}
+
 // The texts of a C++ enumeration whose enumerators are 0, 1, 2 and so on. To be held in a static
 // variable, which needs no initialisation at run time; generated code makes the two functions of a
 // metadata table of it:

@@ -141,6 +141,48 @@ TEST(CodeWriter, SignaturesAreBrokenBeforeConstBehindTheParenthesisOrBehindTheRe
             FunctionOf(result + " " + name + "() const", body));
 }
 
+TEST(CodeWriter, LiteralsTakeALineEachAndOneThatIsTooLongSeveral) {
+  CCodeWriter writer;
+  writer.Literals("a[] = ", {Literal("x"), Literal("y")});
+  EXPECT_EQ("a[] = {\"x\", \"y\"};\n", writer.Take());
+  // 93 characters stand between two quotes behind four blanks, before a comma.
+  CCodeWriter longer;
+  longer.Literals("a[] = ", {Literal(Repeat("x", 93)), Literal(Repeat("y", 94))});
+  EXPECT_EQ("a[] = {\n    \"" + Repeat("x", 93) + "\",\n    \"" + Repeat("y", 93) +
+                "\"\n    \"y\",\n};\n",
+            longer.Take());
+}
+
+TEST(CodeWriter, LiteralsAreNotCutWithinAnEscape) {
+  const TextCase cases[] = {{"\\", "\\\\"}, {"\x01", "\\001"}, {"\n", "\\n"}, {"?\?", "?\\?"}};
+  for (const TextCase& c : cases) {
+    for (std::size_t lead = 85; lead < 95; ++lead) {
+      const std::string literal = Literal(Repeat("x", lead) + Repeat(c.text, 100));
+      CCodeWriter writer;
+      writer.Literals("a[] = ", {literal});
+      std::string joined;
+      std::string line;
+      for (const char ch : writer.Take()) {
+        if (ch != '\n') {
+          line += ch;
+          continue;
+        }
+        EXPECT_LE(line.size(), 100u);
+        if (line.compare(0, 5, "    \"") == 0) {
+          const std::string piece = line.substr(5, line.rfind('"') - 5);
+          EXPECT_FALSE(piece.empty());
+          std::size_t slashes = 0;
+          while (slashes < piece.size() && piece[piece.size() - 1 - slashes] == '\\') ++slashes;
+          EXPECT_EQ(0u, slashes % 2) << piece;
+          joined += piece;
+        }
+        line.clear();
+      }
+      EXPECT_EQ(literal, '"' + joined + '"') << c.text;
+    }
+  }
+}
+
 TEST(CodeWriter, EnumerationsTakeALineEachWhereOneDoesNotHoldThem) {
   CCodeWriter writer;
   writer.Enum("enum E : int", {"E_a", "E_b"});

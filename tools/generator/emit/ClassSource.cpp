@@ -186,6 +186,7 @@ class CDefinitionWriter {
                                   m_scope.Library("CProperty") + "()")
                           .Make("},");
       call.head = "{" + std::to_string(restricted.propertyIndex) + ", " + call.head;
+      call.linkIndent = 8;
       m_writer.Call(call);
     }
     m_writer.Outdent(2);
@@ -242,7 +243,7 @@ class CDefinitionWriter {
     if (!m_class.isAbstract) {
       m_writer.Constructor(m_name + "::" + m_class.name + "()", base + "(s_binding)");
     }
-    m_writer.Line(m_name + "::~" + m_class.name + "() = default;");
+    m_writer.Defaulted(m_name + "::~" + m_class.name + "()");
   }
 
   void WriteByType() {
@@ -255,8 +256,8 @@ class CDefinitionWriter {
                                  return type->isAbstract || type->typeName.empty();
                                }),
                 types.end());
-    m_writer.Line(m_scope.Library("CObjectHandle") + " " + m_name + "::NewByType(" +
-                  m_scope.Library("CXmlElement") + "* " + (types.empty() ? "" : "element") + ") {");
+    m_writer.Begin(m_scope.Library("CObjectHandle") + " " + m_name + "::NewByType(" +
+                   m_scope.Library("CXmlElement") + "*" + (types.empty() ? "" : " element") + ")");
     m_writer.Indent();
     if (types.empty()) {
       m_writer.Line("return " + m_scope.Library("CObjectHandle") + "();");

@@ -95,6 +95,17 @@ std::vector<std::string> Words(std::string_view text) {
   return words;
 }
 
+// The last place of a literal up to limit that is not within an escape.
+std::size_t FindCut(const std::string& literal, std::size_t limit) {
+  std::size_t at = 1;
+  while (true) {
+    std::size_t length = 1;
+    if (literal[at] == '\\') length = literal[at + 1] >= '0' && literal[at + 1] <= '7' ? 4 : 2;
+    if (at + length > limit) return at;
+    at += length;
+  }
+}
+
 }  // namespace
 
 std::string Literal(std::string_view text) {
@@ -201,7 +212,8 @@ void CCodeWriter::Call(const CallText& call) {
   } else {
     const Layout below = Fill(call.arguments, m_indent + call.head.size(), close);
     const Layout behind = Fill(call.arguments, m_indent + 4, close);
-    if (!below.fits || below.lines.size() > behind.lines.size() + 1) {
+    const bool isShorter = below.lines.size() > behind.lines.size() + 1;
+    if (!below.fits || (isShorter && !call.isDeclaration)) {
       Line(call.head);
       m_indent += 4;
       for (const std::string& line : behind.lines) Line(line);
@@ -213,11 +225,10 @@ void CCodeWriter::Call(const CallText& call) {
       m_indent -= call.head.size();
     }
   }
-  m_indent += 4;
   for (std::size_t i = 0; i < call.links.size(); ++i) {
-    Line(i + 1 < call.links.size() ? call.links[i] : call.links[i] + rest);
+    const bool isLast = i + 1 == call.links.size();
+    LineAt(call.linkIndent, isLast ? call.links[i] + rest : call.links[i]);
   }
-  m_indent -= 4;
 }
 
 // --- Functions
@@ -236,6 +247,14 @@ void CCodeWriter::Function(const std::string& signature, const CallText& body) {
 }
 
 void CCodeWriter::Declaration(const std::string& signature) { Signature(signature, ";"); }
+void CCodeWriter::Begin(const std::string& signature) { Signature(signature, " {"); }
+
+void CCodeWriter::Defaulted(const std::string& signature) {
+  if (Fits(signature + " = default;")) return Line(signature + " = default;");
+  const std::size_t name = signature.rfind('~');
+  Line(signature.substr(0, name));
+  LineAt(4, signature.substr(name) + " = default;");
+}
 
 // Broken before a closing "const", or behind the parenthesis, or behind the result.
 void CCodeWriter::Signature(const std::string& signature, const std::string& end) {
@@ -263,6 +282,24 @@ void CCodeWriter::Constructor(const std::string& signature, const std::string& i
   if (Fits(line)) return Line(line);
   Signature(signature, "");
   LineAt(4, ": " + initializer + " {}");
+}
+
+void CCodeWriter::Literals(const std::string& head, const std::vector<std::string>& items) {
+  const std::string line = head + "{" + Join(items) + "};";
+  if (Fits(line)) return Line(line);
+  Line(head + "{");
+  m_indent += 4;
+  for (const std::string& item : items) {
+    std::string rest = item + ",";
+    while (!Fits(rest)) {
+      const std::size_t cut = FindCut(rest, std::min(kColumns - m_indent - 1, rest.size() - 3));
+      Line(rest.substr(0, cut) + "\"");
+      rest = "\"" + rest.substr(cut);
+    }
+    Line(rest);
+  }
+  m_indent -= 4;
+  Line("};");
 }
 
 void CCodeWriter::Enum(const std::string& head, const std::vector<std::string>& items) {

@@ -22,6 +22,8 @@ struct CallText {
   std::vector<std::string> arguments;
   std::string tail;
   std::vector<std::string> links;
+  std::size_t linkIndent = 4;  // of links on lines of their own; more where the call is in braces
+  bool isDeclaration = false;  // of a variable: arguments stand below the parenthesis if they can
 };
 
 // Builds a source line by line, in the layout of the house: blocks of two columns, calls broken as
@@ -65,8 +67,16 @@ class CCodeWriter {
   // The same for a constructor that does nothing but construct: "signature : initializer {}".
   void Constructor(const std::string& signature, const std::string& initializer);
 
-  // "signature;", broken if need be.
+  // "signature = default;" of a destructor, broken before its own name.
+  void Defaulted(const std::string& signature);
+
+  // "signature;" or "signature {", broken if need be.
   void Declaration(const std::string& signature);
+  void Begin(const std::string& signature);
+
+  // "head{a, b};" on one line, or a line for each. Items are literals; one that is too long for a
+  // line is split.
+  void Literals(const std::string& head, const std::vector<std::string>& items);
 
   // "head { a, b };" on one line, or a line for each.
   void Enum(const std::string& head, const std::vector<std::string>& items);

@@ -111,10 +111,8 @@ class CRulesWriter {
       return true;
     });
     if (steps.empty()) return;
-    m_writer.Call({"const " + m_scope.Library("CPatternStep") + " " + name + "Patterns[] = {",
-                   steps,
-                   "};",
-                   {}});
+    m_writer.Literals("const " + m_scope.Library("CPatternStep") + " " + name + "Patterns[] = ",
+                      steps);
     links.push_back(".Patterns(" + name + "Patterns)");
   }
 
@@ -128,7 +126,7 @@ class CRulesWriter {
       return texts.empty();
     });
     if (texts.empty()) return;
-    m_writer.Call({"constexpr const char* " + name + "Texts[] = {", texts, "};", {}});
+    m_writer.Literals("constexpr const char* " + name + "Texts[] = ", texts);
     links.push_back(".Enumeration(" + name + "Texts)");
   }
 
@@ -218,11 +216,13 @@ void WriteEnumSource(CScope& scope, const BoundEnum& boundEnum, CCodeWriter& wri
   for (const BoundEnum::Enumerator& enumerator : boundEnum.enumerators) {
     literals.push_back(Literal(enumerator.text));
   }
-  writer.Call({"constexpr const char* " + texts + "[] = {", literals, "};", {}});
+  writer.Literals("constexpr const char* " + texts + "[] = ", literals);
   writer.Call({"const " + scope.Library("CEnumerationInfo") + " " + info + "(",
                {texts, Whitespace(scope, boundEnum.whitespace)},
                ");",
-               {}});
+               {},
+               4,
+               true});
   writer.Line("}  // namespace");
   writer.Gap();
   writer.Function("const char* " + boundEnum.name + "ToString(int value)",
@@ -240,13 +240,16 @@ void WriteSimpleTypeSource(CScope& scope, const BoundSimpleType& type, CCodeWrit
   if (type.enumeration != nullptr) {
     const BoundEnum& boundEnum = *type.enumeration;
     scope.Include(CNames::Header(*boundEnum.where, kEnumerationsStem));
+    scope.Include("qzxml/binding/EnumerationInfo.h");
     const std::string name = scope.Enum(boundEnum);
     const std::string prefix = name.substr(0, name.size() - boundEnum.name.size());
     writer.Call({head,
-                 {"&" + name + "ToString", "[](const char* text) -> int { return " + prefix +
-                                               "StringTo" + boundEnum.name + "(text); }"},
+                 {"&" + name + "ToString", "&" + scope.Library("EnumNumber") + "<&" + prefix +
+                                               "StringTo" + boundEnum.name + ">"},
                  ");",
-                 {}});
+                 {},
+                 4,
+                 true});
     return;
   }
   std::vector<std::string> arguments = {scope.Library(type.kind),
@@ -264,7 +267,7 @@ void WriteSimpleTypeSource(CScope& scope, const BoundSimpleType& type, CCodeWrit
     writer.Line("}  // namespace");
     arguments.push_back(type.constant + "_Rules");
   }
-  writer.Call({head, arguments, ");", {}});
+  writer.Call({head, arguments, ");", {}, 4, true});
 }
 
 }  // namespace qzxml::generator

@@ -30,8 +30,7 @@ Currency StringToCurrency(const char* text) {
   return static_cast<Currency>(kCurrency_Info.FromText(text));
 }
 
-const CSimpleTypeInfo kCurrency(&CurrencyToString,
-                                [](const char* text) -> int { return StringToCurrency(text); });
+const CSimpleTypeInfo kCurrency(&CurrencyToString, &EnumNumber<&StringToCurrency>);
 
 const CSimpleTypeInfo kQuantity(ItemType_ui4, CWhitespaceUtils::WhitespaceRule_Collapse,
                                 CSimpleTypeInfo::CFacets().MinInclusive("1").MaxInclusive("1000"));
