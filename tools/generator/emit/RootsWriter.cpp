@@ -1,6 +1,7 @@
 #include "tools/generator/emit/RootsWriter.h"
 
 #include <cctype>
+#include <iterator>
 #include <set>
 #include <vector>
 
@@ -28,18 +29,22 @@ std::string MakerName(const std::string& element) {
   return name;
 }
 
+// Functions of the library that the definitions call.
+constexpr const char* kLibraryFunctions[] = {"NewAttributeCol", "NewElement",    "NewElementCol",
+                                             "NewEnumCol",      "NewObject",     "NewObjectByType",
+                                             "NewObjectCol",    "NewRoot",       "NewRootObject",
+                                             "NewValueCol",     "NewWildcardCol"};
+
 std::vector<Maker> MakersOf(const CNames& names, const BoundNamespace& where) {
-  std::set<std::string> taken;
+  std::set<std::string> taken(std::begin(kLibraryFunctions), std::end(kLibraryFunctions));
+  taken.insert("New");
   std::vector<Maker> makers;
   for (const BoundRoot& root : where.roots) {
     if (root.objectClass->isAbstract) continue;
     const std::string plain = MakerName(root.name);
     std::string name = plain;
-    for (int number = 2; plain == "New" || name == "NewRoot" || name == "NewObject" ||
-                         names.IsDeclared(where, name) || taken.count(name) != 0;
-         ++number) {
-      name = plain + "Element" + (number > 2 ? std::to_string(number) : "");
-      if (!names.IsDeclared(where, name) && taken.count(name) == 0) break;
+    for (int number = 1; names.IsDeclared(where, name) || taken.count(name) != 0; ++number) {
+      name = plain + "Element" + (number > 1 ? std::to_string(number) : "");
     }
     taken.insert(name);
     makers.push_back({name, &root});
