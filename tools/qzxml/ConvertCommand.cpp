@@ -108,43 +108,39 @@ void Convert(ConvertOptions options, CConsole& console) {
 void AddConvertCommand(CLI::App& app, CConsole& console) {
   const auto options = std::make_shared<ConvertOptions>();
   CLI::App* const command = app.add_subcommand("convert", "Convert a document into another format");
-  command
-      ->add_option("IN", options->in,
-                   "The document: XML in any encoding, Fast Infoset or JSON, also within gzip; "
-                   "- for standard input")
-      ->required();
-  command->add_option("OUT", options->out, "The file to write; - for standard output")->required();
+  command->add_option("IN", options->in, "The document, plain or within gzip; - for standard input")
+      ->required()
+      ->type_name("");
+  command->add_option("OUT", options->out, "The file to write; - for standard output")
+      ->required()
+      ->type_name("");
   command
       ->add_option_function<std::string>(
           "--to", [options](const std::string& name) { options->to = kFormats.at(name); },
-          "The format: xml, fastinfoset or json. Without it the ending of OUT decides: .json, "
-          ".finf "
-          "and .fi, and anything else is XML")
+          "The format; else by the name of OUT")
       ->type_name("FORMAT")
       ->check(CLI::IsMember({"xml", "fastinfoset", "json"}));
-  command->add_flag("--gzip", options->isGzip, "Compress the output; an OUT that ends with .gz is");
-  command
-      ->add_option("--indent", options->indent,
-                   "Blanks for each level of XML and JSON, 0 for one line. Without it XML made of "
-                   "XML keeps its layout, and anything else has 2")
+  command->add_flag("--gzip", options->isGzip, "Compress the output");
+  command->add_option("--indent", options->indent, "Blanks for each level; 0 for one line")
       ->type_name("N")
       ->check(CLI::Range(0, kMaxIndent));
   command
       ->add_option_function<std::string>(
           "--round-trip",
           [options](const std::string& name) { options->roundTrip = kRoundTrips.at(name); },
-          "How much of XML is kept in JSON: none, marked (attributes and texts can be told apart) "
-          "or full (namespaces as well, the default)")
+          "How much of XML is kept in JSON")
       ->type_name("MEASURE")
       ->check(CLI::IsMember({"none", "marked", "full"}));
-  command
-      ->add_option("--root", options->rootName,
-                   "An element to put around the whole of a JSON document")
+  command->add_option("--root", options->rootName, "An element around the whole of JSON")
       ->type_name("NAME");
-  command->add_flag("--strict", options->isStrict,
-                    "Fail, and write nothing, where the format would not keep everything");
+  command->add_flag("--strict", options->isStrict, "Fail where not everything would be kept");
   command->footer(
-      "What the format does not keep is told on standard error, as 'file: path: message'.");
+      "IN is XML in any encoding, Fast Infoset or JSON, by its content. The format of OUT is that\n"
+      "of its name, .json, .finf or .fi, with or without .gz, and XML for any other name. Without\n"
+      "--indent XML made of XML keeps its layout, and anything else is indented by 2. JSON has\n"
+      "attributes and texts that can be told from elements (marked), and namespaces as well "
+      "(full,\n"
+      "the default). What is not kept is told on standard error, as 'file: path: message'.");
   command->callback([options, &console] { Convert(*options, console); });
 }
 

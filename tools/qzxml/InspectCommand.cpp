@@ -280,11 +280,10 @@ void AddInspectCommand(CLI::App& app, CConsole& console) {
   CLI::App* const command = app.add_subcommand(
       "inspect", "Say what a document is: its format, names, counts, sizes and tables");
   command
-      ->add_option(
-          "FILE", options->file,
-          "The document: XML in any encoding, Fast Infoset or JSON, also within gzip; - for "
-          "standard input")
-      ->required();
+      ->add_option("FILE", options->file,
+                   "The document, plain or within gzip; - for standard input")
+      ->required()
+      ->type_name("");
   command->add_flag("--octets", options->isOctets,
                     "Of Fast Infoset, list every octet with what it means");
   command->callback([options, &console] { CInspection(*options, console).Run(); });

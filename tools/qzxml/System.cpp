@@ -106,11 +106,29 @@ void WatchSignals() {
   }
 }
 
+// While one lives, the signals that are watched wait.
+class CSignalsHeld {
+ public:
+  CSignalsHeld() {
+    sigset_t held;
+    sigemptyset(&held);
+    for (const int signal : {SIGHUP, SIGINT, SIGTERM}) sigaddset(&held, signal);
+    sigprocmask(SIG_BLOCK, &held, &m_before);
+  }
+  CSignalsHeld(const CSignalsHeld&) = delete;
+  CSignalsHeld& operator=(const CSignalsHeld&) = delete;
+  ~CSignalsHeld() { sigprocmask(SIG_SETMASK, &m_before, nullptr); }
+
+ private:
+  sigset_t m_before;
+};
+
 class CFileBeside {
  public:
   explicit CFileBeside(const std::string& target) : m_target(target) {
     m_name = target + ".XXXXXX";
     WatchSignals();
+    const CSignalsHeld held;
     m_descriptor = mkstemp(m_name.data());
     if (m_descriptor < 0) {
       m_error = errno;
@@ -137,8 +155,10 @@ class CFileBeside {
     const int descriptor = m_descriptor;
     m_descriptor = -1;
     if (close(descriptor) != 0 && error == 0) error = errno;
+    const CSignalsHeld held;
     if (error == 0 && rename(m_name.c_str(), m_target.c_str()) != 0) error = errno;
     m_isTaken = error == 0;
+    s_isBesideThere.store(!m_isTaken);
     return error;
   }
 

@@ -36,6 +36,7 @@ TEST(Usage, HelpsWithEachCommandAndOption) {
   }
 }
 
+// Texts that are not given are those of CLI11, which differ from one version to the next.
 TEST(Usage, RefusesAWrongCommandLine) {
   const struct {
     std::vector<std::string> arguments;
