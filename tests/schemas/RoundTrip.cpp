@@ -81,6 +81,13 @@ std::vector<std::string> TreeLines(const std::string& text) {
   return TreeLines(*document.GetDocumentElement());
 }
 
+// The text of an object, with the values that are the schema's defaults.
+std::string WholeText(const CXmlObjectBase& object) {
+  CSerializationContext context;
+  context.SetWriteDefaultElementValues(true);
+  return object.ToXml(true, true, EOLType_LF, context);
+}
+
 // The first place where two trees differ; empty where they do not.
 std::string Difference(const std::vector<std::string>& read,
                        const std::vector<std::string>& written) {
@@ -119,7 +126,7 @@ void TryFormat(const char* format, CXmlElement& root, CXmlObjectBase& object, Se
     const CObjectHandle second = NewRoot(makers, &root);
     send(object, *second);
     const std::string difference =
-        Difference(TreeLines(object.ToXml()), TreeLines(second->ToXml()));
+        Difference(TreeLines(WholeText(object)), TreeLines(WholeText(*second)));
     if (!difference.empty()) Report(format, "differs", difference);
   } catch (const CQzException& e) {
     Report(format, "refused", e.GetFullMessage());
@@ -149,9 +156,10 @@ void TryFile(const char* file, bool withFormats, const std::vector<AbstractClass
       return Report(file, "no root", root->GetNamespaceURI() + " " + root->GetLocalName());
     }
     object->FromXmlElement(root);
-    const std::string difference = Difference(TreeLines(*root), TreeLines(object->ToXml()));
+    const std::string difference = Difference(TreeLines(*root), TreeLines(WholeText(*object)));
     const char* verdict = difference.empty() ? "same" : "differs";
-    if (!difference.empty() && AreEqualInAnyOrder(TreeLines(*root), TreeLines(object->ToXml()))) {
+    if (!difference.empty() &&
+        AreEqualInAnyOrder(TreeLines(*root), TreeLines(WholeText(*object)))) {
       verdict = "reordered";
     }
     Report(file, verdict, difference);
