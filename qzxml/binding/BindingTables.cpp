@@ -1,5 +1,8 @@
 #include "qzxml/binding/BindingTables.h"
 
+#include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <vector>
 
 #include "qzxml/binding/Messages.h"
@@ -75,6 +78,14 @@ struct Choice {
   using UntypedMany = CElementInfoChoiceUntpdCol;
 };
 
+// What the walks check once more on the way out. A real may leave as a text (KeepEveryDigit); it
+// was checked on its way in.
+const CPrimitiveRestrictions& RestrictionsOf(const CSimpleTypeInfo& type) {
+  static const CPrimitiveRestrictions kNone;
+  const bool isReal = type.GetKind() == ItemType_r4 || type.GetKind() == ItemType_r8;
+  return isReal ? kNone : type.GetRestrictions();
+}
+
 // Makes the entry of one child.
 template <typename Group>
 class CElementMaker {
@@ -121,12 +132,12 @@ class CElementMaker {
     const char* const noFormat = nullptr;
     if constexpr (std::is_same_v<Group, Choice>) {
       return MakeMany<Choice::ValueOptional>(m_member.isNillable, type.GetKind(), noFormat,
-                                             type.GetWhitespaceRule(), type.GetRestrictions(),
+                                             type.GetWhitespaceRule(), RestrictionsOf(type),
                                              m_member.defaultValue);
     } else {
       return MakeOne<typename Group::ValueMandatory, typename Group::ValueOptional>(
           m_member.isNillable, type.GetKind(), noFormat, type.GetWhitespaceRule(),
-          type.GetRestrictions(), m_member.defaultValue);
+          RestrictionsOf(type), m_member.defaultValue);
     }
   }
 
@@ -223,7 +234,7 @@ CAttributeInfo* NewAttributeInfo(const CMember& member, int index) {
   }
   return new CAttributeInfoPrimitive(member.name, member.namespaceUri, index, optional,
                                      type.GetKind(), nullptr, type.GetWhitespaceRule(),
-                                     type.GetRestrictions(), member.defaultValue);
+                                     RestrictionsOf(type), member.defaultValue);
 }
 
 // A property of a member that a restriction has taken away is in no table.
@@ -296,6 +307,29 @@ CObjectHandle NewMemberObject(const CMember& member) {
         new CElement(member.name, member.namespaceUri, member.wildcard, member.namespaceUri));
   }
   return member.newObject == nullptr ? CObjectHandle() : member.newObject(0, member.name);
+}
+
+void KeepEveryDigit(QzVariant& value) {
+  char text[32];
+  std::to_chars_result end{};
+  int shown = 0;
+  if (value.GetTypeAsEnum() == ItemType_r8) {
+    if (!std::isfinite(value.GetR8())) return;
+    end = std::to_chars(text, text + sizeof text, value.GetR8(), std::chars_format::scientific);
+    shown = 16;
+  } else if (value.GetTypeAsEnum() == ItemType_r4) {
+    if (!std::isfinite(value.GetR4())) return;
+    end = std::to_chars(text, text + sizeof text, value.GetR4(), std::chars_format::scientific);
+    shown = 7;
+  } else {
+    return;
+  }
+  const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+  if (std::count_if(text, std::find(text, end.ptr, 'e'), isDigit) <= shown) return;
+  const std::to_chars_result whole = shown == 16
+                                         ? std::to_chars(text, text + sizeof text, value.GetR8())
+                                         : std::to_chars(text, text + sizeof text, value.GetR4());
+  value.SetString(std::string(text, whole.ptr));
 }
 
 // --- Failures

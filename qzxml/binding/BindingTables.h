@@ -23,6 +23,10 @@ bool WildcardTakes(const CMember& member, std::string_view namespaceUri);
 // A new object of a member that is no collection; null for an abstract type.
 CObjectHandle NewMemberObject(const CMember& member);
 
+// A real that has more digits than its text shows becomes the shortest text that reads back as the
+// same value: 16 digits of a double, or 7 of a float, do not tell all of them apart.
+void KeepEveryDigit(QzVariant& value);
+
 // Throws CQzInvalidValueException "The value [%s] of %s is not the fixed value [%s]" for another
 // value than the member's fixed one.
 void CheckFixed(const CMember& member, const QzVariant& value);

@@ -108,6 +108,7 @@ void CBoundClass::ReadValue(const CMember& member, int index, QzVariant& value) 
     if (member.form == MemberForm::Text && member.type->IsEnumeration()) {
       value.SetString(member.type->GetEnumToString()(value.GetI4()));
     }
+    detail::KeepEveryDigit(value);
     return;
   }
   if (member.form == MemberForm::Text && member.type->GetKind() == ItemType_string) {

@@ -143,7 +143,8 @@ inline bool CAttributeInfoPrimitive::PlainValueToXml(const QzVariant& value,
   const std::string& text = TextOf(value, m_strFormatOverride, writer->GetScratch().text);
   if (IsOmittedDefault(context, text)) return;
   CheckFacets(value);
-  writer->WriteAttribute(m_strAttributeName, m_strAttributeNamespace, text, value.GetTypeAsEnum());
+  writer->WriteAttribute(m_strAttributeName, m_strAttributeNamespace, text,
+                         WrittenKind(value, m_itemType));
 }
 
 bool CAttributeInfoPrimitive::AttributeFromXml(const CSerializationContext&,
@@ -164,7 +165,7 @@ void CAttributeInfoPrimitive::Validate(const CSerializationContext&, bool found)
 void CAttributeInfoPrimitive::CheckRestriction(QzVariant value) const { CheckFacets(value); }
 
 void CAttributeInfoPrimitive::CheckFacets(const QzVariant& value) const {
-  if (m_bPassesItsKind && value.GetTypeAsEnum() == m_itemType) return;
+  if (m_bPassesItsKind && WrittenKind(value, m_itemType) == m_itemType) return;
   CheckPrimitiveRestriction(m_strAttributeName.c_str(), value, m_itemType, m_restrictions);
 }
 

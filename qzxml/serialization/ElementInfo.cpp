@@ -201,9 +201,10 @@ inline bool CElementInfo::PlainValueToXml(const QzVariant& value, CXmlWriter* wr
   const std::string& text = TextOf(value, m_strFormatOverride, writer->GetScratch().text);
   const bool isDefault = CElementInfoValues::IsDefault(*this, text);
   // Meant: a default is written even if it breaks a facet.
-  const bool passes = isDefault || (m_bPassesItsKind && value.GetTypeAsEnum() == m_itemType);
+  const ItemType kind = WrittenKind(value, m_itemType);
+  const bool passes = isDefault || (m_bPassesItsKind && kind == m_itemType);
   if (!passes) CheckRestriction(value);
-  writer->WriteTextElement(m_tags, m_strElementNamespace, text, value.GetTypeAsEnum(), isDefault);
+  writer->WriteTextElement(m_tags, m_strElementNamespace, text, kind, isDefault);
   return true;
 }
 

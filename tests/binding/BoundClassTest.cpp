@@ -173,6 +173,23 @@ TEST(BoundClass, TakesItsOwnTextThroughTheKindOfItsType) {
   EXPECT_QZ_THROW(CQzException, "Invalid Value for  [-1].", weight.SetValue(CDecimal(-1)));
 }
 
+TEST(BoundClass, WritesEveryDigitOfAReal) {
+  CPlace place;
+  const std::string text =
+      "<AA:place xmlns:AA=\"urn:shop\" x=\"12.804751171875008\">"
+      "<AA:bounded>0.12345678901234568</AA:bounded><AA:short>16777.217</AA:short></AA:place>";
+  EXPECT_EQ(Read(place, text), text);
+  place.SetX(0.1);
+  place.SetBounded(1e20 / 1e20);
+  place.SetShort(0.1f);
+  EXPECT_EQ(place.ToXml(false, false),
+            "<AA:place xmlns:AA=\"urn:shop\" x=\"0.1\"><AA:bounded>1</AA:bounded>"
+            "<AA:short>0.1</AA:short></AA:place>");
+  EXPECT_QZ_THROW(CQzException, "Invalid Value for bounded [1.500000]", place.SetBounded(1.5));
+  place.FromXmlStream((place.SetX(12.804751171875008), place.ToFastInfosetStream()));
+  EXPECT_EQ(place.GetX(), 12.804751171875008);
+}
+
 // --- Objects
 
 TEST(BoundClass, AMandatoryObjectIsThereAndNeverNull) {

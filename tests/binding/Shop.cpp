@@ -21,6 +21,10 @@ int StringToCurrency(const char* text) { return kCurrencies.FromText(text); }
 const CSimpleTypeInfo kString(ItemType_string, kPreserve);
 const CSimpleTypeInfo kToken(ItemType_string, kCollapse);
 const CSimpleTypeInfo kBoolean(ItemType_boolean, kCollapse);
+const CSimpleTypeInfo kDouble(ItemType_r8, kCollapse);
+const CSimpleTypeInfo kBoundedDouble(ItemType_r8, kCollapse,
+                                     CSimpleTypeInfo::CFacets().MaxInclusive("1"));
+const CSimpleTypeInfo kFloat(ItemType_r4, kCollapse);
 const CSimpleTypeInfo kId(ItemType_i4, kCollapse, CSimpleTypeInfo::CFacets().MinInclusive("1"));
 const CSimpleTypeInfo kSize(ItemType_i4, kCollapse, CSimpleTypeInfo::CFacets().MaxInclusive("60"));
 const CSimpleTypeInfo kPrice(ItemType_decimal, kCollapse,
@@ -195,6 +199,18 @@ const CMember CWeight::s_members[] = {
 CClassBinding CWeight::s_binding({"Weight", kNamespace, "weight", &NewObject<CWeight>}, s_members);
 
 CWeight::CWeight() : CBoundClass(s_binding) {}
+
+// CPlace
+
+const CMember CPlace::s_members[] = {
+    OptionalAttribute("x", "", &CPlace::m_x, kDouble),
+    ValueElement("bounded", kNamespace, Optional, &CPlace::m_bounded, kBoundedDouble),
+    ValueElement("short", kNamespace, Optional, &CPlace::m_short, kFloat),
+};
+
+CClassBinding CPlace::s_binding({"Place", kNamespace, "place", &NewObject<CPlace>}, s_members);
+
+CPlace::CPlace() : CBoundClass(s_binding) {}
 
 // CPayment
 

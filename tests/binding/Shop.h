@@ -224,6 +224,27 @@ class CWeight : public CBoundClass {
   std::optional<CDecimal> m_value;
 };
 
+// Reals, one of them with a bound.
+class CPlace : public CBoundClass {
+ public:
+  CPlace();
+  const std::optional<double>& GetX() const { return m_x; }
+  void SetX(std::optional<double> value) { SetValue(Property_X, m_x, value); }
+  const std::optional<double>& GetBounded() const { return m_bounded; }
+  void SetBounded(std::optional<double> value) { SetValue(Property_Bounded, m_bounded, value); }
+  const std::optional<float>& GetShort() const { return m_short; }
+  void SetShort(std::optional<float> value) { SetValue(Property_Short, m_short, value); }
+
+ private:
+  enum Property : int { Property_X, Property_Bounded, Property_Short };
+  static const CMember s_members[];
+  static CClassBinding s_binding;
+
+  std::optional<double> m_x;
+  std::optional<double> m_bounded;
+  std::optional<float> m_short;
+};
+
 class CPayment : public CBoundClass {
  public:
   CPayment();
