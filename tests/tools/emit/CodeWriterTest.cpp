@@ -192,3 +192,10 @@ TEST(CodeWriter, EnumerationsTakeALineEachWhereOneDoesNotHoldThem) {
   longer.Enum("enum E : int", {name, name});
   EXPECT_EQ("enum E : int {\n  " + name + ",\n  " + name + "\n};\n", longer.Take());
 }
+
+TEST(CodeWriter, AConstructorThatNoLineHoldsStandsThereOnce) {
+  const std::string name = "C" + Repeat("x", 60);
+  CCodeWriter writer;
+  writer.Constructor(name + "::" + name + "()", "CBoundClass(s_binding)");
+  EXPECT_EQ(name + "::" + name + "()\n    : CBoundClass(s_binding) {}\n", writer.Take());
+}

@@ -270,9 +270,11 @@ void CCodeWriter::Signature(const std::string& signature, const std::string& end
     Line(signature.substr(0, open + 2));
     LineAt(4, "const" + end);
   } else {
-    const std::size_t name = signature.rfind(' ', open);
-    Line(signature.substr(0, name));
-    Line(signature.substr(name + 1) + end);
+    // A constructor has no type in front that could stand on a line of its own.
+    const std::size_t blank = signature.rfind(' ', open);
+    const std::size_t name = blank == std::string::npos ? 0 : blank + 1;
+    if (name > 0) Line(signature.substr(0, blank));
+    Line(signature.substr(name) + end);
   }
   m_isFresh = end == " {";
 }
