@@ -11,11 +11,12 @@ namespace qztool {
 namespace {
 
 constexpr char kDescription[] =
-    "Looks at documents and converts them: XML, Fast Infoset and JSON, plain or compressed.";
+    "Looks at documents and converts them: XML, Fast Infoset and JSON, plain or compressed. "
+    "Makes C++ classes of XML schemas.";
 constexpr char kFooter[] =
-    "Exit codes: 0 done; 1 a document is damaged, or can not be had in that format;\n"
-    "2 the command line is wrong; 3 a file can not be read or written;\n"
-    "4 with --strict, the format would not keep everything.";
+    "Exit codes: 0 done; 1 a document is damaged, or can not be had in that format,\n"
+    "or a schema is wrong; 2 the command line is wrong; 3 a file can not be read or\n"
+    "written; 4 with --strict, the format would not keep everything.";
 
 // Help and version are answers; anything else is a mistake in the command line.
 int EndParsing(const CLI::App& app, const CLI::ParseError& error, CConsole& console) {

@@ -4,7 +4,7 @@ _qzxml() {
   local current=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} command= word
   for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
     case $word in
-      convert | inspect)
+      convert | generate | inspect)
         command=$word
         break
         ;;
@@ -14,7 +14,7 @@ _qzxml() {
   local words=
   case $command in
     '')
-      words='convert inspect --help --version'
+      words='convert generate inspect --help --version'
       ;;
     convert)
       case $before in
@@ -25,6 +25,15 @@ _qzxml() {
         *)
           [[ $current == -* ]] &&
             words='--to --gzip --indent --round-trip --root --strict --help'
+          ;;
+      esac
+      ;;
+    generate)
+      case $before in
+        --namespace | -n | --map | --parts | --part-name) return ;;
+        *)
+          [[ $current == -* ]] &&
+            words='--output --namespace --map --catalog --depfile --parts --part-name --list --help'
           ;;
       esac
       ;;

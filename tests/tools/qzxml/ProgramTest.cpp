@@ -90,9 +90,12 @@ TEST(Program, LeavesNothingWhenItIsInterrupted) {
 
 TEST(Program, ItsManualTellsEveryOptionAndCode) {
   const std::string manual = ReadWholeFile(QZXML_TOOL_SOURCES "/qzxml.1");
-  for (const char* word : {"\\-\\-to", "\\-\\-gzip", "\\-\\-indent", "\\-\\-round\\-trip",
-                           "\\-\\-root", "\\-\\-strict", "\\-\\-octets", "\\-\\-help",
-                           "\\-\\-version", "convert", "inspect", ".SH \"EXIT STATUS\""}) {
+  for (const char* word :
+       {"\\-\\-to",           "\\-\\-gzip",   "\\-\\-indent",  "\\-\\-round\\-trip", "\\-\\-root",
+        "\\-\\-strict",       "\\-\\-octets", "\\-\\-help",    "\\-\\-version",      "\\-\\-output",
+        "\\-\\-namespace",    "\\-\\-map",    "\\-\\-catalog", "\\-\\-depfile",      "\\-\\-parts",
+        "\\-\\-part\\-name",  "\\-\\-list",   "convert",       "generate",           "inspect",
+        ".SH \"EXIT STATUS\""}) {
     EXPECT_NE(std::string::npos, manual.find(word)) << word;
   }
   for (const char code : {'0', '1', '2', '3', '4'}) {
@@ -115,12 +118,15 @@ std::string Complete(const std::string& words) {
 }
 
 TEST(Program, IsCompletedByBash) {
-  EXPECT_EQ("convert inspect --help --version\n", Complete("qzxml ''"));
+  EXPECT_EQ("convert generate inspect --help --version\n", Complete("qzxml ''"));
   EXPECT_EQ("inspect\n", Complete("qzxml in"));
   EXPECT_EQ("--to --gzip --indent --round-trip --root --strict --help\n",
             Complete("qzxml convert -"));
   EXPECT_EQ("xml fastinfoset json\n", Complete("qzxml convert --to ''"));
   EXPECT_EQ("marked\n", Complete("qzxml convert a.xml --round-trip m"));
+  EXPECT_EQ("--output --namespace --map --catalog --depfile --parts --part-name --list --help\n",
+            Complete("qzxml generate --"));
+  EXPECT_EQ("\n", Complete("qzxml generate --map x"));
   EXPECT_EQ("--octets --help\n", Complete("qzxml inspect --"));
   EXPECT_EQ("complete.sh\n", Complete("qzxml convert comp"));
 }
