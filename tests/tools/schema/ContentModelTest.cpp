@@ -401,3 +401,41 @@ TEST(ContentModel, EndsWhereTypesDeriveTooDeep) {
       "deep.",
       text.substr(0, text.find('\n')));
 }
+
+TEST(ContentModel, EndsOnChainsThatAreWrittenFromTheirBeginning) {
+  // Each refers to the one before, which is finished then: nothing is in work, yet all is deep.
+  std::string types = "<xs:complexType name='t0'/>";
+  std::string groups = "<xs:group name='t0'><xs:sequence/></xs:group>";
+  std::string unions = "<xs:simpleType name='t0'><xs:restriction base='xs:int'/></xs:simpleType>";
+  std::string elements = "<xs:element name='t0' type='xs:int'/>";
+  for (int i = 1; i < 1500; ++i) {
+    const std::string former = std::to_string(i - 1);
+    const std::string name = " name='t" + std::to_string(i) + "'";
+    types += "<xs:complexType" + name + "><xs:complexContent><xs:extension base='t" + former +
+             "'/></xs:complexContent></xs:complexType>";
+    groups +=
+        "<xs:group" + name + "><xs:choice><xs:group ref='t" + former + "'/></xs:choice></xs:group>";
+    unions +=
+        "<xs:simpleType" + name + "><xs:union memberTypes='t" + former + "'/></xs:simpleType>";
+    elements += "<xs:element substitutionGroup='t" + former + "'" + name + "/>";
+  }
+  const struct {
+    const std::string& body;
+    const char* expected;
+  } cases[] = {
+      {types,
+       "t.xsd: /xs:schema/xs:complexType[@name='t1000']: Components refer to one another too "
+       "deep."},
+      {groups,
+       "t.xsd: /xs:schema/xs:group[@name='t1000']/xs:choice: Components refer to one another too "
+       "deep."},
+      {unions,
+       "t.xsd: /xs:schema/xs:simpleType[@name='t1000']: Components refer to one another too deep."},
+      {elements,
+       "t.xsd: /xs:schema/xs:element[@name='t101']: Elements may stand for one another too deep."},
+  };
+  for (const auto& c : cases) {
+    const std::string text = FindFault(c.body);
+    EXPECT_EQ(c.expected, text.substr(0, text.find('\n')));
+  }
+}

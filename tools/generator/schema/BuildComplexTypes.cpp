@@ -75,6 +75,10 @@ class CComplexTypeFinisher {
     } else {
       progress = Progress_InWork;
       CComplexTypeFinisher(state, node, type).Finish();
+      if (!NoteDepth(state, node, &type, {type.base})) {
+        type.base = state.storage.anyType;
+        type.particle = type.ownParticle;
+      }
     }
     progress = Progress_Done;
   }

@@ -170,6 +170,9 @@ class CGroupCircles {
         ++i;
       }
     }
+    std::vector<const void*> parts;
+    for (const Particle* const particle : particles) parts.push_back(particle->group);
+    if (!NoteDepth(m_state, *found->second.node, group, parts)) particles.clear();
     m_state.progress[group] = Progress_Done;
   }
 

@@ -164,6 +164,14 @@ void FinishSimpleType(BuildState& state, SimpleType& type) {
   } else {
     state.progress[&type] = Progress_InWork;
     CSimpleTypeFinisher(state, node, type).Finish();
+    std::vector<const void*> parts(type.memberTypes.begin(), type.memberTypes.end());
+    parts.insert(parts.end(), {type.base, type.itemType});
+    if (!NoteDepth(state, node, &type, parts)) {
+      type.base = state.storage.builtIns[BuiltIn_string];
+      type.variety = Variety_Atomic;
+      type.itemType = nullptr;
+      type.memberTypes.clear();
+    }
   }
   state.progress[&type] = Progress_Done;
 }

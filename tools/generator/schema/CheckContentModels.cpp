@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <functional>
 #include <set>
 #include <unordered_map>
 #include <unordered_set>
@@ -9,9 +10,9 @@
 // (cos-nonambig), and whether elements of one name have one type in it (cos-element-consistent).
 //
 // The content model is taken as an automaton of positions, one for each place where the model names
-// an element or a wildcard, as V. Glushkov does for regular expressions: which positions may come
-// first, and which behind each other one. What can come at one moment is a union of such sets; two
-// positions in it that take the same element, and are not one particle, are ambiguous.
+// an element or a wildcard, as V. Glushkov does for regular expressions: what may come at one
+// moment is a set of positions. Two in it that take the same element, and are not one particle, are
+// ambiguous.
 //
 // Numbers of occurrence need no more positions: what repeats a varying number of times may go on or
 // end after each time, as often as it does; only of what repeats a fixed number of times there are
@@ -26,7 +27,7 @@ namespace {
 // these again, come to any number of positions.
 constexpr std::size_t kMaxPositions = 20'000;
 // What is spent on all content models together.
-constexpr std::size_t kMaxSteps = 200'000'000;
+constexpr std::size_t kMaxSteps = 50'000'000;
 
 // How many positions a content model takes; each group is looked at once.
 class CModelSize {
@@ -53,6 +54,11 @@ class CModelSize {
 
 using Positions = std::vector<int>;
 
+// What may come at one moment is a set, and sets are made of others without being copied: what may
+// come behind the middle of a sequence is what its next member begins with and, where that may be
+// empty, what may come behind it. The model is walked from its end to its beginning, so that what
+// follows is known. Only sets that are no part of another one have to be looked at, and those of
+// repetitions, which are parts of themselves.
 class CPositionAutomaton {
  public:
   struct Position {
@@ -62,29 +68,15 @@ class CPositionAutomaton {
 
   // The steps are counted on, and end it when there are too many.
   CPositionAutomaton(const Particle& particle, std::size_t& steps) : m_steps(steps) {
-    const Part whole = Build(particle);
-    m_first = AddSet(whole.first);
+    m_sets[Build(particle, AddSet())].isWhole = true;
   }
 
-  bool IsTooLarge() const { return m_steps > kMaxSteps; }
-
-  // Every set of positions that can come at one moment.
+  // Sets of positions that can come at one moment, in the order of the document: each such set is
+  // one of them or a part of one.
   std::vector<Positions> GetMoments() {
-    std::vector<Positions> moments{m_sets[static_cast<std::size_t>(m_first)]};
-    std::set<Positions> seen;
-    for (Positions& sets : m_follow) {
-      std::sort(sets.begin(), sets.end());
-      if (!seen.insert(sets).second) continue;
-      Positions all;
-      for (const int set : sets) {
-        const Positions& one = m_sets[static_cast<std::size_t>(set)];
-        all.insert(all.end(), one.begin(), one.end());
-      }
-      m_steps += all.size();
-      if (m_steps > kMaxSteps) break;
-      std::sort(all.begin(), all.end());
-      all.erase(std::unique(all.begin(), all.end()), all.end());
-      moments.push_back(std::move(all));
+    std::vector<Positions> moments;
+    for (std::size_t i = m_sets.size(); i-- > 0 && m_steps <= kMaxSteps;) {
+      if (m_sets[i].isWhole || !m_sets[i].isPart) moments.push_back(Collect(i));
     }
     return moments;
   }
@@ -94,112 +86,97 @@ class CPositionAutomaton {
   }
 
  private:
-  struct Part {
-    Positions first;
-    Positions last;
-    bool isNullable = true;
+  struct Set {
+    int position = -1;               // of a set of one
+    std::vector<std::size_t> parts;  // of others
+    bool isPart = false;             // of another
+    bool isWhole = false;            // to be looked at also when it is
+    std::size_t visit = 0;           // the last one
   };
 
-  int AddSet(Positions positions) {
-    m_sets.push_back(std::move(positions));
-    return static_cast<int>(m_sets.size()) - 1;
+  std::size_t AddSet() {
+    m_sets.emplace_back();
+    return m_sets.size() - 1;
   }
 
-  Part Build(const Particle& particle) {
-    const int identity = m_nextIdentity;
-    Part part = BuildOnce(particle);
-    if (particle.maxOccurs != kUnbounded && particle.maxOccurs > 1 &&
-        particle.minOccurs == particle.maxOccurs) {
+  void AddPart(std::size_t set, std::size_t part) {
+    m_sets[set].parts.push_back(part);
+    m_sets[part].isPart = true;
+  }
+
+  Positions Collect(std::size_t set) {
+    Positions positions;
+    std::vector<std::size_t> open{set};
+    ++m_visit;
+    while (!open.empty()) {
+      Set& next = m_sets[open.back()];
+      open.pop_back();
+      ++m_steps;
+      if (next.visit == m_visit) continue;
+      next.visit = m_visit;
+      if (next.position >= 0) positions.push_back(next.position);
+      open.insert(open.end(), next.parts.begin(), next.parts.end());
+    }
+    // Positions are numbered from the end of the model.
+    std::sort(positions.begin(), positions.end(), std::greater<int>());
+    return positions;
+  }
+
+  // Each answers what may come where the particle may, when the set may come behind it.
+  std::size_t Build(const Particle& particle, std::size_t behind) {
+    const bool isFixed = particle.maxOccurs > 1 && particle.minOccurs == particle.maxOccurs;
+    if (isFixed) {
+      const int identity = m_nextIdentity;
+      const std::size_t last = BuildOnce(particle, behind);
       m_nextIdentity = identity;
-      part = Concatenate(std::move(part), BuildOnce(particle));
-    } else if (particle.IsRepeated()) {
-      Follow(part.last, part.first);
+      return BuildOnce(particle, last);
     }
-    if (particle.minOccurs == 0) part.isNullable = true;
-    return part;
+    if (particle.IsRepeated()) {
+      const std::size_t again = AddSet();
+      m_sets[again].isWhole = true;
+      AddPart(again, behind);
+      const std::size_t first = BuildOnce(particle, again);
+      AddPart(again, first);
+      return particle.minOccurs == 0 ? again : first;
+    }
+    const std::size_t first = BuildOnce(particle, behind);
+    if (particle.minOccurs != 0) return first;
+    const std::size_t optional = AddSet();
+    AddPart(optional, first);
+    AddPart(optional, behind);
+    return optional;
   }
 
-  Part BuildOnce(const Particle& particle) {
-    if (IsTooLarge()) return {};
+  std::size_t BuildOnce(const Particle& particle, std::size_t behind) {
     if (particle.group == nullptr) return BuildLeaf(particle);
-    switch (particle.group->compositor) {
-      case Compositor_Sequence: {
-        Part whole;
-        for (const Particle* p : particle.group->particles) {
-          whole = Concatenate(std::move(whole), Build(*p));
-        }
-        return whole;
-      }
-      case Compositor_Choice:
-        return BuildChoice(*particle.group);
-      case Compositor_All:
-        break;
+    const auto& members = particle.group->particles;
+    if (particle.group->compositor == Compositor_Sequence) {
+      for (auto p = members.rbegin(); p != members.rend(); ++p) behind = Build(**p, behind);
+      return behind;
     }
-    return BuildAll(*particle.group);
+    const std::size_t any = AddSet();
+    if (particle.group->compositor == Compositor_All) {
+      // Members in any order: behind each may come any other. That it may not come again is of no
+      // matter here.
+      m_sets[any].isWhole = true;
+      AddPart(any, behind);
+      behind = any;
+    }
+    for (auto p = members.rbegin(); p != members.rend(); ++p) AddPart(any, Build(**p, behind));
+    return any;
   }
 
-  Part BuildLeaf(const Particle& particle) {
-    const int position = static_cast<int>(m_positions.size());
+  std::size_t BuildLeaf(const Particle& particle) {
+    const std::size_t set = AddSet();
+    m_sets[set].position = static_cast<int>(m_positions.size());
     m_positions.push_back({&particle, m_nextIdentity++});
-    m_follow.emplace_back();
-    return {{position}, {position}, false};
-  }
-
-  static void Append(Positions& to, const Positions& from) {
-    to.insert(to.end(), from.begin(), from.end());
-  }
-
-  Part BuildChoice(const ModelGroup& group) {
-    Part whole;
-    whole.isNullable = false;
-    for (const Particle* p : group.particles) {
-      const Part part = Build(*p);
-      Append(whole.first, part.first);
-      Append(whole.last, part.last);
-      whole.isNullable = whole.isNullable || part.isNullable;
-    }
-    return whole;
-  }
-
-  // Members in any order: behind each may come any other. That it may not come again is of no
-  // matter here.
-  Part BuildAll(const ModelGroup& group) {
-    Part whole;
-    for (const Particle* p : group.particles) {
-      const Part part = Build(*p);
-      Append(whole.first, part.first);
-      Append(whole.last, part.last);
-      whole.isNullable = whole.isNullable && part.isNullable;
-    }
-    Follow(whole.last, whole.first);
-    return whole;
-  }
-
-  Part Concatenate(Part a, const Part& b) {
-    Follow(a.last, b.first);
-    if (a.isNullable) Append(a.first, b.first);
-    if (b.isNullable) {
-      Append(a.last, b.last);
-    } else {
-      a.last = b.last;
-    }
-    a.isNullable = a.isNullable && b.isNullable;
-    return a;
-  }
-
-  void Follow(const Positions& last, const Positions& first) {
-    if (last.empty() || first.empty()) return;
-    m_steps += last.size() + first.size();
-    if (IsTooLarge()) return;
-    const int set = AddSet(first);
-    for (const int position : last) m_follow[static_cast<std::size_t>(position)].push_back(set);
+    return set;
   }
 
   std::vector<Position> m_positions;
-  std::vector<Positions> m_sets;
-  std::vector<Positions> m_follow;  // for each position, numbers of sets
-  int m_first = 0;
+  std::vector<Set> m_sets;
   int m_nextIdentity = 0;
+  std::size_t m_visit = 0;
   std::size_t& m_steps;
 };
 
@@ -277,7 +254,6 @@ class CMoment {
 
 void CheckAmbiguity(BuildState& state, const SchemaNode& node, const Particle& particle) {
   CPositionAutomaton automaton(particle, state.contentSteps);
-  if (automaton.IsTooLarge()) return;
   for (const Positions& moment : automaton.GetMoments()) {
     const auto [a, b] = CMoment(automaton).FindConflict(moment);
     if (a == nullptr) continue;

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <set>
+#include <unordered_map>
 
 #include "tools/generator/schema/SchemaBuilder.h"
 
@@ -14,12 +15,17 @@ ElementDecl& GetMutable(const BuildState& state, const ElementDecl* element) {
   return *static_cast<ElementDecl*>(state.nodes.at(element)->component);
 }
 
-// Cuts circles of heads, which are errors.
+// Substitution groups of substitution groups: each element is among the substitutes of all of them.
+constexpr int kMaxHeads = 100;
+
+// Cuts circles of heads, which are errors, and chains of them that nobody wrote.
 void CutCircles(BuildState& state) {
-  std::set<const ElementDecl*> done;
+  std::unordered_map<const ElementDecl*, int> depths;
   for (const Made<ElementDecl>& made : state.elements) {
+    std::vector<ElementDecl*> open;
     std::set<const ElementDecl*> seen;
-    for (ElementDecl* e = made.component; e != nullptr && done.count(e) == 0;) {
+    for (ElementDecl* e = made.component; e != nullptr && depths.count(e) == 0;) {
+      open.push_back(e);
       seen.insert(e);
       if (e->head != nullptr && seen.count(e->head) != 0) {
         state.Error(*state.nodes.at(e), "The element '" + e->name.ToString() +
@@ -28,7 +34,14 @@ void CutCircles(BuildState& state) {
       }
       e = e->head != nullptr ? &GetMutable(state, e->head) : nullptr;
     }
-    done.insert(seen.begin(), seen.end());
+    for (auto e = open.rbegin(); e != open.rend(); ++e) {
+      int& depth = depths[*e];
+      depth = (*e)->head != nullptr ? depths.at((*e)->head) + 1 : 0;
+      if (depth <= kMaxHeads) continue;
+      state.Error(*state.nodes.at(*e), "Elements may stand for one another too deep.");
+      (*e)->head = nullptr;
+      depth = 0;
+    }
   }
 }
 
@@ -61,26 +74,48 @@ unsigned GetBlocked(const ElementDecl& head, const ElementDecl& member) {
   return blocked;
 }
 
-using Members = std::map<const ElementDecl*, std::vector<const ElementDecl*>>;
+// Who may stand for whom, by the places of the elements in the order of the documents.
+class CSubstitutions {
+ public:
+  explicit CSubstitutions(BuildState& state) : m_state(state), m_direct(state.elements.size()) {
+    std::unordered_map<const ElementDecl*, std::size_t> places;
+    for (const Made<ElementDecl>& made : state.elements) {
+      places.emplace(made.component, places.size());
+    }
+    for (std::size_t i = 0; i < state.elements.size(); ++i) {
+      const ElementDecl* const head = state.elements[i].component->head;
+      if (head != nullptr) m_direct[places.at(head)].push_back(i);
+    }
+  }
 
-void AddSubstitutes(const Members& members, ElementDecl& head) {
-  if ((head.blockSet & Derivation_Substitution) != 0) return;
-  std::set<const ElementDecl*> found;
-  std::vector<const ElementDecl*> open{&head};
-  while (!open.empty()) {
-    const auto direct = members.find(open.back());
-    open.pop_back();
-    if (direct == members.end()) continue;
-    for (const ElementDecl* const member : direct->second) {
-      if (!found.insert(member).second) continue;
-      open.push_back(member);
-      if (!member->isAbstract &&
-          IsDerivedFrom(member->type, head.type, GetBlocked(head, *member))) {
-        head.substitutes.push_back(member);
+  void SetSubstitutes() {
+    for (std::size_t i = 0; i < m_direct.size(); ++i) {
+      ElementDecl& head = *m_state.elements[i].component;
+      if (m_direct[i].empty() || (head.blockSet & Derivation_Substitution) != 0) continue;
+      for (const std::size_t place : FindAll(i)) {
+        const ElementDecl& member = *m_state.elements[place].component;
+        if (!member.isAbstract && IsDerivedFrom(member.type, head.type, GetBlocked(head, member))) {
+          head.substitutes.push_back(&member);
+        }
       }
     }
   }
-}
+
+ private:
+  // Directly or by way of others. There are no circles any more.
+  std::vector<std::size_t> FindAll(std::size_t head) const {
+    std::vector<std::size_t> found = m_direct[head];
+    for (std::size_t i = 0; i < found.size(); ++i) {
+      const std::vector<std::size_t>& more = m_direct[found[i]];
+      found.insert(found.end(), more.begin(), more.end());
+    }
+    std::sort(found.begin(), found.end());
+    return found;
+  }
+
+  BuildState& m_state;
+  std::vector<std::vector<std::size_t>> m_direct;
+};
 
 // ---- Values ----
 
@@ -124,19 +159,7 @@ void CheckHead(BuildState& state, const SchemaNode& node, const ElementDecl& ele
 void ResolveSubstitutions(BuildState& state) {
   CutCircles(state);
   InheritTypes(state);
-  Members members;
-  for (const Made<ElementDecl>& made : state.elements) {
-    if (made.component->head != nullptr) members[made.component->head].push_back(made.component);
-  }
-  std::map<const ElementDecl*, std::size_t> order;
-  for (const Made<ElementDecl>& made : state.elements) order.emplace(made.component, order.size());
-  for (const Made<ElementDecl>& made : state.elements) {
-    if (!made.component->isGlobal || members.count(made.component) == 0) continue;
-    auto& substitutes = made.component->substitutes;
-    AddSubstitutes(members, *made.component);
-    std::sort(substitutes.begin(), substitutes.end(),
-              [&](const ElementDecl* a, const ElementDecl* b) { return order[a] < order[b]; });
-  }
+  CSubstitutions(state).SetSubstitutes();
 }
 
 void CheckElements(BuildState& state) {

@@ -11,6 +11,7 @@ const char* const kSpaceNames[] = {
     "type", "element", "attribute", "group", "attribute group", "notation", "identity constraint"};
 
 constexpr int kMaxDepth = 1000;
+constexpr char kTooDeep[] = "Components refer to one another too deep.";
 
 bool Contains(const std::vector<std::string>& list, const std::string& text) {
   return std::find(list.begin(), list.end(), text) != list.end();
@@ -53,7 +54,22 @@ bool IsOneOfItsOriginals(const BuildState& state, const Component* component,
 
 CDepthGuard::CDepthGuard(BuildState& state, const SchemaNode& node)
     : m_state(state), m_isTooDeep(++state.depth > kMaxDepth) {
-  if (m_isTooDeep) state.Error(node, "Components refer to one another too deep.");
+  if (m_isTooDeep) state.Error(node, kTooDeep);
+}
+
+bool NoteDepth(BuildState& state, const SchemaNode& node, const void* made,
+               const std::vector<const void*>& parts) {
+  int deepest = 0;
+  for (const void* const part : parts) {
+    const auto found = state.depths.find(part);
+    if (found != state.depths.end()) deepest = std::max(deepest, found->second);
+  }
+  if (deepest >= kMaxDepth) {
+    state.Error(node, kTooDeep);
+    return false;
+  }
+  state.depths[made] = deepest + 1;
+  return true;
 }
 
 QName ResolveQName(BuildState& state, const SchemaNode& node, const std::string& written) {

@@ -76,9 +76,10 @@ struct BuildState {
   std::unordered_map<const void*, Progress> progress;
   std::unordered_map<const Component*, SchemaNode*> nodes;  // of types, groups and declarations
   std::unordered_map<const SimpleType*, std::size_t> memberCounts;  // of unions, all levels
-  std::size_t contentSteps = 0;      // spent on the ambiguity of content models
-  std::size_t restrictionSteps = 0;  // spent on their restrictions
-  int depth = 0;                     // of what is in work
+  std::size_t contentSteps = 0;                 // spent on the ambiguity of content models
+  std::size_t restrictionSteps = 0;             // spent on their restrictions
+  std::unordered_map<const void*, int> depths;  // of what is made of others
+  int depth = 0;                                // of what is in work
 
   void Error(const SchemaNode& node, std::string message) {
     diagnostics.Error(node, std::move(message));
@@ -99,6 +100,11 @@ class CDepthGuard {
   BuildState& m_state;
   bool m_isTooDeep;
 };
+
+// Notes how deep something is made of others: one more than the deepest of its parts, of which null
+// and unknown ones count nothing. False and an error when that is too deep for the walks to come.
+bool NoteDepth(BuildState& state, const SchemaNode& node, const void* made,
+               const std::vector<const void*>& parts);
 
 // ---- Names (NameResolver.cpp) ----
 
