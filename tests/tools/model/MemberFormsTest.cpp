@@ -88,6 +88,22 @@ TEST(MemberForms, DefaultsOfValuesAreKeptAndThoseOfObjectsToldOf) {
           "<xs:element name='c' type='t:S' default='3'/></xs:sequence></xs:complexType>"));
 }
 
+TEST(MemberForms, TheDefaultOfAnElementWithATypeOfItsOwnIsThatOfItsText) {
+  EXPECT_EQ(
+      "== t <urn:t> t\n"
+      "class CRoot root: sequence mixed\n"
+      "  Size: object size CSize [?]\n"
+      "  Text: text kXsdString [1] fixed \"abc\"\n"
+      "class CSize size: sequence\n"
+      "  Value: text kXsdInt [1] default \"3\"\n"
+      "root root: CRoot\n",
+      DescribeSchema("<xs:element name='root' fixed='abc'><xs:complexType mixed='true'>"
+                     "<xs:sequence minOccurs='0'><xs:element name='size' default='3'>"
+                     "<xs:complexType><xs:simpleContent><xs:extension base='xs:int'/>"
+                     "</xs:simpleContent></xs:complexType></xs:element></xs:sequence>"
+                     "</xs:complexType></xs:element>"));
+}
+
 TEST(MemberForms, ANillableValueIsAValueWhereItHasToStandAndElseAnObject) {
   EXPECT_EQ(
       "== t <urn:t> t\n"

@@ -29,13 +29,15 @@ void CheckNamespaces(Model& model) {
   }
 }
 
-void AddRoots(const CSchemaSet& schemas, CModelNames& names, CClassRegistry& classes) {
+void AddRoots(const CSchemaSet& schemas, CModelNames& names, CClassRegistry& classes,
+              CClassBinder& binder) {
   for (const SchemaDocument* document : schemas.GetDocuments()) {
     for (const ElementDecl* element : document->elements) {
       if (element->isAbstract) continue;
       BoundClass* bound = classes.FindRoot(*element);
       if (bound == nullptr) {
         bound = &classes.Get(*element->type->AsComplex());
+        binder.CheckValue(*element);
         bound->isNillable = bound->isNillable || element->isNillable;
       }
       BoundRoot root;
@@ -95,8 +97,9 @@ std::unique_ptr<Model> BindSchemas(const CSchemaSet& schemas, const ModelOptions
   classes.DeclareRoots();
   classes.DeclareAnonymousTypes();
 
-  CClassBinder(*model, schemas, names, classes, simpleTypes).FillAll();
-  AddRoots(schemas, names, classes);
+  CClassBinder binder(*model, schemas, names, classes, simpleTypes);
+  binder.FillAll();
+  AddRoots(schemas, names, classes, binder);
   AddDerived(classes);
   BreakMandatoryCycles(*model, classes);
 

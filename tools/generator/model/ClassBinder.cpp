@@ -49,6 +49,21 @@ const std::string& GetDocumentation(const ContentNode& node) {
   return node.element != nullptr ? node.element->documentation : none;
 }
 
+// The only element of a type without name.
+const ElementDecl* FindOwner(const ComplexType& type) {
+  const bool isOwned =
+      type.name.IsEmpty() && type.context != nullptr && type.context->kind == ComponentKind_Element;
+  return isOwned ? static_cast<const ElementDecl*>(type.context) : nullptr;
+}
+
+// Whether the text of a class is no member of a base class.
+bool HasOwnText(const ComplexType& type) {
+  if (type.content != ContentKind_Simple && type.content != ContentKind_Mixed) return false;
+  const ComplexType* const base = type.base != nullptr ? type.base->AsComplex() : nullptr;
+  return base == nullptr || base->IsAnyType() || base->content == ContentKind_Empty ||
+         base->content == ContentKind_ElementOnly;
+}
+
 // Whether a named type derives from the type by steps that are none of the blocked ones.
 bool HasDerived(const ComplexType& type, unsigned blocked) {
   return std::any_of(type.derivedTypes.begin(), type.derivedTypes.end(),
@@ -259,7 +274,15 @@ void CClassBinder::AddText(BoundClass& bound, const ComplexType& type, Members& 
   BoundMember text;
   text.form = BoundForm::Text;
   text.simple = isSimple ? &m_simpleTypes.Bind(*type.simpleContent) : &GetMixedText();
+  if (const ElementDecl* element = FindOwner(type)) SetValue(element->value, text);
   members.text.push_back(text);
+}
+
+void CClassBinder::CheckValue(const ElementDecl& element) {
+  if (element.value.IsEmpty()) return;
+  const ComplexType* const type = element.type->AsComplex();
+  if (type != nullptr && FindOwner(*type) == &element && HasOwnText(*type)) return;
+  Warn(element.location, "The default or fixed value of an element that is an object is not bound");
 }
 
 // --- Members
@@ -299,10 +322,7 @@ BoundMember CClassBinder::MakeElement(const ContentNode& node, BoundGroupType wi
     SetValue(element.value, member);
     return member;
   }
-  if (!element.value.IsEmpty()) {
-    Warn(element.location,
-         "The default or fixed value of an element that is an object is not bound");
-  }
+  CheckValue(element);
   if (element.type->IsSimple()) {
     const SimpleType& type = *element.type->AsSimple();
     const auto [made, isNew] = m_classes.GetNillable(type, user.where->uri);

@@ -36,6 +36,9 @@ class CClassBinder {
 
   // Whether xsi:type has to tell, or may tell, the class of an element.
   static bool IsByType(const ElementDecl& element);
+  // Warns of a default or fixed value of an element that is an object, unless it is that of its
+  // text: of a type that no other element has.
+  void CheckValue(const ElementDecl& element);
 
   // --- For the restrictions of one class (RestrictionBinder).
   BoundMember MakeElement(const ContentNode& node, BoundGroupType within, const BoundClass& user);
