@@ -21,7 +21,8 @@ namespace qztest {
 //
 // With --formats a document that is the same goes on through Fast Infoset, without and with
 // suggested encodings, and through JSON; a line "fastinfoset" or "json" instead of "file" says what
-// became of it where it is not the same.
+// became of it where it is not the same. One with text beside elements does not: these formats move
+// such text, which a line "formats" says.
 int RunRoundTrip(int argc, char** argv,
                  const std::vector<QzXmlLib16::AbstractClassFactory>& makers);
 
