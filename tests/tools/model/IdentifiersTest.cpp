@@ -88,10 +88,15 @@ TEST(Identifiers, MakesEnumeratorsOfTexts) {
 }
 
 TEST(Identifiers, MakesNamespaces) {
-  const Case cases[] = {{"Orders", "orders"}, {"camt.053.001.02", "camt_053_001_02"},
-                        {"20022", "n20022"},  {"class", "class_ns"},
-                        {"std", "std_ns"},    {"linux", "linux_ns"},
-                        {"-", "schema"},      {"QzXmlLib16", "qzxmllib16_ns"}};
+  const Case cases[] = {{"Orders", "orders"},
+                        {"camt.053.001.02", "camt_053_001_02"},
+                        {"20022", "n20022"},
+                        {"class", "class_ns"},
+                        {"std", "std_ns"},
+                        {"linux", "linux_ns"},
+                        {"-", "schema"},
+                        {"Time", "time_ns"},
+                        {"QzXmlLib16", "qzxmllib16_ns"}};
   for (const Case& c : cases) EXPECT_EQ(c.to, ToNamespaceName(c.from)) << c.from;
 }
 

@@ -203,10 +203,33 @@ constexpr const char* kKeywords[] = {"alignas",       "alignof",     "and",
                                      "volatile",      "wchar_t",     "while",
                                      "xor",           "xor_eq"};
 
-// Names that are no keywords and yet not free: the library's, the system's, macros of compilers.
+// Names that are no keywords and yet not free: the library's, the system's, macros of compilers,
+// and what the headers of C and POSIX declare outside of any namespace, as far as it is a word.
 constexpr const char* kOwnedNamespaces[] = {
-    "std",    "posix",  "linux", "unix",  "i386", "errno",      "assert",         "stdin",
-    "stdout", "stderr", "major", "minor", "main", "qzxmllib16", "qzxmllib16data", "detail"};
+    "std",      "posix",       "linux",   "unix",       "i386",
+    "errno",    "assert",      "stdin",   "stdout",     "stderr",
+    "major",    "minor",       "main",    "qzxmllib16", "qzxmllib16data",
+    "detail",   "abort",       "abs",     "accept",     "access",
+    "acct",     "acos",        "alarm",   "asin",       "atan",
+    "basename", "bind",        "cbrt",    "ceil",       "clock",
+    "clone",    "close",       "connect", "cos",        "cosh",
+    "crypt",    "ctime",       "daemon",  "daylight",   "difftime",
+    "div",      "dup",         "environ", "erf",        "exit",
+    "exp",      "fabs",        "fdim",    "floor",      "fmax",
+    "fmin",     "fmod",        "fork",    "free",       "gamma",
+    "getopt",   "hypot",       "index",   "j0",         "j1",
+    "jn",       "kill",        "lconv",   "link",       "listen",
+    "log",      "logb",        "nan",     "nice",       "optarg",
+    "pause",    "pipe",        "pow",     "printf",     "profil",
+    "rand",     "random",      "read",    "recv",       "remainder",
+    "remove",   "rename",      "revoke",  "rewind",     "rint",
+    "round",    "scanf",       "select",  "send",       "shutdown",
+    "signal",   "significand", "sin",     "sinh",       "sleep",
+    "socket",   "sqrt",        "stat",    "sync",       "syscall",
+    "system",   "tan",         "tanh",    "time",       "timespec",
+    "timeval",  "timezone",    "tm",      "trunc",      "truncate",
+    "unlink",   "wait",        "write",   "y0",         "y1",
+    "yn"};
 
 template <typename List>
 bool Contains(const List& list, std::string_view word) {
