@@ -123,8 +123,9 @@ void CBoundClass::ReadValue(const CMember& member, int index, QzVariant& value) 
 void CBoundClass::StoreValue(const CMember& member, int index, QzVariant& value) {
   const CSimpleTypeInfo& type = *member.type;
   if (member.form == MemberForm::Text) {
-    const std::string text = value.TakeString();
+    std::string text = value.TakeString();
     if (m_binding->GetTraits().isMixed && text.find_first_not_of(kWhitespace) == text.npos) return;
+    if (text.empty() && member.defaultValue != nullptr) text = member.defaultValue;
     if (type.IsEnumeration()) {
       value.SetI4(type.GetStringToEnum()(text.c_str()));
     } else {

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "qzxml/binding/BindingTables.h"
 #include "qzxml/collections/Messages.h"
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/QzException.h"
@@ -36,6 +37,7 @@ void CValueCol<kind>::AddAt(int index, Value value) {
 template <ItemType kind>
 void CValueCol<kind>::AddFromString(std::string text) {
   QzVariant value;
+  if (text.empty() && m_member.defaultValue != nullptr) text = m_member.defaultValue;
   value.FromString(text, kind, m_member.type->GetWhitespaceRule());
   Add(VariantKind<kind>::Take(value));
 }
@@ -45,6 +47,7 @@ void CValueCol<kind>::Check(const Value& value) const {
   QzVariant variant;
   VariantKind<kind>::Set(variant, value);
   m_member.type->Check(m_member.name, variant);
+  if (m_member.isFixed) detail::CheckFixed(m_member, variant);
 }
 
 template <ItemType kind>
@@ -101,6 +104,11 @@ void CEnumColBase::Remove(int index) {
 void CEnumColBase::AddNumberAt(int index, std::int32_t value) {
   if (index < 0 || index > size()) throw CQzInvalidParamException(Messages::kInsertionIndex);
   m_member.type->GetEnumToString()(value);  // refuses what is no enumerator
+  if (m_member.isFixed) {
+    QzVariant variant;
+    variant.SetI4(value);
+    detail::CheckFixed(m_member, variant);
+  }
   FireOnCollectionAdd(&value);
   m_values.insert(m_values.begin() + index, value);
   FireOnCollectionAddComplete(&value);
@@ -135,7 +143,10 @@ CXmlElement* CEnumColBase::FromXml_Int(CXmlElement*, CXmlElement* cursor,
                                        const CSerializationContext& context, bool) {
   while (cursor != nullptr &&
          DoesElementNameMatch(context, cursor, m_member.name, m_member.namespaceUri)) {
-    AddNumberAt(size(), m_member.type->GetStringToEnum()(cursor->GetText().c_str()));
+    const std::string& text = cursor->GetText();
+    const bool isDefault = text.empty() && m_member.defaultValue != nullptr;
+    AddNumberAt(size(),
+                m_member.type->GetStringToEnum()(isDefault ? m_member.defaultValue : text.c_str()));
     cursor = cursor->GetNextSiblingElement();
   }
   return cursor;

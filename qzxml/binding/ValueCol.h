@@ -66,7 +66,8 @@ class QZXML_API CValueCol : public detail::CollectionOf<kind>::Type, public deta
   explicit CValueCol(const CMember& member);
   ~CValueCol() override;
 
-  // Throws what CSimpleTypeInfo::Check throws, and then what Add of the base throws.
+  // Throws what CSimpleTypeInfo::Check throws, for another value than the member's fixed one as the
+  // setter of a class, and then what Add of the base throws.
   void Add(Value value);
   void AddAt(int index, Value value);
 
