@@ -186,3 +186,25 @@ TEST(Emit, AccessorsThatHideAnOperationOfTheBaseCallItByItsWholeName) {
                         "Property_Value, m_value, value); }\n"))
       << header;
 }
+
+TEST(Emit, TargetNamespacesThatShareACppNamespaceHaveFunctionsOfTheirOwn) {
+  ManyClasses many(1);
+  many.model.namespaces.push_back(std::make_unique<BoundNamespace>());
+  for (const auto& where : many.model.namespaces) {
+    where->roots.push_back(
+        {"a", where->uri, many.model.namespaces[0]->classes[0].get(), false, ""});
+  }
+  BoundNamespace& second = *many.model.namespaces[1];
+  second.cppName = "many";
+  second.fileStem = "many2";
+  second.uri = "urn:second";
+  second.constant = "kNamespace2";
+  const auto files = Emit(many.model, {});
+  EXPECT_NE(std::string::npos, files.at("many/Roots.h").find(" NewRoot(QzXmlLib16::CXmlElement*"));
+  EXPECT_NE(std::string::npos, files.at("many/Roots.h").find("CSmartPtr<CType0> NewA();"));
+  EXPECT_NE(std::string::npos,
+            files.at("many2/Roots.h").find(" NewRoot2(QzXmlLib16::CXmlElement*"));
+  EXPECT_NE(std::string::npos, files.at("many2/Roots.h").find("CSmartPtr<CType0> NewA2();"));
+  EXPECT_NE(std::string::npos,
+            files.at("many2/many2_1.cpp").find("CObjectHandle NewRoot2(CXmlElement* element) {"));
+}

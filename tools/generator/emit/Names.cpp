@@ -137,7 +137,7 @@ bool CScope::IsWithin(const BoundClass* outer) const {
 }
 
 std::string CScope::Qualified(const BoundNamespace& where, const std::string& name) const {
-  if (&where == &m_where && !IsHidden(name)) return name;
+  if (where.cppName == m_where.cppName && !IsHidden(name)) return name;
   return "::" + where.cppName + "::" + name;
 }
 

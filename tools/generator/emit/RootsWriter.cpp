@@ -10,6 +10,13 @@
 namespace qzxml::generator {
 namespace {
 
+// Where several target namespaces share a C++ namespace, their constants have numbers; the
+// functions get the same ones.
+std::string Number(const BoundNamespace& where) {
+  const std::size_t end = where.constant.find_last_not_of("0123456789") + 1;
+  return where.constant.substr(end);
+}
+
 struct Maker {
   std::string name;  // "NewPurchaseOrder"
   const BoundRoot* root;
@@ -41,7 +48,7 @@ std::vector<Maker> MakersOf(const CNames& names, const BoundNamespace& where) {
   std::vector<Maker> makers;
   for (const BoundRoot& root : where.roots) {
     if (root.objectClass->isAbstract) continue;
-    const std::string plain = MakerName(root.name);
+    const std::string plain = MakerName(root.name) + Number(where);
     std::string name = plain;
     for (int number = 1; names.IsDeclared(where, name) || taken.count(name) != 0; ++number) {
       name = plain + "Element" + (number > 1 ? std::to_string(number) : "");
@@ -78,8 +85,8 @@ std::string WriteRootsHeader(const CNames& names, const BoundNamespace& where,
   writer.Comment(
       "Makes the object for the root of a document; null for an element that the schema does not "
       "declare, and for one whose abstract type its xsi:type does not fill in.");
-  writer.Declaration(scope.Library("CObjectHandle") + " NewRoot(" + scope.Library("CXmlElement") +
-                     "* element)");
+  writer.Declaration(scope.Library("CObjectHandle") + " NewRoot" + Number(where) + "(" +
+                     scope.Library("CXmlElement") + "* element)");
   writer.Gap();
   if (!makers.empty()) writer.Comment("Each makes an empty object for an element of that name.");
   for (const Maker& maker : makers) {
@@ -99,8 +106,8 @@ void WriteRootsSource(CScope& scope, const BoundNamespace& where, CCodeWriter& w
   scope.Include(CNames::Header(where, kRootsStem));
   writer.Line("// --- Roots");
   writer.Gap();
-  writer.Line(scope.Library("CObjectHandle") + " NewRoot(" + scope.Library("CXmlElement") +
-              "* element) {");
+  writer.Line(scope.Library("CObjectHandle") + " NewRoot" + Number(where) + "(" +
+              scope.Library("CXmlElement") + "* element) {");
   writer.Indent();
   writer.Line("static constexpr " + scope.Library("CNamedElement") + " kElements[] = {");
   writer.Indent(2);
