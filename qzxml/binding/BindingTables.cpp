@@ -369,6 +369,17 @@ void ThrowNothingPopulated(CXmlElement& parent) {
       parent.GetXPath());
 }
 
+void RequireNoText(CXmlElement& element) {
+  const std::string_view text = element.GetTextView();
+  const std::size_t first = text.find_first_not_of(" \t\r\n");
+  if (first == text.npos) return;
+  constexpr std::size_t kMostShown = 100;
+  const std::string shown(text.substr(first, kMostShown));
+  throw CQzValidationException(
+      FormatString(kUnexpectedText, shown.c_str(), element.GetLocalName().c_str()),
+      element.GetXPath());
+}
+
 void ThrowNoSuitableType(const CMember& member, CXmlElement& parent) {
   throw CQzValidationException(
       FormatString("Failed to find a suitable substitution element for [%s].", member.name),

@@ -35,6 +35,10 @@ void CheckFixed(const CMember& member, const QzVariant& value);
 [[noreturn]] void ThrowNothingSelected(const std::string& elementName);
 [[noreturn]] void ThrowNothingPopulated(CXmlElement& parent);
 
+// Throws CQzValidationException "Unexpected text [%s] found in the element [%s]." with the path of
+// an element that has more than white space beside its children.
+void RequireNoText(CXmlElement& element);
+
 // The failure of an element whose xsi:type names no class that may stand there.
 [[noreturn]] void ThrowNoSuitableType(const CMember& member, CXmlElement& parent);
 

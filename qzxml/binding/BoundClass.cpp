@@ -293,10 +293,12 @@ void CBoundClass::ToXml_Int(CXmlWriter* writer, bool root, const char* namespace
 CXmlElement* CBoundClass::FromXml_Int(CXmlElement* parent, CXmlElement* cursor,
                                       const CSerializationContext& context, bool optionalChoice) {
   CXmlElement* const rest = CTabledClass::FromXml_Int(parent, cursor, context, optionalChoice);
-  if (MissesContent() && !context.GetIgnoreMissingChoice() &&
-      m_binding->GetTraits().elementType == XmlElementType_Element && !IsNilObject()) {
+  if (m_binding->GetTraits().elementType != XmlElementType_Element) return rest;
+  if (MissesContent() && !context.GetIgnoreMissingChoice() && !IsNilObject()) {
     detail::ThrowNothingPopulated(*parent);
   }
+  const bool hasText = GetTables().GetInfo()->GetPrimitiveValuePropertyIndex() != -1;
+  if (!hasText && !context.GetIgnoreUnknownElements()) detail::RequireNoText(*parent);
   return rest;
 }
 

@@ -10,5 +10,8 @@ inline constexpr char kAbstractProperty[] = "The Property [%s] has an abstract t
 // CQzInvalidValueException, with the value, the name of the member and the fixed value.
 inline constexpr char kNotFixedValue[] = "The value [%s] of %s is not the fixed value [%s]";
 
+// CQzValidationException, with the text (its first 100 octets) and the element.
+inline constexpr char kUnexpectedText[] = "Unexpected text [%s] found in the element [%s].";
+
 }  // namespace detail
 }  // namespace QzXmlLib16

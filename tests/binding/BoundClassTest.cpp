@@ -398,6 +398,21 @@ TEST(BoundClass, AWildcardTakesOnlyItsNamespaces) {
                   order.FromXml(OrderWith(" other=\"1\"", "<card>c</card>").c_str()));
 }
 
+// --- Text
+
+TEST(BoundClass, TextBesideChildrenIsRefusedWhereTheTypeHasNone) {
+  COrder order;
+  const std::string text = OrderWith("", "<card>c</card>", " so what <!-- --> ");
+  EXPECT_QZ_THROW_FULL(CQzValidationException,
+                       "Unexpected text [so what  ] found in the element [order].\nPath: /order",
+                       "/order", order.FromXml(text.c_str()));
+  CSerializationContext lenient;
+  lenient.SetIgnoreUnknownElements(true);
+  order.FromXml(text.c_str(), lenient);
+  EXPECT_EQ(order.GetGift()->GetCard(), "c");
+  order.FromXml(OrderWith("", "<card>c</card>", " \n\t").c_str());
+}
+
 // --- Roots
 
 TEST(BoundClass, ARootIsMadeForItsElement) {
