@@ -3,7 +3,8 @@
 // usage: fast_infoset FILE
 #include <cstdio>
 
-#include "examples/Gpx.h"
+#include "gpx/gpx.h"
+#include "qzxml/QzXml.h"
 
 using namespace QzXmlLib16;
 
@@ -16,22 +17,22 @@ void PrintSize(const char* what, const CBinaryData& bytes) {
 }
 
 // Throws unless the bytes give the same document again.
-void Check(const gpx::CGpx& document, const CBinaryData& bytes,
+void Check(const gpx::CGpxType& document, const CBinaryData& bytes,
            const CSerializationContext& context) {
-  gpx::CGpx copy;
+  gpx::CGpxType copy;
   copy.FromXmlStream(bytes, context);
   if (copy.ToXml() != document.ToXml()) throw CQzException("The document did not come back.");
 }
 
-void AsText(const gpx::CGpx& document) {
+void AsText(const gpx::CGpxType& document) {
   const CBinaryData bytes = document.ToFastInfosetStream();
-  gpx::CGpx copy;
+  gpx::CGpxType copy;
   copy.FromXmlStream(bytes);  // XML or Fast Infoset, plain or compressed: the bytes decide
   PrintSize("Fast Infoset, values as text", bytes);
   Check(document, bytes, CSerializationContext::GetDefaultContext());
 }
 
-void Suggested(const gpx::CGpx& document) {
+void Suggested(const gpx::CGpxType& document) {
   CSerializationContext context;
   CFastInfosetContext& options = context.GetFIContext();
   options.SetSuggestedValues();
@@ -42,7 +43,7 @@ void Suggested(const gpx::CGpx& document) {
   Check(document, bytes, context);
 }
 
-void WithVocabulary(const gpx::CGpx& document) {
+void WithVocabulary(const gpx::CGpxType& document) {
   CSerializationContext context;
   context.SetDefaultNamespaceURI(kGpx);  // so that the names have no prefix
   CFastInfosetContext& options = context.GetFIContext();
@@ -60,7 +61,7 @@ void WithVocabulary(const gpx::CGpx& document) {
   Check(document, bytes, context);  // with the same context: a reader needs the vocabulary too
 }
 
-void Compressed(const gpx::CGpx& document) {
+void Compressed(const gpx::CGpxType& document) {
   const CSerializationContext context;
   const CBinaryData bytes =
       document.ToFastInfosetStream(FInfoDecl_None, context, CompressionType_GZip);
@@ -92,7 +93,7 @@ void Order() {
 int main(int argc, char** argv) {
   if (argc != 2) return 2;
   try {
-    gpx::CGpx document;
+    gpx::CGpxType document;
     document.FromXmlFile(argv[1]);
     std::printf("The track, in octets:\n");
     PrintSize("XML", document.ToXmlStream());

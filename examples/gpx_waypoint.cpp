@@ -3,14 +3,15 @@
 // usage: gpx_waypoint FILE
 #include <iostream>
 
-#include "examples/Gpx.h"
+#include "gpx/gpx.h"
+#include "qzxml/QzXml.h"
 
 int main(int argc, char** argv) {
   if (argc != 2) return 2;
-  gpx::CGpx document;
+  gpx::CGpxType document;
   try {
     document.FromXmlFile(argv[1]);  // checks elements, attributes, types and facets
-    const CSmartPtr<gpx::CWpt> summit = document.GetWpts().Add();
+    const CSmartPtr<gpx::CWptType> summit = document.GetWpts().Add();
     summit->SetLat(48.1);
     summit->SetLon(14.9);
     summit->SetName("Summit");

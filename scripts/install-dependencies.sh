@@ -4,7 +4,8 @@
 #
 #   scripts/install-dependencies.sh [build|demo|test|develop]
 #
-#   build     the compiler, CMake and the libraries that QzXml stands on (demo needs the same)
+#   build     the compiler, CMake, the libraries that QzXml stands on, and CLI11 for the program qzxml,
+#             which the examples are made with: demo needs the same
 #   test      that and what the tests need; the default
 #   develop   that and what the benchmarks, the style checks and fast rebuilds need
 set -euo pipefail

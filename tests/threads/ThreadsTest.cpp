@@ -4,7 +4,8 @@
 #include <functional>
 #include <thread>
 
-#include "examples/Gpx.h"
+#include "gpx/gpx.h"
+#include "qzxml/QzXml.h"
 #include "tests/support/QzTest.h"
 
 using namespace QzXmlLib16;
@@ -39,10 +40,10 @@ std::string Document(int number) {
 TEST(Threads, ReadAndWriteObjectsOfTheSameClassesAtOnce) {
   OnThreads([](int thread) {
     for (int i = 0; i < 50; ++i) {
-      gpx::CGpx object;
+      gpx::CGpxType object;
       object.FromXml(Document(thread).c_str());
       EXPECT_EQ(std::to_string(thread), object.GetWpts().Item(0)->GetLat().ToString());
-      gpx::CGpx again;
+      gpx::CGpxType again;
       again.FromXml(object.ToXml().c_str());
       EXPECT_EQ(object.ToXml(), again.ToXml());
     }
@@ -55,7 +56,7 @@ TEST(Threads, ShareOneContextThatNobodyChanges) {
   context.SetDefaultNamespaceURI("http://www.topografix.com/GPX/1/1");
   OnThreads([&](int thread) {
     for (int i = 0; i < 50; ++i) {
-      gpx::CGpx object;
+      gpx::CGpxType object;
       object.FromXml(Document(thread).c_str(), context);
       EXPECT_NE(std::string::npos, object.ToXml(true, true, EOLType_LF, context).find("<e:x y="));
     }
@@ -71,7 +72,7 @@ TEST(Threads, ReadJsonInOneContextThatNobodyChanges) {
         "\"thread\",\"wpt\":[{\"@lat\":" +
         std::to_string(thread) + ",\"@lon\":7,\"name\":\"a\"}]}}";
     for (int i = 0; i < 20; ++i) {
-      gpx::CGpx object;
+      gpx::CGpxType object;
       object.FromJson(json.c_str(), context);
       EXPECT_EQ(std::to_string(thread), object.GetWpts().Item(0)->GetLat().ToString());
     }
@@ -87,11 +88,11 @@ TEST(Threads, WriteAndReadFastInfosetInOneContextThatNobodyChanges) {
   options.GetVocabulary()->AddElement("", "", "name");
   OnThreads([&](int thread) {
     for (int i = 0; i < 20; ++i) {
-      gpx::CGpx object;
+      gpx::CGpxType object;
       object.FromXml(Document(thread).c_str(), context);
       for (const CSerializationContext* shared :
            {&context, static_cast<const CSerializationContext*>(&withVocabulary)}) {
-        gpx::CGpx again;
+        gpx::CGpxType again;
         again.FromXmlStream(object.ToFastInfosetStream(FInfoDecl_None, *shared), *shared);
         EXPECT_EQ(object.ToXml(), again.ToXml());
       }
@@ -103,7 +104,7 @@ TEST(Threads, WriteAndReadFastInfosetInOneContextThatNobodyChanges) {
 TEST(Threads, FailAtOnce) {
   OnThreads([](int) {
     for (int i = 0; i < 50; ++i) {
-      gpx::CGpx object;
+      gpx::CGpxType object;
       EXPECT_THROW(object.FromXml(Document(91).c_str()), CQzException);
     }
   });
@@ -137,7 +138,7 @@ TEST(Threads, ShareBinaryDataThatEachChangesForItself) {
 }
 
 TEST(Threads, HoldOneObjectByManyHandles) {
-  const CSmartPtr<gpx::CGpx> object(new gpx::CGpx);
+  const CSmartPtr<gpx::CGpxType> object(new gpx::CGpxType);
   OnThreads([&](int) {
     for (int i = 0; i < 1000; ++i) {
       const CSmartPtr<CXmlObjectBase> handle(object);
