@@ -48,7 +48,10 @@ CBoundClass::CBoundClass(CClassBinding& binding) : m_binding(&binding) {
 
 CBoundClass::~CBoundClass() = default;
 
-std::string CBoundClass::GetTargetNamespace() const { return m_binding->GetTraits().namespaceUri; }
+// The namespace that a root is written in.
+std::string CBoundClass::GetTargetNamespace() const {
+  return m_rootNamespace != nullptr ? m_rootNamespace : m_binding->GetTraits().namespaceUri;
+}
 
 std::string CBoundClass::GetNamespace() const { return m_binding->GetTraits().namespaceUri; }
 

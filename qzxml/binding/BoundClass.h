@@ -61,6 +61,9 @@ class QZXML_API CBoundClass : public CTabledClass {
 
   // Gives the object another tag.
   void TakeElementName(const char* name) { SetElementName(name); }
+  // Makes the object the root of documents in which its element has another namespace than its
+  // type. The text stays the caller's and outlives the object; null takes the namespace away again.
+  void TakeRootNamespace(const char* namespaceUri) { m_rootNamespace = namespaceUri; }
 
   // A new object of the same class with copies of all that this one holds; nobody listens to it.
   CObjectHandle NewCopy() const;
@@ -164,6 +167,7 @@ class QZXML_API CBoundClass : public CTabledClass {
   static void VisitValue(const CMember& declared, Visit visit);
 
   CClassBinding* m_binding;
+  const char* m_rootNamespace = nullptr;
   std::int32_t m_selected = -1;
   bool m_writesType = false;  // stands where another type is declared
 };

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "qzxml/binding/BoundClass.h"
 #include "qzxml/serialization/XmlObjectBase.h"
 #include "qzxml/xml/XmlElement.h"
 
@@ -44,8 +45,13 @@ CObjectHandle NewRootObject(CXmlElement* element, const CNamedElement* elements,
         element->GetNamespaceURI() != elements[i].namespaceUri) {
       continue;
     }
-    return elements[i].newObjectByType == nullptr ? elements[i].newObject(0, elements[i].name)
-                                                  : elements[i].newObjectByType(element);
+    const CObjectHandle root = elements[i].newObjectByType == nullptr
+                                   ? elements[i].newObject(0, elements[i].name)
+                                   : elements[i].newObjectByType(element);
+    if (root != nullptr && root->GetTargetNamespace() != elements[i].namespaceUri) {
+      dynamic_cast<CBoundClass&>(*root).TakeRootNamespace(elements[i].namespaceUri);
+    }
+    return root;
   }
   return CObjectHandle();
 }

@@ -19,11 +19,12 @@ CSmartPtr<CXmlObjectBase> NewObject(int, const char* elementName) {
   return CSmartPtr<CXmlObjectBase>(object);
 }
 
-// A new object with that tag.
+// A new object with that tag; the namespace is named where it is not that of the object's type.
 template <typename Object>
-CSmartPtr<Object> NewElement(const char* elementName) {
+CSmartPtr<Object> NewElement(const char* elementName, const char* namespaceUri = nullptr) {
   const CSmartPtr<Object> object(new Object);
   object->TakeElementName(elementName);
+  object->TakeRootNamespace(namespaceUri);
   return object;
 }
 

@@ -428,7 +428,22 @@ TEST(BoundClass, ARootIsMadeForItsElement) {
   EXPECT_EQ(NewRoot(document.GetDocumentElement()), nullptr);
 }
 
-TEST(BoundClass, GoesThroughFastInfosetAndJson) {
+TEST(BoundClass, ARootMayHaveAnotherNamespaceThanItsType) {
+  const CSerializationContext context;
+  CXmlDocument document(context);
+  document.LoadXml("<weight xmlns=\"urn:other\" unit=\"kg\">1</weight>");
+  const CObjectHandle root = NewRoot(document.GetDocumentElement());
+  root->FromXmlElement(document.GetDocumentElement());
+  EXPECT_EQ(root->ToXml(false, false),
+            "<AA:weight xmlns:AA=\"urn:other\" unit=\"kg\">1</AA:weight>");
+  EXPECT_EQ(root->GetNamespace(), "urn:shop");
+  const CSmartPtr<CWeight> made = NewElement<CWeight>("mass", "urn:third");
+  made->SetUnit("g");
+  made->SetValue(CDecimal(2));
+  EXPECT_EQ(made->ToXml(false, false), "<AA:mass xmlns:AA=\"urn:third\" unit=\"g\">2</AA:mass>");
+}
+
+TEST(BoundClass, GoesThroughFastInfoset) {
   COrder order;
   order.FromXml(kOrder);
   COrder second;

@@ -232,6 +232,7 @@ CObjectHandle NewRoot(CXmlElement* element) {
       {kNamespace, "order", &NewObject<COrder>, nullptr},
       {kNamespace, "payment", &NewObject<CPayment>, nullptr},
       {kNamespace, "item", nullptr, &CItem::NewByType},
+      {"urn:other", "weight", &NewObject<CWeight>, nullptr},
   };
   return NewRootObject(element, kElements);
 }

@@ -130,11 +130,13 @@ void WriteRootsSource(CScope& scope, const BoundNamespace& where, CCodeWriter& w
   for (const Maker& maker : MakersOf(scope.GetNames(), where)) {
     const std::string name = scope.Class(*maker.root->objectClass);
     writer.Gap();
-    writer.Function(scope.SmartPtr(name) + " " + maker.name + "()",
-                    {"return " + scope.Library("NewElement") + "<" + name + ">(",
-                     {Literal(maker.root->name)},
-                     ");",
-                     {}});
+    std::vector<std::string> arguments = {Literal(maker.root->name)};
+    if (maker.root->namespaceUri != maker.root->objectClass->where->uri) {
+      arguments.push_back(Literal(maker.root->namespaceUri));
+    }
+    writer.Function(
+        scope.SmartPtr(name) + " " + maker.name + "()",
+        {"return " + scope.Library("NewElement") + "<" + name + ">(", arguments, ");", {}});
   }
 }
 
