@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <string>
 
 #include "qzxml/runtime/TextStream.h"
@@ -20,13 +21,19 @@ void ForEachElement(const QzXmlLib16::CXmlElement* element, const Visit& visit) 
   }
 }
 
+// A text writer drops carriage returns, and asserts that no caller hands it one in an attribute.
+inline std::string WithoutReturns(std::string text) {
+  text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
+  return text;
+}
+
 inline void WriteWithoutMixedText(QzXmlLib16::CXmlWriter& writer,
                                   const QzXmlLib16::CXmlElement* element) {
   using namespace QzXmlLib16;
   writer.WriteStartElement(element->GetLocalName(), element->GetNamespaceURI());
   for (const CXmlAttribute* attribute : element->GetAttributes()) {
     writer.WriteAttribute(attribute->GetLocalName(), attribute->GetNamespaceURI(),
-                          attribute->GetValue(), ItemType_string);
+                          WithoutReturns(attribute->GetValue()), ItemType_string);
   }
   const CXmlElement* child = element->GetFirstElement();
   if (child == nullptr) writer.WriteText(element->GetText(), ItemType_string, false);
