@@ -1,6 +1,10 @@
+#include <stdlib.h>
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
+#include <string>
 
 #include "tests/support/QzTest.h"
 #include "tools/generator/emit/OutputFolder.h"
@@ -12,13 +16,18 @@ namespace {
 
 constexpr char kFirst[] = "// Made by qzxml generate from a.xsd.\n";
 
-// A folder that is not there yet, and is gone again behind the test.
+// A folder that is not there yet, in one that is this test's alone and is gone again behind it: the
+// tests of a program run beside each other.
 class OutputFolder : public ::testing::Test {
  protected:
-  OutputFolder() : m_folder(fs::path(::testing::TempDir()) / "qzxml-output-folder") {
-    fs::remove_all(m_folder);
+  OutputFolder() : m_folder(NewFolder() / "out") {}
+  ~OutputFolder() override { fs::remove_all(m_folder.parent_path()); }
+
+  static fs::path NewFolder() {
+    std::string path = ::testing::TempDir() + "qzxml-output-XXXXXX";
+    if (mkdtemp(path.data()) == nullptr) throw std::runtime_error("no folder: " + path);
+    return path;
   }
-  ~OutputFolder() override { fs::remove_all(m_folder); }
 
   OutputChanges Update(const std::vector<SourceFile>& files) {
     return UpdateFolder(m_folder.string(), files);
@@ -82,7 +91,6 @@ TEST_F(OutputFolder, RemovesNothingThatIsNotItsOwn) {
   EXPECT_TRUE(Exists("other.h"));
   EXPECT_TRUE(Exists("folder/x"));
   EXPECT_TRUE(Exists("../outside.h"));
-  fs::remove(m_folder / "../outside.h");
 }
 
 TEST_F(OutputFolder, TellsWhatCanNotBeWritten) {
