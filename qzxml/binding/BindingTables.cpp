@@ -14,6 +14,7 @@
 #include "qzxml/serialization/ElementInfoAll.h"
 #include "qzxml/serialization/ElementInfoChoice.h"
 #include "qzxml/serialization/ElementInfoSeq.h"
+#include "qzxml/serialization/Messages.h"
 #include "qzxml/values/QzVariant.h"
 #include "qzxml/xml/XmlAttribute.h"
 #include "qzxml/xml/XmlElement.h"
@@ -352,21 +353,14 @@ void CheckFixed(const CMember& member, const QzVariant& value) {
 }
 
 void ThrowNothingSelected(const std::string& elementName) {
-  const CQzValidationException inner(
-      "This element is a choice, and as such must have at one (and only one) valid item, currently "
-      "there are none set",
-      "");
-  throw CQzValidationException(
-      FormatString("Failed to convert the element [%s] to XML", elementName.c_str()), "", inner);
+  const CQzValidationException inner(Messages::kNothingSelected, "");
+  throw CQzValidationException(FormatString(Messages::kWritingFailed, elementName.c_str()), "",
+                               inner);
 }
 
 void ThrowNothingPopulated(CXmlElement& parent) {
   throw CQzValidationException(
-      FormatString("No child elements within the element [%s] were populated. The element "
-                   "represents a choice, so one and only one element should be populated. The "
-                   "element contained no sutable child elements",
-                   parent.GetLocalName().c_str()),
-      parent.GetXPath());
+      FormatString(Messages::kNothingPopulated, parent.GetLocalName().c_str()), parent.GetXPath());
 }
 
 void RequireNoText(CXmlElement& element) {
@@ -381,9 +375,8 @@ void RequireNoText(CXmlElement& element) {
 }
 
 void ThrowNoSuitableType(const CMember& member, CXmlElement& parent) {
-  throw CQzValidationException(
-      FormatString("Failed to find a suitable substitution element for [%s].", member.name),
-      parent.GetXPath());
+  throw CQzValidationException(FormatString(Messages::kNoSubstitution, member.name),
+                               parent.GetXPath());
 }
 
 }  // namespace detail

@@ -6,6 +6,7 @@
 #include "qzxml/collections/ElementCol.h"
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/QzException.h"
+#include "qzxml/serialization/Messages.h"
 #include "qzxml/values/Conversions.h"
 #include "qzxml/xml/XmlAttribute.h"
 #include "qzxml/xml/XmlWriter.h"
@@ -276,9 +277,7 @@ void CElementInfoValues::ThrowMissingChild(const CElementInfo& info, const CXmlE
 void CElementInfoValues::ThrowMissingSubstitution(const CElementInfo& info,
                                                   const CXmlElement& parent) {
   throw CQzValidationException(
-      FormatString("Failed to find a suitable substitution element for [%s].",
-                   info.m_strElementName.c_str()),
-      parent.GetXPath());
+      FormatString(Messages::kNoSubstitution, info.m_strElementName.c_str()), parent.GetXPath());
 }
 
 void CElementInfoValues::ThrowMissingNamespace(const CElementInfo& info,

@@ -29,5 +29,22 @@ inline constexpr char kInvalidRealValue[] = "Invalid Value for %s [%f]";
 // CQzValidationException, with the name of the element or the attribute.
 inline constexpr char kGetPropertyFailed[] = "Failed to get the property value for [%s].";
 
+// CQzValidationException with an empty path, on writing: a choice that may not be empty is.
+inline constexpr char kNothingSelected[] =
+    "This element is a choice, and as such must have at one (and only one) valid item, currently "
+    "there are none set";
+
+// CQzValidationException, on reading: the same, with the name of the element.
+inline constexpr char kNothingPopulated[] =
+    "No child elements within the element [%s] were populated. The element represents a choice, so "
+    "one and only one element should be populated. The element contained no sutable child elements";
+
+// CQzValidationException, around each failure of an element that is written.
+inline constexpr char kWritingFailed[] = "Failed to convert the element [%s] to XML";
+
+// CQzValidationException, with the name of a member for whose element no class is found.
+inline constexpr char kNoSubstitution[] =
+    "Failed to find a suitable substitution element for [%s].";
+
 }  // namespace Messages
 }  // namespace QzXmlLib16

@@ -29,6 +29,7 @@
 #include "qzxml/serialization/ElementInfoChoice.h"
 #include "qzxml/serialization/ElementInfoValues.h"
 #include "qzxml/serialization/ElementTable.h"
+#include "qzxml/serialization/Messages.h"
 #include "qzxml/serialization/TextOrEmpty.h"
 #include "qzxml/xml/XmlWriter.h"
 
@@ -58,8 +59,8 @@ void DeleteTable(Entry**& table) {
 // What goes around a failure. Out of line: the walk recurses, and its frames hold nothing of this.
 [[noreturn, gnu::noinline]] void ThrowWritingFailed(const std::string& elementName,
                                                     const CQzException& inner) {
-  throw CQzValidationException(
-      FormatString("Failed to convert the element [%s] to XML", elementName.c_str()), "", inner);
+  throw CQzValidationException(FormatString(Messages::kWritingFailed, elementName.c_str()), "",
+                               inner);
 }
 
 }  // namespace
@@ -237,10 +238,7 @@ void CXmlGeneratedClass::ProcessElementChoiceToXml(const CSerializationContext& 
   if (DoesElementContainOptionalElements() || optionalChoice || context.GetIgnoreMissingChoice()) {
     return;
   }
-  throw CQzValidationException(
-      "This element is a choice, and as such must have at one (and only one) valid item, currently "
-      "there are none set",
-      "");
+  throw CQzValidationException(Messages::kNothingSelected, "");
 }
 
 void CXmlGeneratedClass::TextToXml(const CParentElementInfo& info, CXmlWriter* writer) const {

@@ -12,6 +12,7 @@
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/serialization/ElementInfoValues.h"
 #include "qzxml/serialization/ElementTable.h"
+#include "qzxml/serialization/Messages.h"
 #include "qzxml/serialization/SoughtMembers.h"
 #include "qzxml/serialization/TextOrEmpty.h"
 #include "qzxml/serialization/XmlGeneratedClass.h"
@@ -74,11 +75,7 @@ class FoundFlags {
 
 [[noreturn, gnu::noinline]] void ThrowNothingChosen(const CXmlElement& parent) {
   throw CQzValidationException(
-      FormatString("No child elements within the element [%s] were populated. The element "
-                   "represents a choice, so one and only one element should be populated. The "
-                   "element contained no sutable child elements",
-                   parent.GetLocalName().c_str()),
-      parent.GetXPath());
+      FormatString(Messages::kNothingPopulated, parent.GetLocalName().c_str()), parent.GetXPath());
 }
 
 }  // namespace
