@@ -11,7 +11,8 @@
 #include <pugixml.hpp>
 #include <string>
 
-#include "benchmarks/Orders.h"
+#include "orders/orders.h"
+#include "qzxml/QzXml.h"
 
 namespace {
 

@@ -13,7 +13,8 @@
 #include <memory>
 #include <string>
 
-#include "benchmarks/Orders.h"
+#include "orders/orders.h"
+#include "qzxml/QzXml.h"
 
 namespace {
 

@@ -14,17 +14,21 @@
 #include <string>
 #include <vector>
 
-#include "benchmarks/Orders.h"
+#include "orders/orders.h"
+#include "qzxml/QzXml.h"
 
 using namespace QzXmlLib16;
+using namespace QzXmlLib16Data;
 
 namespace {
+
+using OrderCol = CObjectCol<orders::COrder>;
 
 // The orders of a document, over and over, under numbers of their own. There is one order at a
 // time: it gets its number when its turn has come.
 class CEndlessOrders : public CXmlCollectionBase {
  public:
-  CEndlessOrders(orders::COrderCol& pattern, int count)
+  CEndlessOrders(OrderCol& pattern, int count)
       : CXmlCollectionBase("Order", pattern.GetNamespace().c_str(), 0, -1), m_count(count) {
     for (const CSmartPtr<orders::COrder>& order : pattern) m_pattern.push_back(order);
   }
@@ -51,19 +55,47 @@ class CEndlessOrders : public CXmlCollectionBase {
   int m_count;
 };
 
-// The document class, with such a collection in the place of its own.
-class CEndlessDocument : public orders::COrders {
+// The document, with such a collection in the place of that of orders::COrders. Its tables are
+// written by hand, as the collections of generated classes are of their own making.
+class CEndlessDocument : public CTabledClass {
  public:
-  CEndlessDocument(orders::COrderCol& pattern, int count)
-      : m_orders(new CEndlessOrders(pattern, count)) {}
+  CEndlessDocument(const orders::COrders& pattern, int count)
+      : m_namespace(pattern.GetNamespace()),
+        m_created(pattern.GetCreated()),
+        m_orders(new CEndlessOrders(pattern.GetOrders(), count)) {
+    SetElementName("Orders");
+  }
+
+  std::string GetTargetNamespace() const override { return m_namespace; }
+  std::string GetNamespace() const override { return m_namespace; }
 
  protected:
   void AccessProperty(int index, bool read, QzVariant& value) const override {
-    orders::COrders::AccessProperty(index, read, value);
-    if (read && value.GetTypeAsEnum() == ItemType_XmlCollection) value.SetXmlCollection(m_orders);
+    if (!read) return;
+    if (index == Property_Created) value.LendDateTime(ItemType_date, m_created);
+    if (index == Property_Orders) value.SetXmlCollection(m_orders);
+  }
+  void Init() override {}
+  const CTables& GetTables() const override {
+    static CTables tables;
+    return BuildOnce(tables, [this](CTables& made) {
+      const char* const uri = m_namespace.c_str();
+      made.SetInfo(new CParentElementInfo(XmlElementGroupType_Sequence, XmlElementType_Element,
+                                          "Orders", uri, true, false, -1, ItemType_None, nullptr,
+                                          false));
+      made.SetElements(
+          {new CElementInfoSeqClsCol("Order", uri, Property_Orders, XmlElementType_Element)});
+      made.SetAttributes({new CAttributeInfoPrimitive(
+          "created", "", Property_Created, false, ItemType_date, nullptr,
+          CWhitespaceUtils::WhitespaceRule_Collapse, CPrimitiveRestrictions(), nullptr)});
+    });
   }
 
  private:
+  enum Property : int { Property_Created, Property_Orders };
+
+  std::string m_namespace;
+  CDateTime m_created;
   CSmartPtr<CEndlessOrders> m_orders;
 };
 
@@ -91,8 +123,7 @@ int Run(const char* way, const char* octets, const char* orders, const char* out
   CSerializationContext context;
   context.SetDefaultNamespaceURI(pattern.GetNamespace().c_str());
   const std::string text = pattern.ToXml(true, true, EOLType_LF, context);
-  CEndlessDocument document(pattern.GetOrders(), CountFor(text, pattern, std::atof(octets)));
-  document.SetCreated(pattern.GetCreated());
+  CEndlessDocument document(pattern, CountFor(text, pattern, std::atof(octets)));
   AsyncToXmlFile(std::strcmp(way, "pieces") == 0);
   document.ToXmlFile(output, true, true, XmlEncoding_UTF8, EOLType_LF, context);
   std::printf("%.0f %.0f\n", static_cast<double>(std::filesystem::file_size(output)), PeakOctets());
