@@ -6,28 +6,11 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <stdexcept>
 
 #include "tests/support/Documents.h"
-#include "tools/qzxml/Commands.h"
 
 namespace qztest {
-
-ToolResult RunTool(const std::vector<std::string>& arguments, const std::string& input) {
-  std::vector<const char*> argv = {"qzxml"};
-  for (const std::string& argument : arguments) argv.push_back(argument.c_str());
-  std::istringstream in(input);
-  std::ostringstream out;
-  std::ostringstream err;
-  qztool::CConsole console{in, out, err};
-  const int code = qztool::RunProgram(static_cast<int>(argv.size()), argv.data(), console,
-                                      [&console](CLI::App& app) {
-                                        qztool::AddConvertCommand(app, console);
-                                        qztool::AddInspectCommand(app, console);
-                                      });
-  return {code, out.str(), err.str()};
-}
 
 std::string ConvertText(const std::string& input, const std::vector<std::string>& options) {
   std::vector<std::string> arguments = {"convert", "-", "-"};

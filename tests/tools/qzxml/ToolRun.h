@@ -3,17 +3,10 @@
 #include <string>
 #include <vector>
 
-// Runs the program qzxml as a function, on streams of memory.
+#include "tests/tools/qzxml/RunTool.h"
+
+// What tests of the program share beside running it.
 namespace qztest {
-
-struct ToolResult {
-  int code;
-  std::string out;
-  std::string err;
-};
-
-// The arguments behind the program's name; input is what stands on standard input.
-ToolResult RunTool(const std::vector<std::string>& arguments, const std::string& input = "");
 
 // Converts standard input to standard output; fails the test unless that ends with 0.
 std::string ConvertText(const std::string& input, const std::vector<std::string>& options);
