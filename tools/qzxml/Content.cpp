@@ -50,7 +50,8 @@ CContentShape::CContentShape(const CContentElement& element) {
     if (item.kind == ContentKind::Element) hasElements = true;
     if (item.kind == ContentKind::Text || item.kind == ContentKind::CData) {
       hasAnyText = true;
-      hasText = hasText || item.kind == ContentKind::CData || !IsWhiteSpace(item.text);
+      const bool isSaid = item.kind == ContentKind::CData && !item.text.empty();
+      hasText = hasText || isSaid || !IsWhiteSpace(item.text);
     }
   }
   isMixed = hasElements && (hasText || (hasAnyText && element.isPreserved));
@@ -76,7 +77,7 @@ CContentBuilder::CContentBuilder(CContentDocument& document, std::uint64_t input
       m_isTrusted(isTrusted) {}
 
 void CContentBuilder::Fail(const std::string& message) const {
-  throw CDocumentFailure(GetPath(), message);
+  throw CDocumentFailure(GetPath(), m_place ? message + m_place() : message);
 }
 
 void CContentBuilder::Lose(std::string message) {
@@ -124,6 +125,7 @@ void CContentBuilder::CheckText(const std::string& text) const {
 std::vector<CContentItem>& CContentBuilder::GetItems() {
   if (m_open != nullptr) {
     EndStartTag();
+    ++m_document.size;
     return m_open->items;
   }
   return m_document.root == nullptr ? m_document.before : m_document.after;
@@ -148,7 +150,9 @@ void CContentBuilder::StartElement(std::string_view prefix, std::string_view loc
     m_document.root = std::move(element);
   } else {
     m_open->items.push_back({ContentKind::Element, ValueKind::Text, "", std::move(element)});
+    ++m_document.size;
   }
+  ++m_document.size;
   m_open = started;
   ++m_depth;
   m_isTextOpen = false;
@@ -212,7 +216,11 @@ void CContentBuilder::AddText(std::string_view text, ContentKind kind, ValueKind
   Count(text.size());
   const bool goesOn =
       m_isTextOpen && !items.empty() && items.back().kind == kind && items.back().value == value;
-  if (!goesOn) items.push_back({kind, value, "", nullptr});
+  if (goesOn) {
+    --m_document.size;  // GetItems has counted an item
+  } else {
+    items.push_back({kind, value, "", nullptr});
+  }
   items.back().text.append(text);
   m_isTextOpen = true;
   if (!m_isTrusted) CheckText(std::string(text));

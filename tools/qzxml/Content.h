@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 // A document with everything in it, in the order in which it stood: what CXmlDocument, which serves
@@ -96,6 +97,7 @@ class CContentDocument {
   std::unique_ptr<CContentElement> root;
   std::vector<CContentItem> after;
   std::vector<CContentLoss> losses;
+  std::uint64_t size = 0;  // elements, and items of elements, for those who tell of progress
 
  private:
   std::map<std::string, CContentName, std::less<>> m_names;
@@ -112,7 +114,10 @@ class CContentBuilder {
 
   CContentBuilder(CContentDocument& document, std::uint64_t inputSize, bool isTrusted);
 
-  // All throw CDocumentFailure with the path of the innermost open element.
+  // Where the reader is, for the end of messages: " at offset 12".
+  void SetPlace(std::function<std::string()> place) { m_place = std::move(place); }
+
+  // All throw CDocumentFailure with the path of the innermost open element, and the place.
   void StartElement(std::string_view prefix, std::string_view localName, std::string_view uri);
   void AddDeclaration(std::string_view prefix, std::string_view uri);
   void AddAttribute(std::string_view prefix, std::string_view localName, std::string_view uri,
@@ -142,6 +147,7 @@ class CContentBuilder {
   void CheckText(const std::string& text) const;
 
   CContentDocument& m_document;
+  std::function<std::string()> m_place;
   CContentElement* m_open = nullptr;
   unsigned m_depth = 0;
   std::uint64_t m_size = 0;

@@ -8,9 +8,11 @@
 #include "tools/qzxml/Commands.h"
 #include "tools/qzxml/Documents.h"
 #include "tools/qzxml/Failure.h"
+#include "tools/qzxml/Gzip.h"
 #include "tools/qzxml/Losses.h"
 #include "tools/qzxml/Output.h"
 #include "tools/qzxml/System.h"
+#include "tools/qzxml/XmlCharacters.h"
 
 namespace qztool {
 namespace {
@@ -82,7 +84,7 @@ std::string Write(const ConvertOptions& options, DocumentFormat from,
 void Convert(ConvertOptions options, CConsole& console) {
   CompleteByName(options);
   CProgress progress(console.err, IsErrorATerminal());
-  const CInput input = ReadDocument(options.in, console);
+  const CInput input = ReadDocument(options.in, console, progress);
   CContentDocument document;
   ReadContent(input, {options.roundTrip, options.rootName}, document, progress);
   CNotices notices(console, options.in);
@@ -99,7 +101,10 @@ void Convert(ConvertOptions options, CConsole& console) {
   } catch (const QzXmlLib16::CQzException& e) {
     throw CFailure(ExitCode_Document, options.out + ": " + e.GetFullMessage());
   }
-  if (options.isGzip) octets = Gzip(octets);
+  if (options.isGzip) {
+    progress.Begin("compressing " + options.out);
+    octets = Gzip(octets, progress);
+  }
   WriteOutput(options.out, octets, console.out);
 }
 
@@ -132,7 +137,10 @@ void AddConvertCommand(CLI::App& app, CConsole& console) {
       ->type_name("MEASURE")
       ->check(CLI::IsMember({"none", "marked", "full"}));
   command->add_option("--root", options->rootName, "An element around the whole of JSON")
-      ->type_name("NAME");
+      ->type_name("NAME")
+      ->check([](const std::string& name) {
+        return IsNCName(name) ? "" : '"' + name + "\" can not be the name of an element";
+      });
   command->add_flag("--strict", options->isStrict, "Fail where not everything would be kept");
   command->footer(
       "IN is XML in any encoding, Fast Infoset or JSON, by its content. The format of OUT is that\n"

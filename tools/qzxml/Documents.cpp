@@ -18,7 +18,7 @@ void ReadContent(const CInput& input, const CJsonReading& json, CContentDocument
         CFastInfosetDecoder(input.octets, document).Run(progress);
         break;
       case DocumentFormat::Json:
-        ReadJson(input.octets, json, document);
+        ReadJson(input.octets, json, document, progress);
         break;
     }
   } catch (const CDocumentFailure& e) {

@@ -3,6 +3,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "tools/qzxml/Console.h"
+
 // How a run of the program ends, and what ends it early.
 namespace qztool {
 
@@ -15,10 +17,12 @@ enum ExitCode : int {
   ExitCode_NotKept = 4,   // with --strict: the format would not keep everything
 };
 
-// Ends a command. The text is a whole message, "file: path: message", without a line end.
+// Ends a command. The text is a whole message, "file: path: message", without a line end, and is
+// made printable, as parts of it may come from a document.
 class CFailure : public std::runtime_error {
  public:
-  CFailure(ExitCode code, const std::string& message) : std::runtime_error(message), m_code(code) {}
+  CFailure(ExitCode code, const std::string& message)
+      : std::runtime_error(Printable(message)), m_code(code) {}
   ExitCode GetCode() const { return m_code; }
 
  private:
@@ -30,7 +34,7 @@ class CFailure : public std::runtime_error {
 class CDocumentFailure : public std::runtime_error {
  public:
   CDocumentFailure(const std::string& path, const std::string& message)
-      : std::runtime_error(path.empty() ? message : path + ": " + message) {}
+      : std::runtime_error(Printable(path.empty() ? message : path + ": " + message)) {}
 };
 
 }  // namespace qztool

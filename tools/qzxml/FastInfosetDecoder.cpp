@@ -31,7 +31,12 @@ CFastInfosetDecoder::CFastInfosetDecoder(const std::string& octets, CContentDocu
                                          const OctetRows& rows)
     : m_document(document),
       m_builder(document, octets.size(), false),
-      m_octets(octets, rows, [this](const std::string& message) { m_builder.Fail(message); }) {}
+      m_octets(octets, rows, [this](const std::string& message) { m_builder.Fail(message); }) {
+  m_builder.SetPlace([this] {
+    const std::size_t behind = m_octets.GetPlace();
+    return " at offset " + std::to_string(behind == 0 ? 0 : behind - 1);
+  });
+}
 
 void CFastInfosetDecoder::Run(CProgress& progress) {
   m_progress = &progress;

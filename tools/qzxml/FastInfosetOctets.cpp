@@ -87,8 +87,7 @@ void CFastInfosetOctets::Say(std::string_view meaning, std::string_view value) {
 }
 
 void CFastInfosetOctets::Fail(const std::string& message) const {
-  m_failure(FormatString("%s at offset %llu", message.c_str(),
-                         static_cast<unsigned long long>(m_at == 0 ? 0 : m_at - 1)));
+  m_failure(message);
   throw QzXmlLib16::CQzException(message);  // a failure that returns is none
 }
 

@@ -23,6 +23,7 @@ class CFastInfosetOutput {
     for (const auto& [uri, prefix] : namespaces.prefixes) {
       m_writer.AddNamespaceMapping(prefix, uri);
     }
+    m_size = document.size;
     PutElement(*document.root);
     m_writer.WriteDocumentEnd();
     m_writer.EndDocument();
@@ -33,7 +34,7 @@ class CFastInfosetOutput {
  private:
   // The writer puts a text that stands behind an element into that element; so texts go first.
   void PutElement(const CContentElement& element) {
-    m_progress.Tell(++m_done, 0);
+    m_progress.Tell(m_done += element.items.size() + 1, m_size);
     m_writer.WriteStartElement(element.name->localName, element.name->uri);
     for (const CContentAttribute& attribute : element.attributes) {
       m_writer.WriteAttribute(attribute.name->localName, attribute.name->uri, attribute.value,
@@ -50,6 +51,7 @@ class CFastInfosetOutput {
   CFastInfosetContext m_options;
   CBinaryStream m_stream;
   CFastInfosetWriter m_writer;
+  std::uint64_t m_size = 0;
   std::uint64_t m_done = 0;
 };
 

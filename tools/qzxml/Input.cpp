@@ -4,10 +4,9 @@
 #include <utility>
 
 #include "qzxml/fastinfoset/DocumentMarks.h"
-#include "qzxml/runtime/QzException.h"
 #include "qzxml/runtime/QzZip.h"
-#include "qzxml/values/BinaryData.h"
 #include "tools/qzxml/Failure.h"
+#include "tools/qzxml/Gzip.h"
 #include "tools/qzxml/System.h"
 
 namespace qztool {
@@ -38,28 +37,11 @@ bool IsJson(const std::string& text, std::size_t at) {
   return text[at] == '-' || (text[at] >= '0' && text[at] <= '9');
 }
 
-void Expand(CInput& input) {
-  QzXmlLib16::CBinaryData expanded;
-  bool isCompressed = false;
-  try {
-    isCompressed =
-        QzXmlLib16::CQzZip::Decompress(reinterpret_cast<const unsigned char*>(input.octets.data()),
-                                       static_cast<std::uint32_t>(input.octets.size()), expanded);
-  } catch (const QzXmlLib16::CQzException& e) {
-    throw CDocumentFailure("", e.GetMessage());
-  }
-  const bool isGzip = IsAt(input.octets, 0, "\x1F\x8B");
-  if (isCompressed) {
-    input.compression = isGzip ? "gzip" : "zlib";
-    input.octets.assign(reinterpret_cast<const char*>(expanded.GetData()), expanded.GetLength());
-  } else if (isGzip) {
-    throw CDocumentFailure("", "the gzip stream is damaged or cut off");
-  }
-  input.expandedSize = input.octets.size();
-}
-
 void Recognise(CInput& input) {
   if (input.octets.empty()) throw CDocumentFailure("", "the document is empty");
+  if (!input.compression.empty() && IsAt(input.octets, 0, "\x1F\x8B")) {
+    throw CDocumentFailure("", "the document is compressed twice");
+  }
   if (IsFastInfoset(input.octets)) {
     input.format = DocumentFormat::FastInfoset;
     return;
@@ -90,13 +72,16 @@ const char* GetFormatName(DocumentFormat format) {
   return "";
 }
 
-CInput ReadDocument(const std::string& name, CConsole& console) {
+CInput ReadDocument(const std::string& name, CConsole& console, CProgress& progress) {
   CInput input;
   input.name = name;
+  progress.Begin("reading " + name);
   input.octets = ReadInput(name, console.in);
   input.size = input.octets.size();
   try {
-    Expand(input);
+    input.compression =
+        Expand(input.octets, QzXmlLib16::CQzZip::GetMaxDecompressedSize(), progress);
+    input.expandedSize = input.octets.size();
     Recognise(input);
   } catch (const CDocumentFailure& e) {
     throw CFailure(ExitCode_Document, name + ": " + e.what());

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "tools/qzxml/Console.h"
+#include "tools/qzxml/Progress.h"
 #include "tools/qzxml/TextEncoding.h"
 
 namespace qztool {
@@ -27,6 +28,6 @@ struct CInput {
 // Reads a file, or standard input for "-", expands it and finds out what it is. Throws CFailure:
 // ExitCode_File as ReadInput, and ExitCode_Document for what is empty, damaged or none of the
 // formats.
-CInput ReadDocument(const std::string& name, CConsole& console);
+CInput ReadDocument(const std::string& name, CConsole& console, CProgress& progress);
 
 }  // namespace qztool

@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <map>
 #include <memory>
 #include <ostream>
@@ -42,9 +43,12 @@ void CountItem(const CContentItem& item, Counts& counts) {
       break;
     case ContentKind::CData:
       ++counts.sections;
-      [[fallthrough]];
+      if (item.text.empty()) break;
+      ++counts.texts;
+      counts.textOctets += item.text.size();
+      break;
     case ContentKind::Text:
-      if (item.kind == ContentKind::Text && IsWhiteSpace(item.text)) break;
+      if (IsWhiteSpace(item.text)) break;
       ++counts.texts;
       counts.textOctets += item.text.size();
       break;
@@ -82,7 +86,7 @@ class CInspection {
       : m_options(options),
         m_out(console.out),
         m_progress(console.err, IsErrorATerminal()),
-        m_input(ReadDocument(options.file, console)) {}
+        m_input(ReadDocument(options.file, console, m_progress)) {}
 
   void Run() {
     PutHead();
@@ -103,8 +107,7 @@ class CInspection {
       m_out.flush();
       throw CFailure(ExitCode_Document, m_input.name + ": " + e.what());
     }
-    m_out.flush();
-    if (!m_out) throw CFailure(ExitCode_File, "-: can not be written");
+    FlushOutput(m_out);
   }
 
  private:
@@ -159,14 +162,21 @@ class CInspection {
     Put("elements", counts.elements);
     Put("attributes", counts.attributes);
     Put("depth", counts.depth);
-    Put("texts",
-        std::to_string(counts.texts) + ", " + std::to_string(counts.textOctets) + " octets");
+    Put("texts", std::to_string(counts.texts) + ", " + CountOctets(counts.textOctets));
     Put("CDATA sections", counts.sections);
     Put("comments", counts.comments);
     Put("instructions", counts.instructions);
-    for (const CContentLoss& loss : document.losses) {
-      Put("beside", (loss.element != nullptr ? loss.element->GetPath() + ": " : std::string()) +
-                        loss.message);
+    PutLosses(document.losses);
+  }
+
+  void PutLosses(const std::vector<CContentLoss>& losses) {
+    const std::size_t told = std::min<std::size_t>(losses.size(), CNotices::kPlacesOfAKind);
+    for (std::size_t i = 0; i < told; ++i) {
+      const CContentElement* const element = losses[i].element;
+      Put("beside", (element != nullptr ? element->GetPath() + ": " : "") + losses[i].message);
+    }
+    if (losses.size() > told) {
+      Put("beside", std::to_string(losses.size() - told) + " more places");
     }
   }
 
@@ -174,7 +184,7 @@ class CInspection {
 
   void PutJson() {
     CJsonCounts counts;
-    const CJsonValue value = ParseJson(m_input.octets, counts);
+    const CJsonValue value = ParseJson(m_input.octets, counts, m_progress);
     std::string root = "a plain value";
     if (value.kind == JsonKind::Array) {
       root = "an array of " + std::to_string(value.values.size()) + " items";

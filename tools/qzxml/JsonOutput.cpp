@@ -17,7 +17,9 @@ class CJsonOutput {
   CJsonOutput(const CLayout& layout, JsonRoundTrip roundTrip, CProgress& progress)
       : m_indent(layout.indent), m_roundTrip(roundTrip), m_progress(progress) {}
 
-  std::string Run(const CContentElement& root) {
+  std::string Run(const CContentDocument& document) {
+    const CContentElement& root = *document.root;
+    m_size = document.size;
     m_text += '{';
     PutLineEnd(1);
     Element element(root, m_scopes);
@@ -59,7 +61,7 @@ class CJsonOutput {
   }
 
   void PutElement(const Element& element, bool isItem, int depth) {
-    m_progress.Tell(++m_done, 0);
+    m_progress.Tell(m_done += element.content.items.size() + 1, m_size);
     if (IsPlain(element) && !(isItem && IsMarked())) return PutText(element.content);
     m_isFirst = true;
     m_text += '{';
@@ -210,6 +212,7 @@ class CJsonOutput {
   CProgress& m_progress;
   CNamespaceScopes m_scopes;
   std::string m_text;
+  std::uint64_t m_size = 0;
   std::uint64_t m_done = 0;
   bool m_isFirst = true;  // the next member is the first one of its object
 };
@@ -228,7 +231,7 @@ std::string GetJoinedText(const CContentElement& element) {
 
 std::string WriteJson(const CContentDocument& document, const CLayout& layout,
                       JsonRoundTrip roundTrip, CProgress& progress) {
-  return CJsonOutput(layout, roundTrip, progress).Run(*document.root);
+  return CJsonOutput(layout, roundTrip, progress).Run(document);
 }
 
 }  // namespace qztool

@@ -186,9 +186,10 @@ class CJsonToContent {
 
 }  // namespace
 
-void ReadJson(const std::string& text, const CJsonReading& options, CContentDocument& document) {
+void ReadJson(const std::string& text, const CJsonReading& options, CContentDocument& document,
+              CProgress& progress) {
   CJsonCounts counts;
-  const CJsonValue value = ParseJson(text, counts);
+  const CJsonValue value = ParseJson(text, counts, progress);
   CJsonToContent reading(text.size(), options, document);
   reading.LoseComments(counts.comments);
   reading.ReadRoot(value, options.rootName);

@@ -5,6 +5,7 @@
 
 #include "qzxml/json/JsonContext.h"
 #include "tools/qzxml/Content.h"
+#include "tools/qzxml/Progress.h"
 
 namespace qztool {
 
@@ -23,6 +24,7 @@ struct CJsonReading {
 // them; with JsonRoundTrip_None they are names like any other, and "" is the text. An array in an
 // array, or as the whole, has no name for its items: they are elements "item". Throws
 // CDocumentFailure.
-void ReadJson(const std::string& text, const CJsonReading& options, CContentDocument& document);
+void ReadJson(const std::string& text, const CJsonReading& options, CContentDocument& document,
+              CProgress& progress);
 
 }  // namespace qztool

@@ -14,7 +14,8 @@ constexpr std::size_t kMaxDepth = 1024;
 
 class CJsonParser {
  public:
-  CJsonParser(const std::string& text, CJsonCounts& counts) : m_text(text), m_counts(counts) {}
+  CJsonParser(const std::string& text, CJsonCounts& counts, CProgress& progress)
+      : m_text(text), m_counts(counts), m_progress(progress) {}
 
   CJsonValue Run() {
     SkipSpace();
@@ -72,6 +73,7 @@ class CJsonParser {
                                     static_cast<int>(kMaxDepth)));
     }
     if (depth > m_counts.depth) m_counts.depth = depth;
+    m_progress.Tell(m_at, m_text.size());
     CJsonValue value;
     switch (Peek()) {
       case '{':
@@ -239,6 +241,7 @@ class CJsonParser {
 
   const std::string& m_text;
   CJsonCounts& m_counts;
+  CProgress& m_progress;
   std::size_t m_at = 0;
   std::size_t m_counted = 0;  // up to where line ends are counted
   std::size_t m_line = 1;     // there
@@ -246,8 +249,8 @@ class CJsonParser {
 
 }  // namespace
 
-CJsonValue ParseJson(const std::string& text, CJsonCounts& counts) {
-  return CJsonParser(text, counts).Run();
+CJsonValue ParseJson(const std::string& text, CJsonCounts& counts, CProgress& progress) {
+  return CJsonParser(text, counts, progress).Run();
 }
 
 }  // namespace qztool

@@ -5,6 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include "tools/qzxml/Progress.h"
+
 namespace qztool {
 
 enum class JsonKind : unsigned char { Object, Array, String, Number, Boolean, Null };
@@ -38,6 +40,6 @@ struct CJsonCounts {
 // they are, since the library writes them so. CJsonTextReader is not used here: it keeps the
 // escapes and line feeds of strings in the way that its callers know, which is not what they mean.
 // Throws CDocumentFailure "... at line %d, column %d".
-CJsonValue ParseJson(const std::string& text, CJsonCounts& counts);
+CJsonValue ParseJson(const std::string& text, CJsonCounts& counts, CProgress& progress);
 
 }  // namespace qztool

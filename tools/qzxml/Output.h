@@ -35,7 +35,4 @@ std::string WriteFastInfoset(const CContentDocument& document, CProgress& progre
 // The texts of an element, one behind the other; "" where they are only layout.
 std::string GetJoinedText(const CContentElement& element);
 
-// The octets as a gzip stream; unlike CQzZip also where that does not make them fewer.
-std::string Gzip(const std::string& octets);
-
 }  // namespace qztool

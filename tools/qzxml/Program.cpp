@@ -6,6 +6,7 @@
 #include "qzxml/runtime/QzException.h"
 #include "tools/qzxml/Commands.h"
 #include "tools/qzxml/Failure.h"
+#include "tools/qzxml/System.h"
 
 namespace qztool {
 namespace {
@@ -18,14 +19,27 @@ constexpr char kFooter[] =
     "or a schema is wrong; 2 the command line is wrong; 3 a file can not be read or\n"
     "written; 4 with --strict, the format would not keep everything.";
 
+// What is wrong with the command line. CLI11 looks for what is missing first, which is no help
+// where something is misspelt.
+std::string GetMistake(const CLI::App& app, const CLI::ParseError& error) {
+  const std::vector<std::string> unknown = app.remaining(true);
+  if (unknown.empty() || error.get_exit_code() != static_cast<int>(CLI::ExitCodes::RequiredError)) {
+    return error.what();
+  }
+  if (unknown[0].compare(0, 1, "-") == 0) return "there is no option '" + unknown[0] + '\'';
+  return "there is no command '" + unknown[0] + '\'';
+}
+
 // Help and version are answers; anything else is a mistake in the command line.
 int EndParsing(const CLI::App& app, const CLI::ParseError& error, CConsole& console) {
   if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-    return app.exit(error, console.out, console.err);
+    const int code = app.exit(error, console.out, console.err);
+    FlushOutput(console.out);
+    return code;
   }
   std::string command = "qzxml";
   for (const CLI::App* called : app.get_subcommands()) command += ' ' + called->get_name();
-  console.err << command << ": " << Printable(error.what()) << "\nTry '" << command
+  console.err << command << ": " << Printable(GetMistake(app, error)) << "\nTry '" << command
               << " --help'.\n";
   return ExitCode_Usage;
 }
@@ -46,6 +60,7 @@ int RunProgram(int argc, const char* const* argv, CConsole& console,
     } catch (const CLI::ParseError& e) {
       return EndParsing(app, e, console);
     }
+    FlushOutput(console.out);
     return ExitCode_Done;
   } catch (const CFailure& e) {
     console.err << Printable(e.what()) << '\n';

@@ -8,12 +8,15 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
+#include <charconv>
 #include <climits>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <istream>
 #include <ostream>
+#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -24,6 +27,7 @@ namespace {
 
 constexpr std::uint64_t kMaxSize = UINT32_MAX;
 constexpr std::size_t kStep = std::size_t{1} << 18;
+constexpr int kMaxLinks = 40;  // as the system has it
 
 [[noreturn]] void FailReading(const std::string& name, int error) {
   throw CFailure(ExitCode_File,
@@ -61,12 +65,13 @@ class CDescriptor {
 std::string ReadStream(std::istream& stream) {
   std::string octets;
   std::vector<char> step(kStep);
+  errno = 0;
   while (stream.read(step.data(), static_cast<std::streamsize>(step.size())) ||
          stream.gcount() > 0) {
     octets.append(step.data(), static_cast<std::size_t>(stream.gcount()));
     CheckSize("-", octets.size());
   }
-  if (stream.bad()) FailReading("-", EIO);
+  if (stream.bad()) FailReading("-", errno != 0 ? errno : EIO);
   return octets;
 }
 
@@ -177,17 +182,37 @@ mode_t GetNewPermissions() {
   return 0666 & ~mask;
 }
 
-// Where a name leads to when it is a link, so that the link stays.
+// Where a name leads to when it is a link, so that the link stays; also to a file that is not
+// there.
 std::string FollowLinks(const std::string& name) {
-  char* const path = realpath(name.c_str(), nullptr);
-  if (path == nullptr) return name;
-  std::string result(path);
-  std::free(path);
-  return result;
+  std::filesystem::path path(name);
+  std::error_code ignored;
+  for (int links = 0; std::filesystem::is_symlink(path, ignored); ++links) {
+    if (links == kMaxLinks) FailWriting(name, ELOOP);
+    const std::filesystem::path target = std::filesystem::read_symlink(path, ignored);
+    path = path.parent_path() / target;  // the target alone where that is absolute
+  }
+  return path.string();
+}
+
+// The descriptor that a name of the system's stands for, or -1. Opening such a name would begin at
+// the front of a file, where something may stand already.
+int FindDescriptor(const std::string& name) {
+  if (name == "/dev/stdout") return STDOUT_FILENO;
+  if (name == "/dev/stderr") return STDERR_FILENO;
+  for (const std::string_view folder : {"/dev/fd/", "/proc/self/fd/"}) {
+    if (name.compare(0, folder.size(), folder) != 0) continue;
+    int descriptor = -1;
+    const char* const end = name.data() + name.size();
+    const auto read = std::from_chars(name.data() + folder.size(), end, descriptor);
+    if (read.ec == std::errc() && read.ptr == end) return descriptor;
+  }
+  return -1;
 }
 
 int WriteInPlace(const std::string& name, const std::string& octets) {
-  CDescriptor file(open(name.c_str(), O_WRONLY | O_CLOEXEC));
+  const int descriptor = FindDescriptor(name);
+  CDescriptor file(descriptor >= 0 ? dup(descriptor) : open(name.c_str(), O_WRONLY | O_CLOEXEC));
   if (file.Get() < 0) return errno;
   const int error = WriteAll(file.Get(), octets);
   if (error != 0) return error;
@@ -222,15 +247,13 @@ std::string ReadInput(const std::string& name, std::istream& standardInput) {
 void WriteOutput(const std::string& name, const std::string& octets, std::ostream& standardOutput) {
   if (name == "-") {
     standardOutput.write(octets.data(), static_cast<std::streamsize>(octets.size()));
-    standardOutput.flush();
-    if (!standardOutput) FailWriting(name, errno != 0 ? errno : EIO);
-    return;
+    return FlushOutput(standardOutput);
   }
   struct stat status = {};
   const bool isThere = stat(name.c_str(), &status) == 0;
   if (isThere && S_ISDIR(status.st_mode)) FailWriting(name, EISDIR);
   int error = 0;
-  if (isThere && !S_ISREG(status.st_mode)) {
+  if (FindDescriptor(name) >= 0 || (isThere && !S_ISREG(status.st_mode))) {
     error = WriteInPlace(name, octets);
   } else if (isThere && access(name.c_str(), W_OK) != 0) {
     error = errno;  // a file that may not be written is not replaced either
@@ -239,6 +262,11 @@ void WriteOutput(const std::string& name, const std::string& octets, std::ostrea
     error = beside.Write(octets, isThere ? status.st_mode & 07777 : GetNewPermissions());
   }
   if (error != 0) FailWriting(name, error);
+}
+
+void FlushOutput(std::ostream& standardOutput) {
+  standardOutput.flush();
+  if (!standardOutput) FailWriting("-", errno != 0 ? errno : EIO);
 }
 
 }  // namespace qztool

@@ -1,5 +1,6 @@
 #include <utility>
 
+#include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/TextStream.h"
 #include "qzxml/values/BinaryData.h"
 #include "qzxml/xml/XmlTextWriter.h"
@@ -18,11 +19,39 @@ using namespace QzXmlLib16;
 
 constexpr char kCDataBegin[] = "<![CDATA[";
 
-void ReplaceAll(std::string& text, const std::string& what, const std::string& by) {
-  for (std::size_t at = text.find(what); at != std::string::npos;
-       at = text.find(what, at + by.size())) {
-    text.replace(at, what.size(), by);
+// The value of an attribute with all characters escaped that a reader would not give back.
+std::string Escape(const std::string& value) {
+  std::string escaped;
+  escaped.reserve(value.size());
+  for (const char c : value) {
+    switch (c) {
+      case '&':
+        escaped += "&amp;";
+        break;
+      case '<':
+        escaped += "&lt;";
+        break;
+      case '>':
+        escaped += "&gt;";
+        break;
+      case '"':
+        escaped += "&quot;";
+        break;
+      case '\n':
+        escaped += "&#xA;";
+        break;
+      case '\t':
+        escaped += "&#x9;";
+        break;
+      case '\r':
+        escaped += "&#xD;";
+        break;
+      default:
+        escaped += c;
+        break;
+    }
   }
+  return escaped;
 }
 
 class CXmlOutput {
@@ -31,6 +60,7 @@ class CXmlOutput {
       : m_layout(layout), m_progress(progress), m_stream(XmlEncoding_UTF8), m_writer(&m_stream) {}
 
   std::string Run(const CContentDocument& document) {
+    m_size = document.size;
     m_writer.StartDocument();
     m_writer.SetFormatted(false);
     m_writer.WriteXmlDeclaration();
@@ -58,7 +88,7 @@ class CXmlOutput {
   }
 
   void PutElement(const CContentElement& element, bool isKept, int depth) {
-    m_progress.Tell(m_done += element.items.size() + 1, 0);
+    m_progress.Tell(m_done += element.items.size() + 1, m_size);
     PutStartTag(element);
     const CContentShape shape(element);
     const bool isLaidOut = !isKept && !shape.isMixed && !element.isPreserved &&
@@ -93,15 +123,7 @@ class CXmlOutput {
     if (value.find_first_of("\t\r") == std::string::npos) {
       return m_writer.WriteAttribute(name, "", value, ItemType_string);
     }
-    std::string escaped = value;
-    ReplaceAll(escaped, "&", "&amp;");
-    ReplaceAll(escaped, "<", "&lt;");
-    ReplaceAll(escaped, ">", "&gt;");
-    ReplaceAll(escaped, "\"", "&quot;");
-    ReplaceAll(escaped, "\n", "&#xA;");
-    ReplaceAll(escaped, "\t", "&#x9;");
-    ReplaceAll(escaped, "\r", "&#xD;");
-    m_writer.WriteRawLine(' ' + name + "=\"" + escaped + '"');
+    m_writer.WriteRawLine(' ' + name + "=\"" + Escape(value) + '"');
   }
 
   void PutItem(const CContentItem& item, bool isKept, int depth) {
@@ -155,6 +177,7 @@ class CXmlOutput {
   CTextStream m_stream;
   CXmlTextWriter m_writer;
   CNamespaceScopes m_scopes;
+  std::uint64_t m_size = 0;
   std::uint64_t m_done = 0;
   bool m_skipDefaults = false;
 };

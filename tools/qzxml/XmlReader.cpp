@@ -54,6 +54,7 @@ class CXmlReading {
   void Run(CProgress& progress) {
     XML_Parser const parser = m_parser.get();
     if (parser == nullptr) throw std::bad_alloc();
+    m_builder.SetPlace([this] { return TellPlace(); });
     XML_SetUserData(parser, this);
     XML_SetReturnNSTriplet(parser, 1);
     XML_SetElementHandler(parser, &OnStart, &OnEnd);
@@ -81,10 +82,14 @@ class CXmlReading {
     const XML_Status status = XML_Parse(parser, slice, size, isLast ? XML_TRUE : XML_FALSE);
     if (m_failure) std::rethrow_exception(m_failure);
     if (status == XML_STATUS_OK) return;
-    m_builder.Fail(QzXmlLib16::FormatString(
-        "%s at line %d, column %d", XML_ErrorString(XML_GetErrorCode(parser)),
-        static_cast<int>(XML_GetCurrentLineNumber(parser)),
-        static_cast<int>(XML_GetCurrentColumnNumber(parser)) + 1));
+    m_builder.Fail(XML_ErrorString(XML_GetErrorCode(parser)));
+  }
+
+  std::string TellPlace() const {
+    return QzXmlLib16::FormatString(
+        " at line %llu, column %llu",
+        static_cast<unsigned long long>(XML_GetCurrentLineNumber(m_parser.get())),
+        static_cast<unsigned long long>(XML_GetCurrentColumnNumber(m_parser.get())) + 1);
   }
 
   template <typename Work>
@@ -120,6 +125,7 @@ class CXmlReading {
     Guard(user, [](CXmlReading& self) {
       self.m_isCData = true;
       self.m_builder.EndText();
+      self.m_builder.AddText("", ContentKind::CData);  // also when it has no text
     });
   }
   static void OnEndCData(void* user) {

@@ -103,6 +103,20 @@ TEST(Convert, KeepsAllOfXml) {
   EXPECT_EQ(xml, ConvertText(xml, {"--strict"}));
 }
 
+TEST(Convert, KeepsACDataSectionWithoutText) {
+  for (const std::string document : {"<r><![CDATA[]]></r>", "<r><a/><![CDATA[]]><b/></r>",
+                                     "<r>x<![CDATA[]]><![CDATA[y]]></r>"}) {
+    EXPECT_EQ("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + document + '\n',
+              ConvertText(document, {}));
+  }
+  EXPECT_EQ("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<r><![CDATA[]]></r>\n",
+            ConvertText("<r><![CDATA[]]></r>", {"--indent", "2"}));
+  const ToolResult result =
+      RunTool({"convert", "-", "-", "--to", "json", "--indent", "0"}, "<r><a/><![CDATA[]]></r>");
+  EXPECT_EQ("{\"r\":{\"a\":\"\"}}\n", result.out);
+  EXPECT_EQ("-: /r: a CDATA section is kept as plain text\n", result.err);
+}
+
 TEST(Convert, WritesReferencesToInternalEntitiesAsTheirText) {
   EXPECT_EQ(
       "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
@@ -215,6 +229,21 @@ TEST(Convert, WritesThroughALink) {
   EXPECT_EQ(0, RunTool({"convert", "-", folder.Path("link.xml")}, "<a/>").code);
   EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("link.xml")));
   EXPECT_EQ("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a/>\n", folder.Read("target.xml"));
+}
+
+TEST(Convert, WritesWhatALinkLeadsToAlsoWhereThatIsNotThere) {
+  const TemporaryFolder folder;
+  std::filesystem::create_directory(folder.Path("to"));
+  std::filesystem::create_symlink("to/new.xml", folder.Path("link"));
+  std::filesystem::create_symlink("circle", folder.Path("circle"));
+  EXPECT_EQ(0, RunTool({"convert", "-", folder.Path("link")}, "<a/>").code);
+  EXPECT_EQ(ConvertText("<a/>", {}), folder.Read("to/new.xml"));
+  EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("link")));
+  const ToolResult result = RunTool({"convert", "-", folder.Path("circle")}, "<a/>");
+  EXPECT_EQ(3, result.code);
+  EXPECT_EQ(folder.Path("circle") + ": can not be written: Too many levels of symbolic links\n",
+            result.err);
+  EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("circle")));
 }
 
 TEST(Convert, WritesToADevice) {

@@ -6,7 +6,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <sstream>
 
 #include "tests/support/Documents.h"
 #include "tests/tools/qzxml/ToolRun.h"
@@ -57,6 +59,36 @@ TEST(Program, EndsWithTheCodesThatItsManualTells) {
   EXPECT_EQ("err out", folder.List());
 }
 
+TEST(Program, SaysWhichOfItsStreamsFails) {
+  const TemporaryFolder folder;
+  folder.Write("a.xml", "<r/>");
+  for (const char* arguments : {"--help", "--version", "convert --help", "inspect a.xml",
+                                "convert a.xml -", "convert a.xml /dev/fd/1"}) {
+    EXPECT_EQ(3, Shell(folder, std::string("$Q ") + arguments + " >/dev/full")) << arguments;
+    const std::string told = folder.Read("err");
+    const std::string tail = ": can not be written: No space left on device\n";
+    EXPECT_EQ(tail, told.substr(told.find(": "))) << arguments;
+  }
+  EXPECT_EQ(3, Shell(folder, "$Q inspect - <."));
+  EXPECT_EQ("-: can not be read: Is a directory\n", folder.Read("err"));
+  // Where nobody reads any more: an end by the signal, or, where that is ignored, a failure.
+  EXPECT_EQ(3, Shell(folder,
+                     "(trap '' PIPE; $Q convert a.xml -; echo $? >&2) | true; "
+                     "exit $(tail -n 1 err)"));
+  EXPECT_EQ("-: can not be written: Broken pipe\n3\n", folder.Read("err"));
+}
+
+TEST(Program, GoesOnWhereADescriptorStands) {
+  const TemporaryFolder folder;
+  folder.Write("a.xml", "<r/>");
+  EXPECT_EQ(0, Shell(folder,
+                     "echo a; $Q convert a.xml /dev/stdout; $Q convert a.xml /dev/fd/1;"
+                     " echo b; $Q convert a.xml /dev/stderr"));
+  const std::string document = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<r/>\n";
+  EXPECT_EQ("a\n" + document + document + "b\n", folder.Read("out"));
+  EXPECT_EQ(document, folder.Read("err"));
+}
+
 TEST(Program, SaysWhatItCanNotWriteAndLeavesNothing) {
   const TemporaryFolder folder;
   folder.Write("a.xml", "<r>" + std::string(100000, 'x') + "</r>");
@@ -103,6 +135,15 @@ TEST(Program, ItsManualTellsEveryOptionAndCode) {
   }
 }
 
+// What stands behind the first word of such a line is set without blanks in between.
+TEST(Program, ItsManualHasNoWordsThatRunTogether) {
+  std::istringstream manual(ReadWholeFile(QZXML_TOOL_SOURCES "/qzxml.1"));
+  for (std::string line; std::getline(manual, line);) {
+    if (line.rfind(".BR ", 0) != 0 && line.rfind(".IR ", 0) != 0) continue;
+    EXPECT_LE(std::count(line.begin(), line.end(), ' '), 2) << line;
+  }
+}
+
 // The words that bash offers behind a beginning of a command line, which ends with a word to be
 // completed.
 std::string Complete(const std::string& words) {
@@ -129,6 +170,12 @@ TEST(Program, IsCompletedByBash) {
   EXPECT_EQ("\n", Complete("qzxml generate --map x"));
   EXPECT_EQ("--octets --help\n", Complete("qzxml inspect --"));
   EXPECT_EQ("complete.sh\n", Complete("qzxml convert comp"));
+  // The shell takes "=" for a word of its own.
+  EXPECT_EQ("json\n", Complete("qzxml convert --to = j"));
+  EXPECT_EQ("none marked full\n", Complete("qzxml convert a.xml --round-trip ="));
+  EXPECT_EQ("complete.sh\n", Complete("qzxml generate --catalog = comp"));
+  EXPECT_EQ("\n", Complete("qzxml generate --output comp"));
+  EXPECT_EQ("complete.sh\n", Complete("qzxml generate comp"));
 }
 
 }  // namespace

@@ -43,7 +43,11 @@ TEST(Usage, RefusesAWrongCommandLine) {
     const char* message;
   } cases[] = {
       {{}, "qzxml: A subcommand is required\nTry 'qzxml --help'.\n"},
-      {{"transmute"}, nullptr},
+      {{"transmute"}, "qzxml: there is no command 'transmute'\nTry 'qzxml --help'.\n"},
+      {{"-v"}, "qzxml: there is no option '-v'\nTry 'qzxml --help'.\n"},
+      {{"a\n"}, "qzxml: there is no command 'a\\x0a'\nTry 'qzxml --help'.\n"},
+      {{"inspect", "--octet"},
+       "qzxml inspect: there is no option '--octet'\nTry 'qzxml inspect --help'.\n"},
       {{"convert"}, "qzxml convert: IN is required\nTry 'qzxml convert --help'.\n"},
       {{"convert", "a"}, "qzxml convert: OUT is required\nTry 'qzxml convert --help'.\n"},
       {{"convert", "a", "b", "c"}, nullptr},
@@ -54,6 +58,10 @@ TEST(Usage, RefusesAWrongCommandLine) {
       {{"convert", "a", "b", "--indent", "two"}, nullptr},
       {{"convert", "a", "b", "--round-trip", "some"}, nullptr},
       {{"convert", "a", "b", "--loose"}, nullptr},
+      {{"convert", "a", "b", "--root", "p:r"},
+       "qzxml convert: --root: \"p:r\" can not be the name of an element\n"
+       "Try 'qzxml convert --help'.\n"},
+      {{"convert", "a", "b", "--root", ""}, nullptr},
       {{"inspect"}, "qzxml inspect: FILE is required\nTry 'qzxml inspect --help'.\n"},
       {{"inspect", "a", "b"}, nullptr},
   };
