@@ -35,6 +35,9 @@ void CheckFixed(const CMember& member, const QzVariant& value);
 [[noreturn]] void ThrowNothingSelected(const std::string& elementName);
 [[noreturn]] void ThrowNothingPopulated(CXmlElement& parent);
 
+// Whether a text has nothing but white space, if anything.
+bool HasOnlyWhitespace(std::string_view text);
+
 // Throws CQzValidationException "Unexpected text [%s] found in the element [%s]." with the path of
 // an element that has more than white space beside its children.
 void RequireNoText(CXmlElement& element);

@@ -1,10 +1,11 @@
 #include "qzxml/binding/BoundClass.h"
 
-#include <cstring>
+#include <utility>
 
 #include "qzxml/binding/BindingTables.h"
 #include "qzxml/binding/BoundClassDetail.h"
 #include "qzxml/binding/Messages.h"
+#include "qzxml/binding/ReadPlan.h"
 #include "qzxml/collections/Element.h"
 #include "qzxml/collections/XmlCollectionBase.h"
 #include "qzxml/runtime/Functions.h"
@@ -43,6 +44,7 @@ const CMember& CClassBinding::GetDeclaredMember(std::int32_t propertyIndex) cons
 // --- CBoundClass
 
 CBoundClass::CBoundClass(CClassBinding& binding) : m_binding(&binding) {
+  m_isBound = true;
   SetElementName(binding.GetTraits().elementName);
 }
 
@@ -63,6 +65,8 @@ const CBoundClass::CTables& CBoundClass::GetTables() const {
     detail::BuildTables(binding, made);
     delete binding.m_typedInfo;  // of an attempt that failed
     binding.m_typedInfo = detail::NewClassInfo(binding, true);
+    delete std::exchange(binding.m_readPlan, nullptr);
+    binding.m_readPlan = detail::CReadPlan::Make(binding, made).release();
   });
 }
 
@@ -182,7 +186,7 @@ void CBoundClass::SetObject(std::int32_t index, CObjectHandle& property, CXmlObj
 void CBoundClass::TakeAsMember(const CMember& member, CXmlObjectBase* object) {
   if (member.form != MemberForm::Object) return;
   SetElementName(object, member.name);
-  if (CBoundClass* const bound = dynamic_cast<CBoundClass*>(object)) bound->TakeTypeFrom(member);
+  if (object->m_isBound) static_cast<CBoundClass*>(object)->TakeTypeFrom(member);
 }
 
 void CBoundClass::TakeTypeFrom(const CMember& member) {
@@ -295,12 +299,17 @@ void CBoundClass::ToXml_Int(CXmlWriter* writer, bool root, const char* namespace
 
 CXmlElement* CBoundClass::FromXml_Int(CXmlElement* parent, CXmlElement* cursor,
                                       const CSerializationContext& context, bool optionalChoice) {
-  CXmlElement* const rest = CTabledClass::FromXml_Int(parent, cursor, context, optionalChoice);
+  const CTables& tables = GetTables();
+  const detail::CReadPlan* const plan = m_binding->m_readPlan;
+  const bool isServed = plan != nullptr && detail::CReadPlan::Serves(context);
+  CXmlElement* const rest =
+      isServed ? plan->Read(*this, parent, cursor, context, optionalChoice)
+               : CTabledClass::FromXml_Int(parent, cursor, context, optionalChoice);
   if (m_binding->GetTraits().elementType != XmlElementType_Element) return rest;
   if (MissesContent() && !context.GetIgnoreMissingChoice() && !IsNilObject()) {
     detail::ThrowNothingPopulated(*parent);
   }
-  const bool hasText = GetTables().GetInfo()->GetPrimitiveValuePropertyIndex() != -1;
+  const bool hasText = tables.GetInfo()->GetPrimitiveValuePropertyIndex() != -1;
   if (!hasText && !context.GetIgnoreUnknownElements()) detail::RequireNoText(*parent);
   return rest;
 }

@@ -140,9 +140,10 @@ class QZXML_API CBoundClass : public CTabledClass {
   std::int32_t GetSelectedMember() const { return m_selected; }
 
   // --- The walks
-  void AccessProperty(int index, bool read, QzVariant& value) const override;
+  // Meant: final, as ordinary elements are read and written without it.
+  void AccessProperty(int index, bool read, QzVariant& value) const final;
   void Init() override;
-  const CTables& GetTables() const override;
+  const CTables& GetTables() const final;
   CParentElementInfo* GetClassInfo() const override;
   void ToXml_Int(CXmlWriter* writer, bool root, const char* namespaceUri,
                  const CSerializationContext& context, bool optionalChoice) const override;
@@ -151,6 +152,8 @@ class QZXML_API CBoundClass : public CTabledClass {
 
  private:
   friend class CBoundObjectCol;
+  friend class detail::CReadPlan;
+  friend class detail::CReadValues;
 
   void CheckValue(std::int32_t index, const QzVariant& value) const;
   void DefaultValue(std::int32_t index, QzVariant& value) const;

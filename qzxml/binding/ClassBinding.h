@@ -10,6 +10,10 @@
 
 namespace QzXmlLib16 {
 
+namespace detail {
+class CReadPlan;
+}
+
 // What a bound class is as a whole.
 struct CClassTraits {
   // Name and namespace under which the schema declares the type; what xsi:type names.
@@ -140,6 +144,7 @@ class QZXML_API CClassBinding {
   // Made at the first use. The entries live as long as the process.
   CTabledClass::CTables m_tables;
   QzXmlLib16Data::CParentElementInfo* m_typedInfo = nullptr;  // that of m_tables, with xsi:type
+  const detail::CReadPlan* m_readPlan = nullptr;              // null for a class that has none
 };
 
 }  // namespace QzXmlLib16

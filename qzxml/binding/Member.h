@@ -22,6 +22,10 @@ class CXmlCollectionBase;
 class CXmlObjectBase;
 struct CMember;
 
+namespace detail {
+class CReadValues;
+}
+
 // The data members that a bound class may have beside values of the kinds of ItemType: an object of
 // a bound class or of open content, and a collection of either or of values.
 using CObjectHandle = CSmartPtr<CXmlObjectBase>;
@@ -66,6 +70,7 @@ class CProperty {
 
  private:
   friend class CBoundClass;
+  friend class detail::CReadValues;
 
   union {
     Pointer<std::string> m_string;

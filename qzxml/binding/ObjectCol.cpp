@@ -1,5 +1,7 @@
 #include "qzxml/binding/ObjectCol.h"
 
+#include <string_view>
+
 #include "qzxml/binding/BindingTables.h"
 #include "qzxml/binding/BoundClass.h"
 #include "qzxml/binding/Messages.h"
@@ -7,6 +9,7 @@
 #include "qzxml/collections/ElementReader.h"
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/QzException.h"
+#include "qzxml/serialization/NamespaceRules.h"
 #include "qzxml/xml/XmlElement.h"
 
 namespace QzXmlLib16 {
@@ -51,14 +54,16 @@ void CBoundObjectCol::ToXml_Int(CXmlWriter* writer, bool, const char* namespaceU
 CXmlElement* CBoundObjectCol::FromXml_Int(CXmlElement* parent, CXmlElement* cursor,
                                           const CSerializationContext& context, bool) {
   if (m_member.form == MemberForm::Group) return GroupsFromXml(parent, cursor, context);
-  while (cursor != nullptr &&
-         DoesElementNameMatch(context, cursor, m_member.name, m_member.namespaceUri)) {
+  const std::string_view name = m_member.name;
+  const std::string_view namespaceUri = m_member.namespaceUri;
+  while (detail::ElementHasName(context, cursor, name, namespaceUri)) {
     const CObjectHandle item = m_member.newObjectByType == nullptr
                                    ? m_member.newObject(0, m_member.name)
                                    : m_member.newObjectByType(cursor);
     if (item == nullptr) detail::ThrowNoSuitableType(m_member, *parent);
     CXmlObjectBase::FromXml_Int(item, cursor, cursor->GetFirstElement(), context);
-    AddObject(item);
+    CBoundClass::TakeAsMember(m_member, item);
+    AppendItem(item);
     cursor = cursor->GetNextSiblingElement();
   }
   return cursor;

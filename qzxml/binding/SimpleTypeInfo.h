@@ -125,6 +125,8 @@ class QZXML_API CSimpleTypeInfo {
   ItemType GetKind() const { return m_kind; }
   WhitespaceRule GetWhitespaceRule() const { return m_whitespace; }
   const CTextRules* GetRules() const { return m_rules; }  // null when there are none
+  bool HasFacets() const { return m_hasFacets; }
+  bool IsChecked() const { return m_isChecked; }  // whether Check has anything to do
   bool IsEnumeration() const { return m_enumToString != nullptr; }
   EnumToString GetEnumToString() const { return m_enumToString; }  // null unless an enumeration
   StringToEnum GetStringToEnum() const { return m_stringToEnum; }  // null unless an enumeration

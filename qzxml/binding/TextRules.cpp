@@ -33,6 +33,20 @@ class CTextRulesCheck {
   // The leaf whose value the text is, when it keeps the facets of all on the way; null for none.
   static const CTextRules* FindLeaf(const CTextRules& rules, std::string_view text);
 
+  // Whether lengths and patterns are all that the rules look at.
+  static bool IsPlain(const CTextRules& rules) {
+    const bool isText = rules.m_type == XsdType_string || rules.m_type == XsdType_token ||
+                        rules.m_type == XsdType_normalizedString;
+    return isText && rules.m_item == nullptr && rules.m_members == nullptr &&
+           rules.m_enumeration == nullptr && rules.m_minInclusive == nullptr &&
+           rules.m_maxInclusive == nullptr && rules.m_minExclusive == nullptr &&
+           rules.m_maxExclusive == nullptr;
+  }
+  // What FindLeaf says of such rules and a text without white space.
+  static bool Keeps(const CTextRules& rules, std::string_view text) {
+    return KeepsLengths(rules, text) && KeepsPatterns(rules, text);
+  }
+
  private:
   // A text as a rule leaves it. The view is valid as long as this and the text are.
   class CNormalized {
@@ -233,6 +247,10 @@ bool CTextRulesCheck::AreListsEqual(const CTextRules& a, std::string_view left, 
 }  // namespace detail
 
 bool CTextRules::Accepts(std::string_view text) const {
+  if (detail::CTextRulesCheck::IsPlain(*this) && !detail::HoldsBlank(text) &&
+      detail::IsLocalUtf8()) {
+    return detail::CTextRulesCheck::Keeps(*this, text);
+  }
   if (text.find('\0') != std::string_view::npos) return false;  // no character of a document
   if (detail::IsLocalUtf8()) return detail::CTextRulesCheck::FindLeaf(*this, text) != nullptr;
   const CBinaryData bytes = LocalToUtf8(std::string(text).c_str());

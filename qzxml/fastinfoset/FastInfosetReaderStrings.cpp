@@ -96,6 +96,24 @@ const char* WriteOneValue(std::uint32_t algorithm, std::string_view octets, char
   }
 }
 
+// As AppendHalves, of few octets in an alphabet of 4 bits, into a buffer of kNumberSize; null where
+// it is another case or a character is not there.
+const char* WriteHalves(const std::string& alphabet, std::string_view octets, char* buffer) {
+  if (alphabet.size() < 8 || alphabet.size() > 15 || octets.size() > kNumberSize / 2)
+    return nullptr;
+  const std::size_t size = alphabet.size();
+  for (const char c : octets) {
+    const std::size_t high = static_cast<unsigned char>(c) >> 4;
+    const std::size_t low = static_cast<unsigned char>(c) & 0x0F;
+    if (high >= size) return nullptr;
+    *buffer++ = alphabet[high];
+    if (low == 0x0F) return buffer;
+    if (low >= size) return nullptr;
+    *buffer++ = alphabet[low];
+  }
+  return buffer;
+}
+
 }  // namespace
 
 std::string DecodeRestrictedAlphabet(const std::string& alphabet, std::string_view octets) {
@@ -163,7 +181,11 @@ std::string_view CFIStrings::FromUtf16(std::string_view octets) {
 
 std::string_view CFIStrings::FromAlphabet(const FIEncodedString& string) {
   if (string.index > m_alphabets.size()) ThrowOutside(string.index, m_alphabets.size());
-  m_strValue = DecodeRestrictedAlphabet(m_alphabets[string.index - 1], string.octets);
+  const std::string& alphabet = m_alphabets[string.index - 1];
+  if (const char* const end = WriteHalves(alphabet, string.octets, m_number)) {
+    return {m_number, static_cast<std::size_t>(end - m_number)};
+  }
+  m_strValue = DecodeRestrictedAlphabet(alphabet, string.octets);
   return m_strValue;
 }
 

@@ -19,6 +19,8 @@
 // where PCRE2 can do that. It is anchored when it is compiled, since machine code can not be
 // anchored later.
 //
+// The plainest patterns are matched without PCRE2, which has only to find them good.
+//
 // Patterns like "(a+)+" can take a time that doubles with each char of the value. PCRE2 counts its
 // steps, and the limit grows with the value, so that matching takes a time in proportion to the
 // value; what meets the limit does not match. Memory is bounded alike: machine code starts on the
@@ -170,6 +172,7 @@ CPattern::CPattern(const std::string& pattern) {
     m_error = GetErrorText(error);
   } else {
     m_compiledToMachineCode = pcre2_jit_compile(m_code, PCRE2_JIT_COMPLETE) == 0;
+    m_plain = CPlainPattern::Parse(pattern);
   }
 }
 
@@ -199,6 +202,7 @@ bool CPattern::Matches(const std::string& value) const {
 }
 
 bool CPattern::Run(const char* subject, std::size_t length) const {
+  if (m_plain) return m_plain->Matches(std::string_view(subject, length));
   Scratch scratch(m_spare.exchange(nullptr, std::memory_order_acquire));
   if (scratch == nullptr) scratch = std::make_unique<MatchScratch>();
   const bool matches = RunWith(*scratch, subject, length);

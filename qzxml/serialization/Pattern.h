@@ -2,8 +2,11 @@
 
 #include <atomic>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+
+#include "qzxml/serialization/PlainPattern.h"
 
 struct pcre2_real_code_8;  // PCRE2's pcre2_code
 
@@ -35,7 +38,8 @@ class CPattern {
   bool Run(const char* subject, std::size_t length) const;
   bool RunWith(MatchScratch& scratch, const char* subject, std::size_t length) const;
 
-  pcre2_real_code_8* m_code = nullptr;  // null when refused
+  pcre2_real_code_8* m_code = nullptr;   // null when refused
+  std::optional<CPlainPattern> m_plain;  // which says the same in fewer steps
   bool m_compiledToMachineCode = false;
   std::string m_error;
   mutable std::atomic<MatchScratch*> m_spare{nullptr};  // owned; taken for the time of one match

@@ -12,6 +12,8 @@
 
 namespace QzXmlLib16 {
 
+class CQzException;
+
 // The base of every class that the generator makes from a schema. A generated class describes
 // itself in three tables, made once for the class under m_csInit and shared by all its objects:
 //
@@ -96,6 +98,31 @@ class QZXML_API CXmlGeneratedClass : public CXmlObjectBase {
 
   void ReadProperty(int propertyIndex, QzVariant& value) const;
 
+  // --- The steps of the walk that reads, for a class that knows shorter ways through ordinary
+  // documents and comes back here for all others
+
+  // The object takes the name of its element.
+  void TakeElementName(const CXmlElement& parent);
+  // Offers one attribute to the table: the index of the entry that took it, or -1.
+  int AttributeFromXml(const CSerializationContext& context, CXmlElement* parent,
+                       CXmlAttribute* attribute, bool failIfUnknown);
+  // Whether the object is nil, which an attribute has said.
+  bool IsNil(const CParentElementInfo& info) const;
+  // Offers the element at the cursor, or null behind the last one, to a member of a sequence in a
+  // real element, where unknown elements are no matter. False when the walk is to go back.
+  bool MemberFromXml(CElementInfo* member, CXmlElement* parent, CXmlElement** cursor,
+                     const CSerializationContext& context);
+  // The children, by the kind of the class's content; the first element that is left.
+  CXmlElement* ContentFromXml(const CParentElementInfo& info, CXmlElement* parent,
+                              CXmlElement* cursor, const CSerializationContext& context,
+                              bool optionalChoice);
+  // The class's own text.
+  void TextFromXml(const CParentElementInfo& info, const CXmlElement& parent);
+  // The failure of an element with a child that no member took.
+  [[noreturn]] static void ThrowLeftOver(const CXmlElement& parent, const CXmlElement& cursor);
+  // What goes around a failure, which is being handled, on its way out of FromXml_Int.
+  [[noreturn]] static void ThrowReadingFailed(const CXmlElement& parent, const CQzException& inner);
+
  private:
   friend class QzXmlLib16Data::CAttributeInfo;
   friend class QzXmlLib16Data::CElementInfo;
@@ -103,7 +130,6 @@ class QZXML_API CXmlGeneratedClass : public CXmlObjectBase {
   class CReadingWalk;
 
   INillable* AsNillable(const CParentElementInfo& info) const;
-  bool IsNil(const CParentElementInfo& info) const;
 
   // --- Writing
   void StartTagToXml(CXmlWriter* writer, bool root, const char* namespaceUri,
@@ -122,11 +148,6 @@ class QZXML_API CXmlGeneratedClass : public CXmlObjectBase {
                                  CXmlWriter* writer, bool optionalChoice) const;
 
   // --- Reading
-  void TakeElementName(const CXmlElement& parent);
-  CXmlElement* ContentFromXml(const CParentElementInfo& info, CXmlElement* parent,
-                              CXmlElement* cursor, const CSerializationContext& context,
-                              bool optionalChoice);
-  void TextFromXml(const CParentElementInfo& info, const CXmlElement& parent);
   void NilFromXml(const CXmlAttribute& attribute, const CXmlElement& parent);
   CXmlElement* ProcessElementSeqFromXml(const CSerializationContext& context, CXmlElement* parent,
                                         CXmlElement* cursor, XmlElementType elementType);

@@ -53,10 +53,12 @@ class FoundFlags {
 // --- What goes around a failure, and the failures of the walk. Out of line: the walk recurses, and
 // its frames hold nothing of this.
 
+}  // namespace
+
 // Meant: from the second level on only the message, the path and the inner exceptions go up, as a
 // plain CQzException; callers look at the innermost one for the kind of a failure.
-[[noreturn, gnu::noinline]] void ThrowReadingFailed(const CXmlElement& parent,
-                                                    const CQzException& inner) {
+[[gnu::noinline]] void CXmlGeneratedClass::ThrowReadingFailed(const CXmlElement& parent,
+                                                              const CQzException& inner) {
   if (inner.GetPath().empty()) {
     throw CQzValidationException("Failed to process the element.", parent.GetXPath(), inner);
   }
@@ -64,14 +66,16 @@ class FoundFlags {
   throw CQzException(inner);
 }
 
-[[noreturn, gnu::noinline]] void ThrowLeftOver(const CXmlElement& parent,
-                                               const CXmlElement& cursor) {
+[[gnu::noinline]] void CXmlGeneratedClass::ThrowLeftOver(const CXmlElement& parent,
+                                                         const CXmlElement& cursor) {
   throw CQzValidationException(
       FormatString("Failed read all the elements held within the element [%s]. The unexpected "
                    "element [%s] remains un processed",
                    parent.GetLocalName().c_str(), cursor.GetLocalName().c_str()),
       parent.GetXPath());
 }
+
+namespace {
 
 [[noreturn, gnu::noinline]] void ThrowNothingChosen(const CXmlElement& parent) {
   throw CQzValidationException(
@@ -286,22 +290,27 @@ void CXmlGeneratedClass::ProcessAttributesFromXml(const CSerializationContext& c
   CAttributeInfo** const table = GetClassAttributeInfo();
   FoundFlags found;
   for (CXmlAttribute* attribute : parent->GetAttributeRange()) {
-    if (attribute->IsNamespaceAttribute()) continue;
-    if (attribute->IsNilAttribute()) {
-      NilFromXml(*attribute, *parent);
-      continue;
-    }
-    int taken = 0;
-    while (table[taken] != nullptr && !table[taken]->AttributeFromXml(context, this, attribute)) {
-      ++taken;
-    }
-    if (table[taken] != nullptr) {
-      found.Set(taken, true);
-    } else if (failIfUnknown && !context.GetIgnoreUnknownAttributes()) {
-      ThrowUnexpectedAttribute(*attribute);
-    }
+    const int taken = AttributeFromXml(context, parent, attribute, failIfUnknown);
+    if (taken >= 0) found.Set(taken, true);
   }
   for (int i = 0; table[i] != nullptr; ++i) table[i]->Validate(context, found.Test(i));
+}
+
+int CXmlGeneratedClass::AttributeFromXml(const CSerializationContext& context, CXmlElement* parent,
+                                         CXmlAttribute* attribute, bool failIfUnknown) {
+  if (attribute->IsNamespaceAttribute()) return -1;
+  if (attribute->IsNilAttribute()) {
+    NilFromXml(*attribute, *parent);
+    return -1;
+  }
+  CAttributeInfo** const table = GetClassAttributeInfo();
+  int taken = 0;
+  while (table[taken] != nullptr && !table[taken]->AttributeFromXml(context, this, attribute)) {
+    ++taken;
+  }
+  if (table[taken] != nullptr) return taken;
+  if (failIfUnknown && !context.GetIgnoreUnknownAttributes()) ThrowUnexpectedAttribute(*attribute);
+  return -1;
 }
 
 void CXmlGeneratedClass::NilFromXml(const CXmlAttribute& attribute, const CXmlElement& parent) {
@@ -348,6 +357,12 @@ CXmlElement* CXmlGeneratedClass::ProcessElementSeqFromXml(const CSerializationCo
     if (cursor == nullptr) return nullptr;
     // Meant: the last member is asked again, so that a collection goes on behind unknown elements.
   }
+}
+
+bool CXmlGeneratedClass::MemberFromXml(CElementInfo* member, CXmlElement* parent,
+                                       CXmlElement** cursor, const CSerializationContext& context) {
+  const CReadingWalk walk(*this, context, parent, *cursor, XmlElementType::XmlElementType_Element);
+  return walk.OfferInTurn(member, cursor);
 }
 
 CXmlElement* CXmlGeneratedClass::ProcessElementAllFromXml(const CSerializationContext& context,

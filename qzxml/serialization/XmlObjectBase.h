@@ -244,6 +244,7 @@ class QZXML_API CXmlObjectBase : public IEventSink {
 
   // The walks reach the protected operations of objects of every class.
   friend class CAttributeCol;
+  friend class CBoundClass;
   friend class CElement;
   friend class CElementCol;
   friend class CXmlCollection;
@@ -259,6 +260,7 @@ class QZXML_API CXmlObjectBase : public IEventSink {
 
   std::string m_strElementName;
   std::atomic<std::int32_t> m_lRefCount;
+  bool m_isBound = false;  // a CBoundClass, which is asked of every item of a collection
 };
 
 inline std::int32_t CXmlObjectBase::AddRef() {

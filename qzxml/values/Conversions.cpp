@@ -9,6 +9,7 @@
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/values/ConversionsDetail.h"
 #include "qzxml/values/Messages.h"
+#include "qzxml/values/PlainNumbers.h"
 
 // Binary data, integers, text and booleans; reals are in ConversionsReal.cpp, dates, durations and
 // numbers of any size in ConversionsObjects.cpp. A FromString applies the rule to a view of the
@@ -91,35 +92,11 @@ template <typename Integer>
   return ParseInteger<Integer>(detail::ApplyRule(rule, value, scratch), kind);
 }
 
-// As many digits as the numbers of 64 bits surely take.
-constexpr std::ptrdiff_t kMostPlainDigits = 18;
-
-// Reads a text that is nothing but a number in range, without zeros beyond what a number of 64 bits
-// takes; false for any other.
-template <typename Integer>
-bool ParsePlainInteger(const std::string& text, Integer& value) {
-  using Limits = std::numeric_limits<Integer>;
-  const char* at = text.data();
-  const char* const end = at + text.size();
-  const bool negative = std::is_signed_v<Integer> && *at == '-';  // at a zero byte, if need be
-  if (negative) ++at;
-  if (at == end || end - at > kMostPlainDigits) return false;
-  std::uint64_t magnitude = 0;
-  for (; at != end; ++at) {
-    const unsigned digit = static_cast<unsigned char>(*at) - unsigned{'0'};
-    if (digit > 9) return false;
-    magnitude = magnitude * 10 + digit;
-  }
-  if (magnitude > static_cast<std::uint64_t>(Limits::max()) + (negative ? 1 : 0)) return false;
-  value = static_cast<Integer>(negative ? 0 - magnitude : magnitude);
-  return true;
-}
-
 // A text that is nothing but a number has no white space, so no rule changes it.
 template <typename Integer>
 Integer IntegerFromString(const std::string& value, Rule rule, const char* kind) {
   Integer number = 0;
-  if (ParsePlainInteger(value, number) && detail::IsKnownRule(rule)) return number;
+  if (detail::ParsePlainInteger(value, number) && detail::IsKnownRule(rule)) return number;
   return IntegerFromRuledText<Integer>(value, rule, kind);
 }
 

@@ -105,6 +105,7 @@ bool IsCollapsedInside(std::string_view text) {
 }
 
 std::string_view CollapseView(std::string_view value, std::string& scratch) {
+  if (!detail::HoldsBlank(value)) return value;
   std::string_view inside = value;
   while (!inside.empty() && IsBlank(inside.front())) inside.remove_prefix(1);
   while (!inside.empty() && IsBlank(inside.back())) inside.remove_suffix(1);

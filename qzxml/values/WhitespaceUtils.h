@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -40,6 +43,28 @@ class QZXML_API CWhitespaceUtils {
 };
 
 namespace detail {
+
+// Whether one of the bytes is a space or below it, as all white space and the zero byte are. Eight
+// bytes are looked at at a time; the last ones may overlap those before.
+inline bool HoldsBlank(std::string_view text) {
+  const char* const bytes = text.data();
+  const std::size_t size = text.size();
+  constexpr std::uint64_t kEach = 0x0101010101010101;
+  const auto find = [bytes](std::size_t at) {
+    std::uint64_t word;
+    std::memcpy(&word, bytes + at, sizeof word);
+    return (word - kEach * 0x21) & ~word;  // the high bit of the lowest such byte, at least
+  };
+  if (size >= 8) {
+    std::uint64_t found = find(size - 8);
+    for (std::size_t at = 0; at + 8 < size; at += 8) found |= find(at);
+    return (found & kEach * 0x80) != 0;
+  }
+  for (std::size_t i = 0; i < size; ++i) {
+    if (static_cast<unsigned char>(bytes[i]) <= ' ') return true;
+  }
+  return false;
+}
 
 // As CWhitespaceUtils::ApplyRule, but copies only what changes: the result lies in value, or in
 // scratch where the rule had to rewrite it. It is not zero-terminated.

@@ -65,7 +65,8 @@ CNameTable::Entry* CNameTable::Insert(std::string_view key, std::uint64_t hash,
             hash,
             nullptr,
             storedKey};
-  if (*storedUri == kXmlSchemaInstanceNamespace || *storedUri == kXmlnsNamespace) {
+  if (uri == std::string_view(kXmlSchemaInstanceNamespace) ||
+      uri == std::string_view(kXmlnsNamespace)) {
     entry->isNamespaceAttribute =
         IsOneOf(entry->localName, {"xmlns", "type", "schemaLocation", "noNamespaceSchemaLocation"});
     entry->isNilAttribute = entry->localName == "nil";

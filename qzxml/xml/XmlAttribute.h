@@ -13,8 +13,9 @@ namespace QzXmlLib16 {
 class CXmlElement;
 
 namespace detail {
+class CReadName;
 class CXmlNodes;
-}
+}  // namespace detail
 
 // An attribute of a CXmlElement: a name, a namespace and a value in the local encoding.
 // It belongs to its element and lives as long; it never changes.
@@ -48,6 +49,7 @@ class QZXML_API CXmlAttribute final : public CInstanceMonitor {
  private:
   friend class CXmlElement;
   friend class CXmlAttributeRange;
+  friend class detail::CReadName;
   friend class detail::CXmlNodes;
 
   CXmlAttribute(const CXmlElement* parent, const detail::XmlName* name);

@@ -19,6 +19,7 @@ class CFastInfosetReader;
 class CXmlDocument;
 
 namespace detail {
+class CReadName;
 class CTakenElements;
 class CXmlNodes;
 }  // namespace detail
@@ -108,6 +109,7 @@ class QZXML_API CXmlElement final : public CInstanceMonitor {
   friend class CFastInfosetReader;
   friend class CXmlAttribute;
   friend class CXmlDocument;
+  friend class detail::CReadName;
   friend class detail::CXmlNodes;
 
   CXmlElement(const CXmlElement* parent, const detail::XmlName* name);

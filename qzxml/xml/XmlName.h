@@ -21,6 +21,8 @@ struct XmlName {
   bool isNilAttribute;           // as CXmlAttribute::IsNilAttribute answers
   // The text stored last for a parent element of this name, or null.
   mutable const StoredText* lastText;
+  // The member of a class that was last found to have this name, or null; see CReadPlan.
+  mutable const void* lastMember = nullptr;
 };
 
 }  // namespace detail
