@@ -6,7 +6,8 @@
 #                [PARTS <number>])     how many sources, where the program is built in this project
 #
 # Makes C++ classes of XML schemas and adds them to a target of this folder, which includes them as
-# "<namespace>/<namespace>.h". A target that is no program hands the include folder on.
+# "<namespace>/<namespace>.h". A target that is no program hands the include folder on. Schemas of one
+# C++ namespace go into one call; each call has a folder of its own.
 #
 # With an installed program the classes are made when CMake configures, and a change of a schema, or
 # of a file that it includes or imports, makes it configure again; files whose text stays the same are
@@ -21,11 +22,22 @@ function(qzxml_generate)
   if(arg_UNPARSED_ARGUMENTS)
     message(FATAL_ERROR "qzxml_generate: unknown arguments: ${arg_UNPARSED_ARGUMENTS}")
   endif()
+  if(arg_KEYWORDS_MISSING_VALUES)
+    message(FATAL_ERROR "qzxml_generate: nothing stands behind ${arg_KEYWORDS_MISSING_VALUES}")
+  endif()
   if(NOT arg_TARGET OR NOT arg_SCHEMAS)
     message(FATAL_ERROR "qzxml_generate: TARGET and SCHEMAS are needed")
   endif()
   if(NOT TARGET ${arg_TARGET})
     message(FATAL_ERROR "qzxml_generate: there is no target ${arg_TARGET}")
+  endif()
+  get_target_property(type ${arg_TARGET} TYPE)
+  get_target_property(aliased ${arg_TARGET} ALIASED_TARGET)
+  if(aliased OR NOT type MATCHES "^(EXECUTABLE|(STATIC|SHARED|MODULE|OBJECT)_LIBRARY)$")
+    message(FATAL_ERROR "qzxml_generate: ${arg_TARGET} is no program or library that is compiled")
+  endif()
+  if(arg_PARTS AND NOT arg_PARTS MATCHES "^[1-9][0-9]*$")
+    message(FATAL_ERROR "qzxml_generate: PARTS ${arg_PARTS} is no number")
   endif()
   if(NOT TARGET QzXml::qzxml_program)
     message(FATAL_ERROR "qzxml_generate: this build of QzXml has no program qzxml; it is built with "
@@ -33,6 +45,12 @@ function(qzxml_generate)
   endif()
 
   _qzxml_generate_arguments()
+  get_property(outputs GLOBAL PROPERTY QZXML_GENERATE_OUTPUTS)
+  if(output IN_LIST outputs)
+    message(FATAL_ERROR "qzxml_generate: another call writes into ${output}. Name all schemas of a "
+                        "namespace in one call, or another folder with OUTPUT.")
+  endif()
+  set_property(GLOBAL APPEND PROPERTY QZXML_GENERATE_OUTPUTS ${output})
   get_target_property(is_imported QzXml::qzxml_program IMPORTED)
   if(is_imported)
     _qzxml_generate_now()
@@ -40,7 +58,6 @@ function(qzxml_generate)
     _qzxml_generate_by_build()
   endif()
 
-  get_target_property(type ${arg_TARGET} TYPE)
   if(type STREQUAL "EXECUTABLE")
     target_include_directories(${arg_TARGET} PRIVATE ${output})
   else()
@@ -85,14 +102,15 @@ endmacro()
 
 macro(_qzxml_generate_now)
   get_target_property(program QzXml::qzxml_program LOCATION)
-  # Also when it fails, so that mending a schema is enough to configure again.
+  # Also when it fails, so that mending a schema is enough to configure again. The list of files is
+  # one of them, so that what is removed comes back.
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS
-    ${schemas} ${catalogs} ${program})
+    ${schemas} ${catalogs} ${program} ${output}/qzxml-files.txt)
   execute_process(COMMAND ${program} ${arguments}
     RESULT_VARIABLE result OUTPUT_VARIABLE messages ERROR_VARIABLE messages)
   string(STRIP "${messages}" messages)
   if(NOT result EQUAL 0)
-    message(FATAL_ERROR "qzxml_generate: ${result}\n${messages}")
+    message(FATAL_ERROR "qzxml_generate: no classes for ${arg_TARGET} (${result}):\n${messages}")
   elseif(messages)
     message(STATUS "qzxml_generate for ${arg_TARGET}:\n${messages}")
   endif()
