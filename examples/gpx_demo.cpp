@@ -1,12 +1,12 @@
-// Reads a GPX file, prints what it holds, changes it, writes it back indented, shows one object as
-// XML, JSON and Fast Infoset, plain and compressed, with sizes, and what a wrong value, a missing
-// attribute and a missing element are answered with. With --times it also tells how long writing
-// and reading the object take.
+// Reads a GPX file, prints what it holds, changes it and writes it back; writes its tracks as XML,
+// JSON and Fast Infoset, plain and compressed, and reads them again; and shows what a wrong value
+// and what is missing are answered with. With --times it tells how long writing and reading take.
 //
 // usage: gpx_demo [--times] [FILE]
 #include <chrono>
-#include <cstdio>
-#include <exception>
+#include <cmath>
+#include <iomanip>
+#include <iostream>
 #include <string>
 
 #include "gpx/gpx.h"
@@ -14,33 +14,38 @@
 #include "survey/survey.h"
 
 using namespace QzXmlLib16;
+using std::cout;
+using std::setw;
 
 namespace {
 
-void PrintPoints(const char* what, const CObjectCol<gpx::CWptType>& points) {
-  int number = 0;
-  for (const auto& point : points) {
-    if (++number > 3) break;
-    std::printf("    %s %d: %s, %s", what, number, point->GetLat().ToString(5).c_str(),
-                point->GetLon().ToString(5).c_str());
-    if (point->GetEle()) std::printf(", %s m", point->GetEle()->ToString(1).c_str());
-    if (point->GetTime()) std::printf(", %s", point->GetTime()->ToString().c_str());
-    if (point->GetName()) std::printf(", %s", point->GetName()->c_str());
-    std::printf("\n");
+// --- Reading
+
+void Print(const char* what, const CObjectCol<gpx::CWptType>& points) {
+  for (int i = 0; i < points.size() && i < 3; ++i) {
+    const auto point = points[i];
+    cout << "    " << what << ' ' << i + 1 << ": " << point->GetLat().ToString(5) << ", "
+         << point->GetLon().ToString(5);
+    if (point->GetEle()) cout << ", " << point->GetEle()->ToString(1) << " m";
+    if (point->GetTime()) cout << ", " << point->GetTime()->ToString();
+    if (point->GetName()) cout << ", " << *point->GetName();
+    cout << '\n';
   }
-  if (points.size() > number) std::printf("    ... %d in all\n", points.size());
+  if (points.size() > 3) cout << "    ... " << points.size() << " in all\n";
 }
 
 void Print(const gpx::CGpxType& document) {
-  std::printf("GPX %s, made by %s\n", document.GetVersion().c_str(), document.GetCreator().c_str());
-  std::printf("  %d waypoints\n", document.GetWpts().size());
-  PrintPoints("waypoint", document.GetWpts());
+  cout << "GPX " << document.GetVersion() << ", made by " << document.GetCreator() << "\n  "
+       << document.GetWpts().size() << " waypoints\n";
+  Print("waypoint", document.GetWpts());
   for (const auto& track : document.GetTrks()) {
-    std::printf("  track %s, %d segments\n", track->GetName().value_or("?").c_str(),
-                track->GetTrksegs().size());
-    for (const auto& segment : track->GetTrksegs()) PrintPoints("point", segment->GetTrkpts());
+    cout << "  track " << track->GetName().value_or("?") << ", " << track->GetTrksegs().size()
+         << " segments\n";
+    for (const auto& segment : track->GetTrksegs()) Print("point", segment->GetTrkpts());
   }
 }
+
+// --- Changing
 
 template <typename Collection>
 void Shorten(Collection& items, int count) {
@@ -56,140 +61,121 @@ void Change(gpx::CGpxType& document) {
     for (const auto& segment : track->GetTrksegs()) Shorten(segment->GetTrkpts(), 2);
   }
   document.GetWpts().Clear();
-
   const auto waypoint = document.GetWpts().Add();
   waypoint->SetLat(45.2761);
   waypoint->SetLon(13.7226);
   waypoint->SetName("Višnjan");
   waypoint->SetFix(gpx::FixType_3d);
-
   survey::CSurvey survey;
   survey.SetBy("the demo");
   survey.SetAccuracy(2.5);
   waypoint->EnsureExtensions()->GetAnyElements().Add(new CElement(&survey, nullptr));
 }
 
-// --- One object in several forms
+// --- Three formats
 
-using Context = CSerializationContext;
-using Track = gpx::CTrkType;
-
-Context NewContext() {
-  Context context;
+CSerializationContext MakeContext() {
+  CSerializationContext context;
   context.SetIndentChars("  ");
   context.SetDefaultNamespaceURI(gpx::kNamespace);
-  return context;
-}
-
-Context TrackContext() {
-  Context context = NewContext();
   // JSON declares namespaces on its root alone, so that all of them have to be known there.
   context.GetNamespaceAliases().Add("gpxx", "http://www.garmin.com/xmlschemas/GpxExtensions/v3");
   context.GetFIContext().SetSuggestedValues();
   return context;
 }
 
-// The three formats of one object, side by side.
+const CSerializationContext kContext = MakeContext();
+
 const struct {
   const char* name;
-  CBinaryData (*write)(const Track& track, const Context& context, CompressionType compression);
-  void (*read)(Track& track, const CBinaryData& bytes);
+  CBinaryData (*write)(const gpx::CTrkType& track, CompressionType compression);
+  void (*read)(gpx::CTrkType& track, const CBinaryData& bytes);
 } kFormats[] = {
     {"XML",
-     [](const Track& track, const Context& context, CompressionType compression) {
-       return track.ToXmlStream(true, false, XmlEncoding_UTF8, EOLType_LF, context, compression);
+     [](auto& track, auto compression) {
+       return track.ToXmlStream(true, false, XmlEncoding_UTF8, EOLType_LF, kContext, compression);
      },
-     [](Track& track, const CBinaryData& bytes) { track.FromXmlStream(bytes); }},
+     [](auto& track, auto& bytes) { track.FromXmlStream(bytes); }},
     {"JSON",
-     [](const Track& track, const Context& context, CompressionType compression) {
-       return track.ToJsonStream(false, XmlEncoding_UTF8, EOLType_LF, context, compression);
+     [](auto& track, auto compression) {
+       return track.ToJsonStream(false, XmlEncoding_UTF8, EOLType_LF, kContext, compression);
      },
-     [](Track& track, const CBinaryData& bytes) { track.FromJsonStream(bytes); }},
+     [](auto& track, auto& bytes) { track.FromJsonStream(bytes); }},
     {"Fast Infoset",
-     [](const Track& track, const Context& context, CompressionType compression) {
-       return track.ToFastInfosetStream(FInfoDecl_None, context, compression);
+     [](auto& track, auto compression) {
+       return track.ToFastInfosetStream(FInfoDecl_None, kContext, compression);
      },
-     [](Track& track, const CBinaryData& bytes) { track.FromXmlStream(bytes); }},
+     [](auto& track, auto& bytes) { track.FromXmlStream(bytes); }},
 };
 
-// The track without its open content, which keeps the white space between its elements as text.
-std::string WithoutExtensions(Track& track) {
-  track.SetExtensions(nullptr);
-  return track.ToXml();
-}
-
-void PrintSizes(const Track& track) {
-  const struct {
-    const char* name;
-    CompressionType type;
-  } forms[] = {{"plain", CompressionType_None},
-               {"gzip", CompressionType_GZip},
-               {"zlib", CompressionType_ZLib}};
-  Track original;
-  original.FromXml(track.ToXml().c_str());
-  const std::string expected = WithoutExtensions(original);
-
-  std::printf("\nThe whole track, in octets:\n  %-8s", "");
-  for (const auto& format : kFormats) std::printf("%14s", format.name);
-  for (const auto& form : forms) {
-    std::printf("\n  %-8s", form.name);
+void PrintSizes(const gpx::CTrkType& track) {
+  cout << "\nThe whole track, in octets:\n          ";
+  for (const auto& format : kFormats) cout << setw(14) << format.name;
+  std::string first;
+  for (const auto& [name, compression] : {std::pair("plain", CompressionType_None),
+                                          {"gzip", CompressionType_GZip},
+                                          {"zlib", CompressionType_ZLib}}) {
+    cout << "\n  " << std::left << setw(8) << name << std::right;
     for (const auto& format : kFormats) {
-      const CBinaryData bytes = format.write(track, TrackContext(), form.type);
-      std::printf("%14u", bytes.GetLength());
+      const CBinaryData bytes = format.write(track, compression);
+      cout << setw(14) << bytes.GetLength();
       // Reading any of them gives the same track; compression is recognised by itself.
-      Track copy;
+      gpx::CTrkType copy;
       format.read(copy, bytes);
-      if (WithoutExtensions(copy) != expected) throw CQzException("The track did not come back.");
+      copy.SetExtensions(nullptr);  // open content keeps the white space between its elements
+      if (first.empty()) first = copy.ToXml();
+      if (copy.ToXml() != first) throw CQzException("The track did not come back.");
     }
   }
-  std::printf("\n  and the same track again from each of the nine\n");
+  cout << "\n  and the same track again from each of the nine\n";
 }
 
-// Microseconds that the work takes, once it has run often enough to tell.
 template <typename Work>
-double MicrosecondsOf(Work work) {
-  using Clock = std::chrono::steady_clock;
+void PrintTime(Work work) {
   constexpr int kTimes = 200;
-  const Clock::time_point begin = Clock::now();
+  const auto begin = std::chrono::steady_clock::now();
   for (int i = 0; i < kTimes; ++i) work();
-  return std::chrono::duration<double, std::micro>(Clock::now() - begin).count() / kTimes;
+  const std::chrono::duration<double, std::micro> taken = std::chrono::steady_clock::now() - begin;
+  cout << setw(9) << std::lround(taken.count() / kTimes);
 }
 
-void PrintTimes(const Track& track) {
-  const Context context = TrackContext();
-  std::printf("\nWriting and reading it, in microseconds:\n  %-14s%9s%9s\n", "", "write", "read");
+void PrintTimes(const gpx::CTrkType& track) {
+  cout << "\nWriting and reading it, in microseconds:\n                    write     read";
   for (const auto& format : kFormats) {
-    const CBinaryData bytes = format.write(track, context, CompressionType_None);
-    const double write =
-        MicrosecondsOf([&] { format.write(track, context, CompressionType_None); });
-    const double read = MicrosecondsOf([&] {
-      Track copy;
+    cout << "\n  " << std::left << setw(14) << format.name << std::right;
+    const CBinaryData bytes = format.write(track, CompressionType_None);
+    PrintTime([&] { format.write(track, CompressionType_None); });
+    PrintTime([&] {
+      gpx::CTrkType copy;
       format.read(copy, bytes);
     });
-    std::printf("  %-14s%9.0f%9.0f\n", format.name, write, read);
   }
+  cout << '\n';
 }
 
-// The text of the failure that a piece of work is answered with.
+// --- What is refused
+
 template <typename Work>
 void Refuse(const char* what, Work work) {
-  std::printf("\n%s\n", what);
+  cout << '\n' << what << "\n  ";
   try {
     work();
-    std::printf("  was accepted\n");
+    cout << "was accepted\n";
   } catch (const CQzException& e) {
-    std::string text = "  " + e.GetFullMessage();
-    ReplaceAll(text, "\n", "\r");
-    ReplaceAll(text, "\r", "\n  ");
-    std::printf("%s\n", text.c_str());
+    std::string text = e.GetFullMessage();
+    ReplaceAll(text, "\r", "\n");
+    ReplaceAll(text, "\n", "\n  ");
+    cout << text << '\n';
   }
 }
 
-void RefuseDocument(const char* what, const char* waypoint) {
-  const std::string text =
-      "<gpx xmlns='http://www.topografix.com/GPX/1/1' version='1.1' creator='demo'>" +
-      std::string(waypoint) + "</gpx>";
-  Refuse(what, [&] { gpx::NewGpx()->FromXml(text.c_str()); });
+void RefuseWaypoint(const char* what, const std::string& waypoint) {
+  Refuse(what, [&] {
+    gpx::CGpxType().FromXml(("<gpx xmlns='http://www.topografix.com/GPX/1/1' version='1.1'"
+                             " creator='demo'>" +
+                             waypoint + "</gpx>")
+                                .c_str());
+  });
 }
 
 void Run(const char* file, bool withTimes) {
@@ -200,38 +186,28 @@ void Run(const char* file, bool withTimes) {
     PrintSizes(*track);
     if (withTimes) PrintTimes(*track);
   }
-
   Change(document);
-  Context context = NewContext();
+  CSerializationContext context = kContext;
   context.GetNamespaceAliases().Add("s", survey::kNamespace);
-  std::printf("\nChanged and written back:\n%s",
-              document.ToXml(true, true, EOLType_LF, context).c_str());
+  cout << "\nChanged and written back:\n" << document.ToXml(true, true, EOLType_LF, context);
   for (const auto& track : document.GetTrks()) {
-    std::printf("\nIts track as JSON:\n%s\n",
-                track->ToJson(true, EOLType_LF, TrackContext()).c_str());
+    cout << "\nIts track as JSON:\n" << track->ToJson(true, EOLType_LF, kContext) << '\n';
   }
-
   Refuse("A latitude of 91 degrees, set by a program:", [&] { document.GetWpts()[0]->SetLat(91); });
-  RefuseDocument("A latitude of 91 degrees, read from a document:", "<wpt lat='91' lon='0'/>");
-  RefuseDocument("A point without its longitude:", "<wpt lat='45'/>");
+  RefuseWaypoint("A latitude of 91 degrees, read from a document:", "<wpt lat='91' lon='0'/>");
+  RefuseWaypoint("A point without its longitude:", "<wpt lat='45'/>");
   Refuse("A survey without the element that has to be there:", [] {
-    survey::NewSurvey()->FromXml(
-        "<survey xmlns='urn:example:survey'><accuracy>1</accuracy></survey>");
+    survey::CSurvey().FromXml("<survey xmlns='urn:example:survey'><accuracy>1</accuracy></survey>");
   });
 }
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
   const bool withTimes = argc > 1 && argv[1] == std::string("--times");
   const int file = withTimes ? 2 : 1;
-  try {
-    Run(argc > file ? argv[file] : QZXML_EXAMPLE_DATA "/around-visnjan-with-car.gpx", withTimes);
-    return 0;
-  } catch (const CQzException& e) {
-    std::fprintf(stderr, "%s\n", e.GetFullMessage().c_str());
-  } catch (const std::exception& e) {
-    std::fprintf(stderr, "%s\n", e.what());
-  }
+  Run(argc > file ? argv[file] : QZXML_EXAMPLE_DATA "/around-visnjan-with-car.gpx", withTimes);
+} catch (const CQzException& e) {
+  std::cerr << e.GetFullMessage() << '\n';
   return 1;
 }
