@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <memory>
 #include <vector>
 
 #include "qzxml/binding/Messages.h"
+#include "qzxml/binding/SimpleElement.h"
+#include "qzxml/binding/TypeOfElement.h"
 #include "qzxml/collections/AttributeCol.h"
 #include "qzxml/collections/Element.h"
 #include "qzxml/runtime/Functions.h"
@@ -79,12 +82,13 @@ struct Choice {
   using UntypedMany = CElementInfoChoiceUntpdCol;
 };
 
-// What the walks check once more on the way out. A real may leave as a text (KeepEveryDigit); it
-// was checked on its way in.
+// What the walks check once more on the way out. A real or a duration may leave as a text
+// (KeepEveryDigit); it was checked on its way in.
 const CPrimitiveRestrictions& RestrictionsOf(const CSimpleTypeInfo& type) {
   static const CPrimitiveRestrictions kNone;
-  const bool isReal = type.GetKind() == ItemType_r4 || type.GetKind() == ItemType_r8;
-  return isReal ? kNone : type.GetRestrictions();
+  const ItemType kind = type.GetKind();
+  const bool mayBeText = kind == ItemType_r4 || kind == ItemType_r8 || kind == ItemType_duration;
+  return mayBeText ? kNone : type.GetRestrictions();
 }
 
 // Makes the entry of one child.
@@ -194,7 +198,7 @@ class CElementMaker {
   int m_index;
 };
 
-CElementInfo* NewElementInfo(XmlElementGroupType group, const CMember& member, int index) {
+CElementInfo* MakeElementInfo(XmlElementGroupType group, const CMember& member, int index) {
   switch (group) {
     case XmlElementGroupType_Choice:
       return CElementMaker<Choice>(member, index).Make();
@@ -204,6 +208,15 @@ CElementInfo* NewElementInfo(XmlElementGroupType group, const CMember& member, i
     default:
       return CElementMaker<Sequence>(member, index).Make();
   }
+}
+
+// The entry, with what the tables cannot say of a value.
+CElementInfo* NewElementInfo(XmlElementGroupType group, const CMember& member, int index) {
+  CElementInfo* const made = MakeElementInfo(group, member, index);
+  if (member.form == MemberForm::Value && !member.IsCollection()) {
+    made->SetRules(std::make_unique<CSimpleElementRules>(member));
+  }
+  return made;
 }
 
 // --- Attributes
@@ -225,6 +238,26 @@ class CWildcardAttributeInfo : public CAttributeInfoAny {
   const CMember& m_member;
 };
 
+// A value whose text has to be one of XML Schema's.
+class CValueAttributeInfo : public CAttributeInfoPrimitive {
+ public:
+  CValueAttributeInfo(const CMember& member, int index)
+      : CAttributeInfoPrimitive(member.name, member.namespaceUri, index, member.occurs.min == 0,
+                                member.type->GetKind(), nullptr, member.type->GetWhitespaceRule(),
+                                RestrictionsOf(*member.type), member.defaultValue),
+        m_kind(member.type->GetKind()) {}
+
+  bool AttributeFromXml(const CSerializationContext& context, CXmlGeneratedClass* object,
+                        CXmlAttribute* attribute) override {
+    if (!HasName(*attribute) || !HasNamespace(*attribute)) return false;
+    RequireLexicalForm(m_kind, attribute->GetValueView());
+    return CAttributeInfoPrimitive::AttributeFromXml(context, object, attribute);
+  }
+
+ private:
+  ItemType m_kind;
+};
+
 CAttributeInfo* NewAttributeInfo(const CMember& member, int index) {
   const bool optional = member.occurs.min == 0;
   const CSimpleTypeInfo& type = *member.type;
@@ -233,9 +266,12 @@ CAttributeInfo* NewAttributeInfo(const CMember& member, int index) {
                                   type.GetEnumToString(), type.GetStringToEnum(),
                                   member.defaultValue);
   }
-  return new CAttributeInfoPrimitive(member.name, member.namespaceUri, index, optional,
-                                     type.GetKind(), nullptr, type.GetWhitespaceRule(),
-                                     RestrictionsOf(type), member.defaultValue);
+  return new CValueAttributeInfo(member, index);
+}
+
+// Whether the value is a duration of nothing.
+bool IsNoTime(const QzVariant& value) {
+  return value.GetTypeAsEnum() == ItemType_duration && value.ToString(nullptr).back() == 'P';
 }
 
 // A property of a member that a restriction has taken away is in no table.
@@ -295,11 +331,13 @@ CParentElementInfo* NewClassInfo(const CClassBinding& binding, bool withType) {
     textIndex = i;
     textKind = member.type->IsEnumeration() ? ItemType_string : member.type->GetKind();
   }
-  // A group is asked for the attributes of the element around it, of which it knows nothing.
+  // The attributes of the element around a group are none of the group's.
   const bool failsOnUnknown = traits.elementType == XmlElementType_Element;
-  return new CParentElementInfo(traits.group, traits.elementType, traits.typeName,
-                                traits.namespaceUri, failsOnUnknown, withType, textIndex, textKind,
-                                nullptr, textIndex != -1);
+  auto info = std::make_unique<CParentElementInfo>(
+      traits.group, traits.elementType, traits.typeName, traits.namespaceUri, failsOnUnknown,
+      withType, textIndex, textKind, nullptr, textIndex != -1);
+  if (!failsOnUnknown) info->SetReadsNoAttributes();
+  return info.release();
 }
 
 CObjectHandle NewMemberObject(const CMember& member) {
@@ -323,6 +361,7 @@ void KeepEveryDigit(QzVariant& value) {
     end = std::to_chars(text, text + sizeof text, value.GetR4(), std::chars_format::scientific);
     shown = 7;
   } else {
+    if (IsNoTime(value)) value.SetString("PT0S");
     return;
   }
   const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
@@ -334,6 +373,18 @@ void KeepEveryDigit(QzVariant& value) {
 }
 
 // --- Failures
+
+namespace {
+
+// Whether two texts are the same value to the rules of a type, as "1.0" and "1.00" are to a union
+// with float.
+bool IsSameByRules(const CSimpleTypeInfo& type, const std::string& text, const std::string& value) {
+  if (type.GetRules() == nullptr) return false;
+  const char* const values[] = {value.c_str()};
+  return CTextRules(*type.GetRules()).Enumeration(values).Accepts(text);
+}
+
+}  // namespace
 
 void CheckFixed(const CMember& member, const QzVariant& value) {
   const CSimpleTypeInfo& type = *member.type;
@@ -347,7 +398,7 @@ void CheckFixed(const CMember& member, const QzVariant& value) {
     fixedValue.FromString(fixed, type.GetKind(), type.GetWhitespaceRule());
     fixed = fixedValue.ToString(nullptr);
   }
-  if (text == fixed) return;
+  if (text == fixed || IsSameByRules(type, text, fixed)) return;
   throw CQzInvalidValueException(
       FormatString(kNotFixedValue, text.c_str(), member.name, fixed.c_str()));
 }
@@ -379,7 +430,7 @@ bool HasOnlyWhitespace(std::string_view text) {
   return true;
 }
 
-void RequireNoText(CXmlElement& element) {
+void RequireNoText(const CXmlElement& element) {
   const std::string_view text = element.GetTextView();
   if (HasOnlyWhitespace(text)) return;
   const std::size_t first = text.find_first_not_of(" \t\r\n");
@@ -387,6 +438,36 @@ void RequireNoText(CXmlElement& element) {
   const std::string shown(text.substr(first, kMostShown));
   throw CQzValidationException(
       FormatString(kUnexpectedText, shown.c_str(), element.GetLocalName().c_str()),
+      element.GetXPath());
+}
+
+void RequireNoChild(const CXmlElement& element) {
+  const CXmlElement* const child = element.GetFirstElement();
+  if (child == nullptr) return;
+  throw CQzValidationException(FormatString(Messages::kLeftOver, element.GetLocalName().c_str(),
+                                            child->GetLocalName().c_str()),
+                               element.GetXPath());
+}
+
+void RequireOwnType(const CClassBinding& binding, const CXmlElement& element) {
+  const CTypeOfElement type(element);
+  if (type.name.empty()) return;
+  const CClassTraits& traits = binding.GetTraits();
+  if (type.IsNamed(traits.namespaceUri, traits.typeName)) return;
+  // The classes of global elements of a simple type and of anyType have no name of a type.
+  const bool isNameless = *traits.typeName == '\0' && binding.GetMemberCount() > 0;
+  const CMember* const first = isNameless ? &binding.GetMember(0) : nullptr;
+  if (isNameless && first->form == MemberForm::Text) {
+    return RequireSimpleType(*first, element, false);
+  }
+  if (isNameless && first->form == MemberForm::AnyAttribute && binding.GetMemberCount() == 3)
+    return;
+  ThrowUnsuitableType(type.name, element);
+}
+
+void ThrowUnsuitableType(const std::string& typeName, const CXmlElement& element) {
+  throw CQzValidationException(
+      FormatString(kUnsuitableType, typeName.c_str(), element.GetLocalName().c_str()),
       element.GetXPath());
 }
 

@@ -23,8 +23,9 @@ bool WildcardTakes(const CMember& member, std::string_view namespaceUri);
 // A new object of a member that is no collection; null for an abstract type.
 CObjectHandle NewMemberObject(const CMember& member);
 
-// A real that has more digits than its text shows becomes the shortest text that reads back as the
-// same value: 16 digits of a double, or 7 of a float, do not tell all of them apart.
+// A value whose text does not read back as the same value becomes a text that does: a real that has
+// more digits than its text shows (16 of a double, or 7 of a float, do not tell all of them apart)
+// the shortest one, and no time at all, which the library writes as "P", "PT0S".
 void KeepEveryDigit(QzVariant& value);
 
 // Throws CQzInvalidValueException "The value [%s] of %s is not the fixed value [%s]" for another
@@ -40,7 +41,15 @@ bool HasOnlyWhitespace(std::string_view text);
 
 // Throws CQzValidationException "Unexpected text [%s] found in the element [%s]." with the path of
 // an element that has more than white space beside its children.
-void RequireNoText(CXmlElement& element);
+void RequireNoText(const CXmlElement& element);
+
+// Throws the walks' CQzValidationException about an element that nobody took.
+void RequireNoChild(const CXmlElement& element);
+
+// Throws CQzValidationException "The type [%s] that xsi:type names cannot stand in the element
+// [%s]." where the element's xsi:type is not the type of the class.
+void RequireOwnType(const CClassBinding& binding, const CXmlElement& element);
+[[noreturn]] void ThrowUnsuitableType(const std::string& typeName, const CXmlElement& element);
 
 // The failure of an element whose xsi:type names no class that may stand there.
 [[noreturn]] void ThrowNoSuitableType(const CMember& member, CXmlElement& parent);

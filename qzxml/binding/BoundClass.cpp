@@ -6,6 +6,7 @@
 #include "qzxml/binding/BoundClassDetail.h"
 #include "qzxml/binding/Messages.h"
 #include "qzxml/binding/ReadPlan.h"
+#include "qzxml/binding/SimpleElement.h"
 #include "qzxml/collections/Element.h"
 #include "qzxml/collections/XmlCollectionBase.h"
 #include "qzxml/runtime/Functions.h"
@@ -56,6 +57,11 @@ std::string CBoundClass::GetTargetNamespace() const {
 }
 
 std::string CBoundClass::GetNamespace() const { return m_binding->GetTraits().namespaceUri; }
+
+void CBoundClass::BeRoot(const char* namespaceUri) {
+  m_rootNamespace = namespaceUri;
+  m_isRoot = true;
+}
 
 // --- Tables
 
@@ -136,6 +142,7 @@ void CBoundClass::StoreValue(const CMember& member, int index, QzVariant& value)
     if (type.IsEnumeration()) {
       value.SetI4(type.GetStringToEnum()(text.c_str()));
     } else {
+      detail::RequireLexicalForm(type.GetKind(), text);
       value.FromString(text, type.GetKind(), type.GetWhitespaceRule());
     }
   }
@@ -191,6 +198,7 @@ void CBoundClass::TakeAsMember(const CMember& member, CXmlObjectBase* object) {
 
 void CBoundClass::TakeTypeFrom(const CMember& member) {
   m_writesType = m_binding->GetTraits().newObject != member.newObject;
+  m_isRoot = false;
 }
 
 CXmlCollectionBase& CBoundClass::GetCollection(std::int32_t index,
@@ -208,6 +216,16 @@ CXmlCollectionBase& CBoundClass::GetCollection(std::int32_t index,
 
 // --- Choices
 
+// A collection is selected when it says that it is to get its first item, which may come to
+// nothing.
+std::int32_t CBoundClass::GetSelectedMember() const {
+  if (m_selected == -1) return -1;
+  const CMember& member = m_binding->GetDeclaredMember(m_selected);
+  if (!member.IsCollection()) return m_selected;
+  const CCollectionHandle& collection = this->*member.property.m_collection;
+  return collection == nullptr || collection->GetCount() == 0 ? -1 : m_selected;
+}
+
 void CBoundClass::SelectMember(std::int32_t index, bool hasValue) {
   if (m_binding->GetTraits().group != XmlElementGroupType_Choice) return;
   if (!m_binding->GetMember(index).IsElement()) return;
@@ -216,7 +234,7 @@ void CBoundClass::SelectMember(std::int32_t index, bool hasValue) {
     return;
   }
   if (!hasValue) return;
-  if (m_selected != -1) {
+  if (GetSelectedMember() != -1) {
     std::string selected = m_binding->GetMember(m_selected).name;
     // Another name than any member's, as two members may have one name.
     Choice_CollectionChanged("", 1, selected);
@@ -238,7 +256,8 @@ void CBoundClass::OnEvent(CXmlObjectBase* sender, MsgType type, void*) {
 
 bool CBoundClass::MissesContent() const {
   const CClassTraits& traits = m_binding->GetTraits();
-  return traits.requiresContent && traits.group == XmlElementGroupType_Choice && m_selected == -1;
+  return traits.requiresContent && traits.group == XmlElementGroupType_Choice &&
+         GetSelectedMember() == -1;
 }
 
 // --- The walks
@@ -300,18 +319,49 @@ void CBoundClass::ToXml_Int(CXmlWriter* writer, bool root, const char* namespace
 CXmlElement* CBoundClass::FromXml_Int(CXmlElement* parent, CXmlElement* cursor,
                                       const CSerializationContext& context, bool optionalChoice) {
   const CTables& tables = GetTables();
+  const bool hasTag = m_binding->GetTraits().elementType == XmlElementType_Element;
+  if (hasTag) RequireSuitableElement(context, *parent);
   const detail::CReadPlan* const plan = m_binding->m_readPlan;
   const bool isServed = plan != nullptr && detail::CReadPlan::Serves(context);
   CXmlElement* const rest =
       isServed ? plan->Read(*this, parent, cursor, context, optionalChoice)
                : CTabledClass::FromXml_Int(parent, cursor, context, optionalChoice);
-  if (m_binding->GetTraits().elementType != XmlElementType_Element) return rest;
-  if (MissesContent() && !context.GetIgnoreMissingChoice() && !IsNilObject()) {
+  if (!hasTag) return rest;
+  const bool isNil = IsNilObject();
+  if (MissesContent() && !context.GetIgnoreMissingChoice() && !isNil) {
     detail::ThrowNothingPopulated(*parent);
   }
+  if (context.GetIgnoreUnknownElements()) return rest;
   const bool hasText = tables.GetInfo()->GetPrimitiveValuePropertyIndex() != -1;
-  if (!hasText && !context.GetIgnoreUnknownElements()) detail::RequireNoText(*parent);
+  if (isNil) detail::RequireNoChild(*parent);
+  if (isNil || !hasText) detail::RequireNoText(*parent);
   return rest;
+}
+
+// Ahead of anything that changes the object.
+void CBoundClass::RequireSuitableElement(const CSerializationContext& context,
+                                         const CXmlElement& element) const {
+  if (m_isRoot && element.GetParentElm() == nullptr) RequireRoot(context, element);
+  if (!element.GetAttributeRange().empty() && !context.GetIgnoreUnknownAttributes()) {
+    detail::RequireOwnType(*m_binding, element);
+  }
+}
+
+// Under another name the document is none of this object's; IgnoreNamespaces lets another namespace
+// pass.
+void CBoundClass::RequireRoot(const CSerializationContext& context,
+                              const CXmlElement& element) const {
+  const bool hasNamespace =
+      context.GetIgnoreNamespaces() || element.GetNamespaceURI() == GetTargetNamespace();
+  if (hasNamespace && element.GetLocalName() == ElementName()) return;
+  const auto full = [](const std::string& uri, const std::string& name) {
+    return uri.empty() ? name : "{" + uri + "}" + name;
+  };
+  throw CQzValidationException(
+      FormatString(detail::kOtherRoot,
+                   full(element.GetNamespaceURI(), element.GetLocalName()).c_str(),
+                   full(GetTargetNamespace(), ElementName()).c_str()),
+      element.GetXPath());
 }
 
 bool CBoundClass::IsNilObject() const {

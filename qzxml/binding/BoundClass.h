@@ -61,9 +61,11 @@ class QZXML_API CBoundClass : public CTabledClass {
 
   // Gives the object another tag.
   void TakeElementName(const char* name) { SetElementName(name); }
-  // Makes the object the root of documents in which its element has another namespace than its
-  // type. The text stays the caller's and outlives the object; null takes the namespace away again.
-  void TakeRootNamespace(const char* namespaceUri) { m_rootNamespace = namespaceUri; }
+  // Makes the object one for documents that begin with the element of its tag: reading one with
+  // another root throws CQzValidationException "The root of the document is [%s], not [%s]." The
+  // element has that namespace, or with null the namespace of the object's type. The text stays the
+  // caller's and outlives the object. Becoming the member of another object ends this.
+  void BeRoot(const char* namespaceUri);
 
   // A new object of the same class with copies of all that this one holds; nobody listens to it.
   CObjectHandle NewCopy() const;
@@ -137,7 +139,7 @@ class QZXML_API CBoundClass : public CTabledClass {
   }
 
   // --- Choices: the property index of the member that is selected, or -1.
-  std::int32_t GetSelectedMember() const { return m_selected; }
+  std::int32_t GetSelectedMember() const;
 
   // --- The walks
   // Meant: final, as ordinary elements are read and written without it.
@@ -162,6 +164,9 @@ class QZXML_API CBoundClass : public CTabledClass {
   void TakeTypeFrom(const CMember& member);
   bool MissesContent() const;
   bool IsNilObject() const;
+  void RequireSuitableElement(const CSerializationContext& context,
+                              const CXmlElement& element) const;
+  void RequireRoot(const CSerializationContext& context, const CXmlElement& element) const;
 
   void AccessObjectMember(const CMember& member, int index, bool read, QzVariant& value);
   void ReadValue(const CMember& member, int index, QzVariant& value);
@@ -171,8 +176,9 @@ class QZXML_API CBoundClass : public CTabledClass {
 
   CClassBinding* m_binding;
   const char* m_rootNamespace = nullptr;
-  std::int32_t m_selected = -1;
-  bool m_writesType = false;  // stands where another type is declared
+  bool m_isRoot = false;         // reads no document with another root
+  std::int32_t m_selected = -1;  // stays with a collection whose first item was refused
+  bool m_writesType = false;     // stands where another type is declared
 };
 
 // Beside CBoundClass, for a class whose element may carry xsi:nil.

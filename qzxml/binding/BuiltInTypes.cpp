@@ -1,5 +1,7 @@
 #include "qzxml/binding/BuiltInTypes.h"
 
+#include "qzxml/xml/XmlNamespaces.h"
+
 namespace QzXmlLib16 {
 namespace {
 
@@ -75,4 +77,84 @@ const CSimpleTypeInfo kXsdGMonth(ItemType_string, kCollapse, kGMonthRules);
 const CSimpleTypeInfo kXsdHexBinary(ItemType_hexBinary, kCollapse);
 const CSimpleTypeInfo kXsdBase64Binary(ItemType_base64Binary, kCollapse);
 
+namespace detail {
+namespace {
+
+struct BuiltInRow {
+  std::string_view name;
+  const CSimpleTypeInfo* type;
+  const CSimpleTypeInfo* base;
+};
+
+constexpr BuiltInRow kBuiltIns[] = {
+    {"anySimpleType", &kXsdAnySimpleType, nullptr},
+    {"string", &kXsdString, &kXsdAnySimpleType},
+    {"normalizedString", &kXsdNormalizedString, &kXsdString},
+    {"token", &kXsdToken, &kXsdNormalizedString},
+    {"language", &kXsdLanguage, &kXsdToken},
+    {"Name", &kXsdName, &kXsdToken},
+    {"NCName", &kXsdNCName, &kXsdName},
+    {"NMTOKEN", &kXsdNMTOKEN, &kXsdToken},
+    {"NMTOKENS", &kXsdNMTOKENS, &kXsdAnySimpleType},
+    {"ID", &kXsdID, &kXsdNCName},
+    {"IDREF", &kXsdIDREF, &kXsdNCName},
+    {"IDREFS", &kXsdIDREFS, &kXsdAnySimpleType},
+    {"ENTITY", &kXsdENTITY, &kXsdNCName},
+    {"ENTITIES", &kXsdENTITIES, &kXsdAnySimpleType},
+    {"QName", &kXsdQName, &kXsdAnySimpleType},
+    {"NOTATION", &kXsdNOTATION, &kXsdAnySimpleType},
+    {"anyURI", &kXsdAnyURI, &kXsdAnySimpleType},
+    {"boolean", &kXsdBoolean, &kXsdAnySimpleType},
+    {"decimal", &kXsdDecimal, &kXsdAnySimpleType},
+    {"integer", &kXsdInteger, &kXsdDecimal},
+    {"nonPositiveInteger", &kXsdNonPositiveInteger, &kXsdInteger},
+    {"negativeInteger", &kXsdNegativeInteger, &kXsdNonPositiveInteger},
+    {"long", &kXsdLong, &kXsdInteger},
+    {"int", &kXsdInt, &kXsdLong},
+    {"short", &kXsdShort, &kXsdInt},
+    {"byte", &kXsdByte, &kXsdShort},
+    {"nonNegativeInteger", &kXsdNonNegativeInteger, &kXsdInteger},
+    {"unsignedLong", &kXsdUnsignedLong, &kXsdNonNegativeInteger},
+    {"unsignedInt", &kXsdUnsignedInt, &kXsdUnsignedLong},
+    {"unsignedShort", &kXsdUnsignedShort, &kXsdUnsignedInt},
+    {"unsignedByte", &kXsdUnsignedByte, &kXsdUnsignedShort},
+    {"positiveInteger", &kXsdPositiveInteger, &kXsdNonNegativeInteger},
+    {"float", &kXsdFloat, &kXsdAnySimpleType},
+    {"double", &kXsdDouble, &kXsdAnySimpleType},
+    {"duration", &kXsdDuration, &kXsdAnySimpleType},
+    {"dateTime", &kXsdDateTime, &kXsdAnySimpleType},
+    {"time", &kXsdTime, &kXsdAnySimpleType},
+    {"date", &kXsdDate, &kXsdAnySimpleType},
+    {"gYearMonth", &kXsdGYearMonth, &kXsdAnySimpleType},
+    {"gYear", &kXsdGYear, &kXsdAnySimpleType},
+    {"gMonthDay", &kXsdGMonthDay, &kXsdAnySimpleType},
+    {"gDay", &kXsdGDay, &kXsdAnySimpleType},
+    {"gMonth", &kXsdGMonth, &kXsdAnySimpleType},
+    {"hexBinary", &kXsdHexBinary, &kXsdAnySimpleType},
+    {"base64Binary", &kXsdBase64Binary, &kXsdAnySimpleType},
+};
+
+}  // namespace
+
+const CSimpleTypeInfo* FindBuiltInType(std::string_view namespaceUri, std::string_view localName) {
+  if (namespaceUri != kXmlSchemaNamespace) return nullptr;
+  for (const BuiltInRow& row : kBuiltIns) {
+    if (row.name == localName) return row.type;
+  }
+  return nullptr;
+}
+
+bool IsBuiltInDerived(const CSimpleTypeInfo& builtIn, const CSimpleTypeInfo& base) {
+  const CSimpleTypeInfo* type = &builtIn;
+  while (type != nullptr && type != &base) {
+    const CSimpleTypeInfo* next = nullptr;
+    for (const BuiltInRow& row : kBuiltIns) {
+      if (row.type == type) next = row.base;
+    }
+    type = next;
+  }
+  return type != nullptr;
+}
+
+}  // namespace detail
 }  // namespace QzXmlLib16

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 #include "qzxml/binding/SimpleTypeInfo.h"
 #include "qzxml/platform/Export.h"
 
@@ -58,4 +60,14 @@ QZXML_API extern const CSimpleTypeInfo kXsdGMonth;
 QZXML_API extern const CSimpleTypeInfo kXsdHexBinary;
 QZXML_API extern const CSimpleTypeInfo kXsdBase64Binary;
 
+namespace detail {
+
+// The built-in type that a name stands for; null for any other.
+const CSimpleTypeInfo* FindBuiltInType(std::string_view namespaceUri, std::string_view localName);
+
+// Whether a built-in type is base or derived from it. False where base is none of them.
+// Source: XML Schema 1.0 part 2, second edition, section 3.
+bool IsBuiltInDerived(const CSimpleTypeInfo& builtIn, const CSimpleTypeInfo& base);
+
+}  // namespace detail
 }  // namespace QzXmlLib16

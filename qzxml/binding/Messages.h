@@ -13,5 +13,12 @@ inline constexpr char kNotFixedValue[] = "The value [%s] of %s is not the fixed 
 // CQzValidationException, with the text (its first 100 octets) and the element.
 inline constexpr char kUnexpectedText[] = "Unexpected text [%s] found in the element [%s].";
 
+// CQzValidationException, with the type that xsi:type names and the element.
+inline constexpr char kUnsuitableType[] =
+    "The type [%s] that xsi:type names cannot stand in the element [%s].";
+
+// CQzValidationException, with the names of the document's root and of the object.
+inline constexpr char kOtherRoot[] = "The root of the document is [%s], not [%s].";
+
 }  // namespace detail
 }  // namespace QzXmlLib16

@@ -1,36 +1,22 @@
 #include "qzxml/binding/ObjectFactory.h"
 
-#include <string>
-
 #include "qzxml/binding/BoundClass.h"
+#include "qzxml/binding/TypeOfElement.h"
 #include "qzxml/serialization/XmlObjectBase.h"
 #include "qzxml/xml/XmlElement.h"
 
 namespace QzXmlLib16 {
-namespace {
-
-// Reads xsi:type.
-class CTypeOfElement : private CClassfactoryBase {
- public:
-  explicit CTypeOfElement(CXmlElement* element)
-      : name(GetElementType(element)), namespaceUri(GetElementTypeNamespaceUri(element)) {}
-
-  const std::string name;  // empty without xsi:type
-  const std::string namespaceUri;
-};
-
-}  // namespace
 
 CObjectHandle NewObjectByType(CXmlElement* element, ClassFactory declared, const CNamedType* types,
                               std::size_t count) {
   if (element == nullptr) return CObjectHandle();
-  const CTypeOfElement type(element);
+  const detail::CTypeOfElement type(*element);
   const char* const elementName = element->GetLocalName().c_str();
   if (type.name.empty()) {
     return declared == nullptr ? CObjectHandle() : declared(0, elementName);
   }
   for (std::size_t i = 0; i < count; ++i) {
-    if (type.name == types[i].name && type.namespaceUri == types[i].namespaceUri) {
+    if (type.IsNamed(types[i].namespaceUri, types[i].name)) {
       return types[i].newObject(0, elementName);
     }
   }
@@ -48,9 +34,7 @@ CObjectHandle NewRootObject(CXmlElement* element, const CNamedElement* elements,
     const CObjectHandle root = elements[i].newObjectByType == nullptr
                                    ? elements[i].newObject(0, elements[i].name)
                                    : elements[i].newObjectByType(element);
-    if (root != nullptr && root->GetTargetNamespace() != elements[i].namespaceUri) {
-      dynamic_cast<CBoundClass&>(*root).TakeRootNamespace(elements[i].namespaceUri);
-    }
+    if (root != nullptr) dynamic_cast<CBoundClass&>(*root).BeRoot(elements[i].namespaceUri);
     return root;
   }
   return CObjectHandle();

@@ -19,12 +19,13 @@ CSmartPtr<CXmlObjectBase> NewObject(int, const char* elementName) {
   return CSmartPtr<CXmlObjectBase>(object);
 }
 
-// A new object with that tag; the namespace is named where it is not that of the object's type.
+// A new object for documents that begin with that element; the namespace is named where it is not
+// that of the object's type.
 template <typename Object>
 CSmartPtr<Object> NewElement(const char* elementName, const char* namespaceUri = nullptr) {
   const CSmartPtr<Object> object(new Object);
   object->TakeElementName(elementName);
-  object->TakeRootNamespace(namespaceUri);
+  object->BeRoot(namespaceUri);
   return object;
 }
 

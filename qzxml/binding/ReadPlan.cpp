@@ -175,6 +175,7 @@ bool CReadPlan::ReadElement(CBoundClass& object, const ReadMember& member, CXmlE
     case ReadMember::Way::kValue: {
       const std::string_view text = element->GetTextView();
       const bool isPlain = element->GetAttributeRange().empty() &&
+                           element->GetFirstElement() == nullptr &&
                            (!text.empty() || member.member.defaultValue == nullptr);
       if (!isPlain || !CReadValues::Take(object, member, text)) return false;
       break;

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "qzxml/binding/BoundClassDetail.h"
+#include "qzxml/binding/SimpleElement.h"
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/serialization/PrimitiveRestrictions.h"
 #include "qzxml/values/Conversions.h"
@@ -82,7 +83,7 @@ constexpr std::size_t kMostNumberSize = 64;
 // enough to be surely taken as a number of any size.
 bool IsPlainNumber(std::string_view text, bool mayHavePoint) {
   if (!text.empty() && text.front() == '-') text.remove_prefix(1);
-  if (text.empty() || text.size() > kMostNumberSize) return false;
+  if (text.empty() || text == "." || text.size() > kMostNumberSize) return false;
   for (const char c : text) {
     if (c >= '0' && c <= '9') continue;
     if (c != '.' || !mayHavePoint) return false;
@@ -142,6 +143,7 @@ bool StoreInteger(CBoundClass& object, const ReadMember& member, std::string_vie
 template <ItemType kind>
 bool StoreReal(CBoundClass& object, const ReadMember& member, std::string_view text) {
   using Value = typename VariantKind<kind>::Value;
+  if (!IsLexicalForm(kind, text)) return false;
   const Rule rule = member.member.type->GetWhitespaceRule();
   const std::string whole(text);
   const Value value = static_cast<Value>(
@@ -178,7 +180,7 @@ bool StoreLongNumber(CBoundClass& object, const ReadMember& member, std::string_
 
 template <ItemType kind>
 bool StoreDateTime(CBoundClass& object, const ReadMember& member, std::string_view text) {
-  if (text.empty() || HoldsBlank(text)) return false;
+  if (HoldsBlank(text) || !IsLexicalForm(kind, text)) return false;
   CDateTime value;
   if constexpr (kind == ItemType_datetime) {
     value.ParseXSDDateTime(text.data());
@@ -196,7 +198,7 @@ bool StoreDateTime(CBoundClass& object, const ReadMember& member, std::string_vi
 }
 
 bool StoreDuration(CBoundClass& object, const ReadMember& member, std::string_view text) {
-  if (text.empty() || HoldsBlank(text)) return false;
+  if (HoldsBlank(text) || !IsLexicalForm(ItemType_duration, text)) return false;
   CDateTimeSpan value;
   value.ParseXSDDuration(text.data());
   if (!Passes<ItemType_duration>(member, value)) return false;

@@ -65,6 +65,19 @@ void CheckForm(const char* memberName, const QzVariant& value) {
   throw CQzException(FormatString(Messages::kInvalidTextValue, memberName, text.c_str()));
 }
 
+// "-0" is the value 0, but the library's comparisons find it below; nothing for any other value.
+QzVariant ZeroWithoutSign(const QzVariant& value) {
+  QzVariant zero;
+  const ItemType kind = value.GetTypeAsEnum();
+  if (kind == ItemType_integer) {
+    if (value.GetInteger().ToString() == "0") zero.SetInteger(CBigInteger(0));
+  } else if (kind == ItemType_decimal) {
+    const std::string text = value.ToString(nullptr);
+    if (text == "0" || text == "-0") zero.SetDecimal(CDecimal(0));
+  }
+  return zero;
+}
+
 // The failure of the kind's own facet test.
 [[noreturn]] void ThrowInvalidValue(const char* memberName, const QzVariant& value,
                                     const std::string& text) {
@@ -135,7 +148,10 @@ void CSimpleTypeInfo::CheckValue(const char* memberName, const QzVariant& value)
     return;
   }
   if (HasForm(m_kind)) CheckForm(memberName, value);
-  if (m_hasFacets) CheckPrimitiveRestriction(memberName, value, m_kind, GetRestrictions());
+  if (m_hasFacets) {
+    const QzVariant zero = ZeroWithoutSign(value);
+    CheckPrimitiveRestriction(memberName, zero.IsValid() ? zero : value, m_kind, GetRestrictions());
+  }
   if (m_rules != nullptr) CheckRules(memberName, value);
 }
 

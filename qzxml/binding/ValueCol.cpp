@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "qzxml/binding/BindingTables.h"
+#include "qzxml/binding/SimpleElement.h"
 #include "qzxml/collections/Messages.h"
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/QzException.h"
@@ -37,9 +38,39 @@ void CValueCol<kind>::AddAt(int index, Value value) {
 template <ItemType kind>
 void CValueCol<kind>::AddFromString(std::string text) {
   QzVariant value;
-  if (text.empty() && m_member.defaultValue != nullptr) text = m_member.defaultValue;
   value.FromString(text, kind, m_member.type->GetWhitespaceRule());
   Add(VariantKind<kind>::Take(value));
+}
+
+template <ItemType kind>
+CXmlElement* CValueCol<kind>::FromXml_Int(CXmlElement*, CXmlElement* cursor,
+                                          const CSerializationContext& context, bool) {
+  while (cursor != nullptr && CXmlObjectBase::DoesElementNameMatch(context, cursor, m_member.name,
+                                                                   m_member.namespaceUri)) {
+    AddFromString(detail::ReadSimpleElement(m_member, context, *cursor));
+    cursor = cursor->GetNextSiblingElement();
+  }
+  return cursor;
+}
+
+// Only reals and durations have texts that do not read back as the same value.
+template <ItemType kind>
+void CValueCol<kind>::ToXml_Int(CXmlWriter* writer, bool root, const char* namespaceUri,
+                                const CSerializationContext& context, bool optionalChoice) const {
+  if constexpr (kind != ItemType_r4 && kind != ItemType_r8 && kind != ItemType_duration) {
+    Base::ToXml_Int(writer, root, namespaceUri, context, optionalChoice);
+  } else {
+    this->ValidateCount(context);
+    const auto name = detail::ElementTags::InOneNamespace(this->ElementName());
+    const std::string uri = m_member.namespaceUri;
+    for (const auto& item : *this) {
+      QzVariant value;
+      VariantKind<kind>::Set(value, item);
+      detail::KeepEveryDigit(value);
+      const ItemType written = value.GetTypeAsEnum();
+      writer->WriteTextElement(name, uri, value.ToString(nullptr), written, false);
+    }
+  }
 }
 
 template <ItemType kind>
@@ -143,10 +174,8 @@ CXmlElement* CEnumColBase::FromXml_Int(CXmlElement*, CXmlElement* cursor,
                                        const CSerializationContext& context, bool) {
   while (cursor != nullptr &&
          DoesElementNameMatch(context, cursor, m_member.name, m_member.namespaceUri)) {
-    const std::string& text = cursor->GetText();
-    const bool isDefault = text.empty() && m_member.defaultValue != nullptr;
-    AddNumberAt(size(),
-                m_member.type->GetStringToEnum()(isDefault ? m_member.defaultValue : text.c_str()));
+    const std::string text = detail::ReadSimpleElement(m_member, context, *cursor);
+    AddNumberAt(size(), m_member.type->GetStringToEnum()(text.c_str()));
     cursor = cursor->GetNextSiblingElement();
   }
   return cursor;

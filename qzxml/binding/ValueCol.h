@@ -77,6 +77,10 @@ class QZXML_API CValueCol : public detail::CollectionOf<kind>::Type, public deta
 
  protected:
   void AddFromString(std::string text) override;
+  void ToXml_Int(CXmlWriter* writer, bool root, const char* namespaceUri,
+                 const CSerializationContext& context, bool optionalChoice) const override;
+  CXmlElement* FromXml_Int(CXmlElement* parent, CXmlElement* cursor,
+                           const CSerializationContext& context, bool optionalChoice) override;
 
  private:
   void Check(const Value& value) const;

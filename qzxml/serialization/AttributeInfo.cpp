@@ -166,6 +166,7 @@ void CAttributeInfoPrimitive::CheckRestriction(QzVariant value) const { CheckFac
 
 void CAttributeInfoPrimitive::CheckFacets(const QzVariant& value) const {
   if (m_bPassesItsKind && WrittenKind(value, m_itemType) == m_itemType) return;
+  if (IsDurationAsText(value, m_itemType)) return;
   CheckPrimitiveRestriction(m_strAttributeName.c_str(), value, m_itemType, m_restrictions);
 }
 

@@ -202,7 +202,8 @@ inline bool CElementInfo::PlainValueToXml(const QzVariant& value, CXmlWriter* wr
   const bool isDefault = CElementInfoValues::IsDefault(*this, text);
   // Meant: a default is written even if it breaks a facet.
   const ItemType kind = WrittenKind(value, m_itemType);
-  const bool passes = isDefault || (m_bPassesItsKind && kind == m_itemType);
+  const bool passes = isDefault || (m_bPassesItsKind && kind == m_itemType) ||
+                      IsDurationAsText(value, m_itemType);
   if (!passes) CheckRestriction(value);
   writer->WriteTextElement(m_tags, m_strElementNamespace, text, kind, isDefault);
   return true;
@@ -225,7 +226,10 @@ bool CElementInfo::ElementToXmlEnum(const CSerializationContext&, const CXmlGene
 void CElementInfo::ElementFromXmlPrim(const CSerializationContext& context,
                                       CXmlGeneratedClass* object, CXmlElement** cursor) {
   CXmlElement& element = **cursor;
-  if (element.GetAttributeRange().empty() || !CElementInfoValues::IsNil(*this, context, element)) {
+  const bool isNil =
+      !element.GetAttributeRange().empty() && CElementInfoValues::IsNil(*this, context, element);
+  if (m_pRules != nullptr) m_pRules->CheckElement(context, element, isNil);
+  if (!isNil) {
     const std::string_view text = element.GetTextView();
     std::string scratch;
     QzVariant value;
@@ -239,7 +243,10 @@ void CElementInfo::ElementFromXmlPrim(const CSerializationContext& context,
 void CElementInfo::ElementFromXmlEnum(const CSerializationContext& context,
                                       CXmlGeneratedClass* object, CXmlElement** cursor) {
   CXmlElement& element = **cursor;
-  if (element.GetAttributeRange().empty() || !CElementInfoValues::IsNil(*this, context, element)) {
+  const bool isNil =
+      !element.GetAttributeRange().empty() && CElementInfoValues::IsNil(*this, context, element);
+  if (m_pRules != nullptr) m_pRules->CheckElement(context, element, isNil);
+  if (!isNil) {
     const std::string_view text = element.GetTextView();
     QzVariant value;
     value.SetI4(m_stringToEnum(std::string(text.empty() ? m_strDefaultValue : text).c_str()));

@@ -1,10 +1,13 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <utility>
 
 #include "qzxml/platform/Export.h"
 #include "qzxml/serialization/ClassfactoryBase.h"
+#include "qzxml/serialization/ElementRules.h"
 #include "qzxml/serialization/ParentElementInfo.h"
 #include "qzxml/serialization/PrimitiveRestrictions.h"
 #include "qzxml/values/ItemType.h"
@@ -76,6 +79,12 @@ class QZXML_API CElementInfo {
   virtual void PseudoChildAttributeToXml(const CSerializationContext& context,
                                          const CXmlGeneratedClass* object,
                                          CXmlWriter* writer) const;
+
+  // Has the rules look at each element of this value that is read, and takes them over. To be
+  // called while the table is made.
+  void SetRules(std::unique_ptr<const QzXmlLib16::detail::IElementRules> rules) {
+    m_pRules = std::move(rules);
+  }
 
   // Throws what the facet test of a primitive throws, and CQzException "Cannot CheckRestriction for
   // type: " with the value's type for a member that is none.
@@ -171,6 +180,7 @@ class QZXML_API CElementInfo {
   bool m_bHasPrimitiveRestrictions;
   bool m_bPassesItsKind;  // no value of the item type breaks the restrictions
   bool m_bIsPlainValue;   // so it is, and there is no default value
+  std::unique_ptr<const QzXmlLib16::detail::IElementRules> m_pRules;  // null for none
 };
 
 }  // namespace QzXmlLib16Data

@@ -144,7 +144,7 @@ bool CElementInfoValues::IsNil(const CElementInfo& info, const CSerializationCon
       isNil = nil != NilValue_False;
       if (isNil && !info.m_bNillable) ThrowNilNotAllowed(element);
       if (nil == NilValue_Unknown) ThrowUnexpectedNil(*attribute);
-    } else if (!context.GetIgnoreUnknownAttributes()) {
+    } else if (info.m_pRules == nullptr && !context.GetIgnoreUnknownAttributes()) {
       ThrowUnexpectedAttribute(*attribute);
     }
   }

@@ -53,6 +53,12 @@ inline ItemType WrittenKind(const QzVariant& value, ItemType itemType) {
   return isReal && kind == QzXmlLib16::ItemType_string ? itemType : kind;
 }
 
+// Whether a duration comes as a text already, which whoever made it has checked.
+inline bool IsDurationAsText(const QzVariant& value, ItemType itemType) {
+  return itemType == QzXmlLib16::ItemType_duration &&
+         value.GetTypeAsEnum() == QzXmlLib16::ItemType_string;
+}
+
 // Static steps on a member that is given first.
 class CElementInfoValues {
  public:

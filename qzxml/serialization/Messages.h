@@ -46,5 +46,10 @@ inline constexpr char kWritingFailed[] = "Failed to convert the element [%s] to 
 inline constexpr char kNoSubstitution[] =
     "Failed to find a suitable substitution element for [%s].";
 
+// CQzValidationException, with the names of the element and of the first child that nobody took.
+inline constexpr char kLeftOver[] =
+    "Failed read all the elements held within the element [%s]. The unexpected element [%s] "
+    "remains un processed";
+
 }  // namespace Messages
 }  // namespace QzXmlLib16

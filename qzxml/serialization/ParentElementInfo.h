@@ -78,6 +78,11 @@ class QZXML_API CParentElementInfo {
   // Whether the schema type takes part in derivation, so that xsi:type may be needed.
   bool GetHasBaseClasses() const { return m_bHasBaseClasses; }
 
+  // Has reading leave the attributes of the element to the class around: for a class without a tag
+  // that has none, so that its objects do not all look through them. To be called while the tables
+  // are made.
+  void SetReadsNoAttributes() { m_bReadsNoAttributes = true; }
+
   // --- The class's own text
   std::int32_t GetPrimitiveValuePropertyIndex() const { return m_lPrimitiveValuePropertyIndex; }
   QzXmlLib16::ItemType GetPrimitiveDataType() const { return m_primitiveDataType; }
@@ -104,6 +109,7 @@ class QZXML_API CParentElementInfo {
   QzXmlLib16::ItemType m_primitiveDataType;
   std::string m_strPrimitiveFormatOverride;
   bool m_bPrimitiveAsText;
+  bool m_bReadsNoAttributes = false;
 
   mutable CFoundFor<std::type_info> m_notNillable;        // a class that is no INillable
   mutable CFoundFor<CElementInfo*> m_readsNoNamespace;    // a table without open content

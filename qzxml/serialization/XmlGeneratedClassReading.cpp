@@ -69,9 +69,8 @@ class FoundFlags {
 [[gnu::noinline]] void CXmlGeneratedClass::ThrowLeftOver(const CXmlElement& parent,
                                                          const CXmlElement& cursor) {
   throw CQzValidationException(
-      FormatString("Failed read all the elements held within the element [%s]. The unexpected "
-                   "element [%s] remains un processed",
-                   parent.GetLocalName().c_str(), cursor.GetLocalName().c_str()),
+      FormatString(Messages::kLeftOver, parent.GetLocalName().c_str(),
+                   cursor.GetLocalName().c_str()),
       parent.GetXPath());
 }
 
@@ -269,7 +268,9 @@ CXmlElement* CXmlGeneratedClass::FromXml_Int(CXmlElement* parent, CXmlElement* c
     Init();
     const CParentElementInfo& info = *GetClassInfo();
     if (info.GetElementType() == XmlElementType_Element) TakeElementName(*parent);
-    ProcessAttributesFromXml(context, parent, info.GetFromXmlFailIfAttributeUnknown());
+    if (!info.m_bReadsNoAttributes) {
+      ProcessAttributesFromXml(context, parent, info.GetFromXmlFailIfAttributeUnknown());
+    }
     if (IsNil(info)) return cursor;
     cursor = ContentFromXml(info, parent, cursor, context, optionalChoice);
     if (info.HasText()) TextFromXml(info, *parent);

@@ -26,6 +26,7 @@ std::string Collapsed(const std::string& text) {
 
 // A text as a value of a type, in the one form that all texts of that value have; "" for none.
 std::string AsValue(const std::string& text, ItemType type) {
+  if (text.empty()) return "";
   try {
     QzVariant variant;
     variant.FromString(text, type, CWhitespaceUtils::WhitespaceRule_Collapse);
@@ -51,7 +52,9 @@ bool AreSameValue(const std::string& read, const std::string& written) {
 
 // What a document says about itself and not about its content.
 bool IsLeftOut(const CXmlAttribute& attribute) {
-  return attribute.GetNamespaceURI() == kInstance && attribute.GetLocalName() != "nil";
+  if (attribute.GetNamespaceURI() != kInstance) return false;
+  const std::string& value = attribute.GetValue();
+  return attribute.GetLocalName() != "nil" || value == "false" || value == "0";
 }
 
 void AppendTree(const CXmlElement& element, const std::string& path,

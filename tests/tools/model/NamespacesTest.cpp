@@ -100,6 +100,27 @@ TEST(Namespaces, OneThatIsNoNameOfCppIsAnError) {
             DescribeDiagnostics(model));
 }
 
+TEST(Namespaces, OneThatOthersOwnIsAnError) {
+  for (const char* name : {"std", "QzXmlLib16", "time", "main", "a::std"}) {
+    CSchemaTrial trial;
+    AddTwo(trial, "urn:given");
+    EXPECT_EQ("error: : \"" + std::string(name) +
+                  "\", the C++ namespace for \"urn:given\", has a name that others own\n",
+              DescribeDiagnostics(trial.Bind({name, {}})));
+  }
+  CSchemaTrial trial;
+  AddTwo(trial, "urn:given");
+  EXPECT_EQ("", DescribeDiagnostics(trial.Bind({"a::time", {}})));
+}
+
+TEST(Namespaces, AMapForNoSchemaIsToldOf) {
+  CSchemaTrial trial;
+  AddTwo(trial, "urn:given");
+  EXPECT_EQ(
+      "warning: : No schema has the target namespace \"urn:othr\", which is mapped to other\n",
+      DescribeDiagnostics(trial.Bind({"", {{"urn:othr", "other"}}})));
+}
+
 TEST(Namespaces, ASchemaWithoutTargetNamespaceIsNamedAfterItsFile) {
   CSchemaTrial trial;
   trial.Add("my-orders.xsd",

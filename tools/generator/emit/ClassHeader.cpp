@@ -193,16 +193,29 @@ class CClassWriter {
     m_writer.Gap();
   }
 
+  static std::string ByTypeComment(unsigned blocked) {
+    switch (blocked) {
+      case Derivation_None:
+        return "Makes the object for an element of this type: of the class that its xsi:type "
+               "names, or of this one.";
+      case Derivation_Extension:
+        return "The same where the schema blocks types that extend this one.";
+      case Derivation_Restriction:
+        return "The same where the schema blocks types that restrict this one.";
+      default:
+        return "The same where the schema blocks all types that derive from this one.";
+    }
+  }
+
   void WriteConstruction() {
     if (!m_class.isAbstract) m_writer.Line(m_class.name + "();");
     m_writer.Line("~" + m_class.name + "() override;");
-    if (m_scope.GetNames().IsByType(m_class)) {
+    for (const unsigned blocked : m_scope.GetNames().GetByType(m_class)) {
       m_writer.Gap();
-      m_writer.Comment(
-          "Makes the object for an element of this type: of the class that its xsi:type names, or "
-          "of this one.");
-      m_writer.Declaration("static " + m_scope.Library("CObjectHandle") + " NewByType(" +
-                           m_scope.Library("CXmlElement") + "* element)");
+      m_writer.Comment(ByTypeComment(blocked));
+      m_writer.Declaration("static " + m_scope.Library("CObjectHandle") + " " +
+                           CNames::ByType(blocked) + "(" + m_scope.Library("CXmlElement") +
+                           "* element)");
     }
     m_writer.Gap();
     if (m_hasSelected) {

@@ -84,7 +84,8 @@ class CMemberText {
   std::vector<std::string> Links() const {
     std::vector<std::string> links;
     if (m_member.isByType && m_member.objectClass != nullptr) {
-      links.push_back(".ByType(&" + m_scope.Class(*m_member.objectClass) + "::NewByType)");
+      links.push_back(".ByType(&" + m_scope.Class(*m_member.objectClass) +
+                      "::" + CNames::ByType(m_member.blocked) + ")");
     }
     if (m_member.defaultValue) {
       links.push_back((m_member.isFixed ? ".WithFixed(" : ".WithDefault(") +
@@ -150,7 +151,7 @@ class CDefinitionWriter {
     WriteRestricted();
     WriteBinding();
     WriteConstruction();
-    WriteByType();
+    for (const unsigned blocked : m_scope.GetNames().GetByType(m_class)) WriteByType(blocked);
     for (const BoundMember& member : m_class.members) {
       WriteAccessorDefinitions(m_scope, m_class, member, m_writer);
     }
@@ -246,18 +247,18 @@ class CDefinitionWriter {
     m_writer.Defaulted(m_name + "::~" + m_class.name + "()");
   }
 
-  void WriteByType() {
-    if (!m_scope.GetNames().IsByType(m_class)) return;
+  void WriteByType(unsigned blocked) {
     m_writer.Gap();
-    std::vector<const BoundClass*> types = {&m_class};
-    types.insert(types.end(), m_class.derived.begin(), m_class.derived.end());
+    std::vector<const BoundClass*> types = m_class.GetDerived(blocked);
+    types.insert(types.begin(), &m_class);
     types.erase(std::remove_if(types.begin(), types.end(),
                                [](const BoundClass* type) {
                                  return type->isAbstract || type->typeName.empty();
                                }),
                 types.end());
-    m_writer.Begin(m_scope.Library("CObjectHandle") + " " + m_name + "::NewByType(" +
-                   m_scope.Library("CXmlElement") + "*" + (types.empty() ? "" : " element") + ")");
+    m_writer.Begin(m_scope.Library("CObjectHandle") + " " + m_name +
+                   "::" + CNames::ByType(blocked) + "(" + m_scope.Library("CXmlElement") + "*" +
+                   (types.empty() ? "" : " element") + ")");
     m_writer.Indent();
     if (types.empty()) {
       m_writer.Line("return " + m_scope.Library("CObjectHandle") + "();");

@@ -30,24 +30,42 @@ bool IsOfTheLanguage(const std::string& type) {
 // --- CNames
 
 CNames::CNames(const Model& model) {
+  const auto noteByType = [this](const auto& user) {
+    if (user.isByType && user.objectClass != nullptr) {
+      m_byType[user.objectClass].insert(user.blocked);
+    }
+  };
   for (const auto& where : model.namespaces) {
     m_namespaces.emplace(where->uri, where.get());
     DeclareNamespace(*where);
     NameHeaders(*where);
     for (const auto& boundClass : where->classes) {
-      for (const BoundMember& member : boundClass->members) NoteByType(member);
+      for (const BoundMember& member : boundClass->members) noteByType(member);
       for (const BoundRestriction& restricted : boundClass->restricted) {
-        NoteByType(restricted.member);
+        noteByType(restricted.member);
       }
     }
-    for (const BoundRoot& root : where->roots) {
-      if (root.isByType) m_byType.insert(root.objectClass);
-    }
+    for (const BoundRoot& root : where->roots) noteByType(root);
   }
 }
 
-void CNames::NoteByType(const BoundMember& member) {
-  if (member.isByType && member.objectClass != nullptr) m_byType.insert(member.objectClass);
+const std::set<unsigned>& CNames::GetByType(const BoundClass& boundClass) const {
+  static const std::set<unsigned> kNone;
+  const auto found = m_byType.find(&boundClass);
+  return found == m_byType.end() ? kNone : found->second;
+}
+
+std::string CNames::ByType(unsigned blocked) {
+  switch (blocked) {
+    case Derivation_None:
+      return "NewByType";
+    case Derivation_Extension:
+      return "NewByTypeNotExtended";
+    case Derivation_Restriction:
+      return "NewByTypeNotRestricted";
+    default:
+      return "NewByTypeNotDerived";
+  }
 }
 
 void CNames::DeclareNamespace(const BoundNamespace& where) {

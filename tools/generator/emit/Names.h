@@ -27,18 +27,19 @@ class CNames {
   const BoundNamespace* FindNamespace(const std::string& uri) const;
 
   // Whether an element may be of a class that its xsi:type tells, so that the class needs
-  // NewByType.
-  bool IsByType(const BoundClass& boundClass) const { return m_byType.count(&boundClass) != 0; }
+  // NewByType, or more of them: the sets of blocked derivations for which there is one.
+  const std::set<unsigned>& GetByType(const BoundClass& boundClass) const;
+  // "NewByType", "NewByTypeNotExtended".
+  static std::string ByType(unsigned blocked);
 
  private:
   void DeclareNamespace(const BoundNamespace& where);
   void NameHeaders(const BoundNamespace& where);
-  void NoteByType(const BoundMember& member);
 
   std::map<std::string, std::set<std::string>> m_declared;  // by C++ namespace
   std::map<const BoundClass*, std::string> m_classHeaders;
   std::map<std::string, const BoundNamespace*> m_namespaces;  // by URI
-  std::set<const BoundClass*> m_byType;
+  std::map<const BoundClass*, std::set<unsigned>> m_byType;
 };
 
 // How things are written at one place of the generated code, and which headers that takes.

@@ -118,7 +118,7 @@ void WriteRootsSource(CScope& scope, const BoundNamespace& where, CCodeWriter& w
          {scope.Uri(root.namespaceUri), Literal(root.name),
           root.objectClass->isAbstract ? "nullptr"
                                        : "&" + scope.Library("NewObject") + "<" + name + ">",
-          root.isByType ? "&" + name + "::NewByType" : "nullptr"},
+          root.isByType ? "&" + name + "::" + CNames::ByType(root.blocked) : "nullptr"},
          "},",
          {}});
   }

@@ -10,22 +10,45 @@ namespace qzxml::generator {
 
 namespace {
 
-// A C++ namespace that a program could not be compiled with.
+// What is wrong with a C++ namespace; "" where a program can be compiled with it. Functions of C
+// are outside of all namespaces; the names that generated code begins its qualified names with may
+// not be hidden by any.
+std::string FindFault(std::string rest) {
+  for (bool isFirst = true;; isFirst = false) {
+    const std::size_t end = rest.find("::");
+    const std::string part = rest.substr(0, end);
+    if (!IsIdentifier(part)) return "is no name of C++";
+    const bool isHiding = part == "std" || part == "QzXmlLib16";
+    if ((isFirst && IsOwnedNamespace(part)) || isHiding) return "has a name that others own";
+    if (end == std::string::npos) return "";
+    rest.erase(0, end + 2);
+  }
+}
+
 void CheckNamespaces(Model& model) {
   for (const auto& where : model.namespaces) {
-    std::string rest = where->cppName;
-    bool isValid = true;
-    while (isValid) {
-      const std::size_t end = rest.find("::");
-      isValid = IsIdentifier(rest.substr(0, end));
-      if (end == std::string::npos) break;
-      rest.erase(0, end + 2);
-    }
-    if (isValid) continue;
+    const std::string fault = FindFault(where->cppName);
+    if (fault.empty()) continue;
     Diagnostic error;
-    error.message = "\"" + where->cppName + "\", the C++ namespace for \"" + where->uri +
-                    "\", is no name of C++";
+    error.message =
+        "\"" + where->cppName + "\", the C++ namespace for \"" + where->uri + "\", " + fault;
     model.diagnostics.push_back(error);
+  }
+}
+
+// A URI that was mistyped.
+void CheckMaps(const CSchemaSet& schemas, const ModelOptions& options, Model& model) {
+  for (const auto& [uri, cppName] : options.cppNamespaces) {
+    const auto& documents = schemas.GetDocuments();
+    const bool isKnown = std::any_of(
+        documents.begin(), documents.end(),
+        [&uri = uri](const SchemaDocument* read) { return read->targetNamespace == uri; });
+    if (isKnown) continue;
+    Diagnostic warning;
+    warning.severity = Severity_Warning;
+    warning.message =
+        "No schema has the target namespace \"" + uri + "\", which is mapped to " + cppName;
+    model.diagnostics.push_back(warning);
   }
 }
 
@@ -45,6 +68,7 @@ void AddRoots(const CSchemaSet& schemas, CModelNames& names, CClassRegistry& cla
       root.namespaceUri = element->name.namespaceUri;
       root.objectClass = bound;
       root.isByType = CClassBinder::IsByType(*element);
+      root.blocked = CClassBinder::GetBlocked(*element);
       root.documentation = element->documentation;
       names.GetNamespace(root.namespaceUri).roots.push_back(std::move(root));
     }
@@ -106,6 +130,7 @@ std::unique_ptr<Model> BindSchemas(const CSchemaSet& schemas, const ModelOptions
   auto& namespaces = model->namespaces;
   namespaces.erase(std::remove_if(namespaces.begin(), namespaces.end(), IsEmpty), namespaces.end());
   CheckNamespaces(*model);
+  CheckMaps(schemas, options, *model);
   SimplifyDiagnostics(model->diagnostics);
   return model;
 }
@@ -114,6 +139,19 @@ bool Model::HasErrors() const {
   return std::any_of(diagnostics.begin(), diagnostics.end(), [](const Diagnostic& diagnostic) {
     return diagnostic.severity == Severity_Error;
   });
+}
+
+std::vector<const BoundClass*> BoundClass::GetDerived(unsigned blocked) const {
+  if (blocked == Derivation_None) return derived;
+  std::vector<const BoundClass*> allowed;
+  for (const BoundClass* candidate : derived) {
+    unsigned steps = Derivation_None;
+    for (const BoundClass* at = candidate; at != this; at = at->base) {
+      steps |= GetStep(*at->type->AsComplex());
+    }
+    if ((steps & blocked) == 0) allowed.push_back(candidate);
+  }
+  return allowed;
 }
 
 std::string BoundClass::GetQualifiedName() const {

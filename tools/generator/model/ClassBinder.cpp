@@ -68,11 +68,16 @@ bool HasOwnText(const ComplexType& type) {
 bool HasDerived(const ComplexType& type, unsigned blocked) {
   return std::any_of(type.derivedTypes.begin(), type.derivedTypes.end(),
                      [blocked](const ComplexType* derived) {
-                       const unsigned step = derived->method == DerivationMethod_Extension
-                                                 ? Derivation_Extension
-                                                 : Derivation_Restriction;
-                       if ((step & blocked) != 0) return false;
+                       if ((GetStep(*derived) & blocked) != 0) return false;
                        return !derived->name.IsEmpty() || HasDerived(*derived, blocked);
+                     });
+}
+
+// Whether a named type derives from the type by a step that is one of the blocked ones.
+bool IsBlocking(const ComplexType& type, unsigned blocked) {
+  return std::any_of(type.derivedTypes.begin(), type.derivedTypes.end(),
+                     [blocked](const ComplexType* derived) {
+                       return (GetStep(*derived) & blocked) != 0 || IsBlocking(*derived, blocked);
                      });
 }
 
@@ -120,6 +125,15 @@ bool CClassBinder::IsByType(const ElementDecl& element) {
   const ComplexType* const type = element.type->AsComplex();
   if (type == nullptr || type->IsAnyType()) return false;
   return type->isAbstract || HasDerived(*type, element.blockSet | type->blockSet);
+}
+
+unsigned CClassBinder::GetBlocked(const ElementDecl& element) {
+  const ComplexType* const type = element.type->AsComplex();
+  if (type == nullptr || type->IsAnyType()) return Derivation_None;
+  const unsigned blocked =
+      (element.blockSet | type->blockSet) & (Derivation_Extension | Derivation_Restriction);
+  // What blocks nothing that is there is no difference.
+  return IsBlocking(*type, blocked) ? blocked : Derivation_None;
 }
 
 void CClassBinder::FillAll() {
@@ -337,6 +351,7 @@ BoundMember CClassBinder::MakeElement(const ContentNode& node, BoundGroupType wi
     bound.isNillable = bound.isNillable || element.isNillable;
     member.objectClass = &bound;
     member.isByType = IsByType(element);
+    member.blocked = GetBlocked(element);
   }
   return member;
 }

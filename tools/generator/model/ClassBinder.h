@@ -36,6 +36,8 @@ class CClassBinder {
 
   // Whether xsi:type has to tell, or may tell, the class of an element.
   static bool IsByType(const ElementDecl& element);
+  // By which steps such a class may not derive from that of the element's type.
+  static unsigned GetBlocked(const ElementDecl& element);
   // Warns of a default or fixed value of an element that is an object, unless it is that of its
   // text: of a type that no other element has.
   void CheckValue(const ElementDecl& element);

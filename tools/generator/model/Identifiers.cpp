@@ -374,6 +374,10 @@ bool IsIdentifier(std::string_view text) {
   return true;
 }
 
+bool IsOwnedNamespace(std::string_view text) {
+  return Contains(kOwnedNamespaces, text) || text == "QzXmlLib16" || text == "QzXmlLib16Data";
+}
+
 std::string WithNumber(const std::string& name, int number) {
   return name + (IsDigit(name.back()) ? "_" : "") + std::to_string(number);
 }

@@ -34,6 +34,11 @@ namespace qzxml::generator {
 struct BoundClass;
 struct BoundNamespace;
 
+// The step from the base of a type to it, as the sets of block name it.
+inline Derivation GetStep(const ComplexType& type) {
+  return type.method == DerivationMethod_Extension ? Derivation_Extension : Derivation_Restriction;
+}
+
 // An enumeration of C++: a simple type that is a restriction of a text type by enumeration.
 struct BoundEnum {
   struct Enumerator {
@@ -94,6 +99,7 @@ struct BoundMember {
   const BoundSimpleType* simple = nullptr;   // of Attribute, Text, Value
   const BoundClass* objectClass = nullptr;   // of Object and Group
   bool isByType = false;                     // Object: xsi:type may name a derived class
+  unsigned blocked = Derivation_None;        // by which steps it may not derive, with isByType
   std::optional<std::string> defaultValue;
   bool isFixed = false;  // defaultValue is the fixed value
   bool isNillable = false;
@@ -148,6 +154,9 @@ struct BoundClass {
   std::vector<const BoundClass*> derived;  // every class derived from this one, at any depth;
                                            // those of anonymous types have no typeName
 
+  // Those of derived that are derived by none of the blocked steps, on the whole way.
+  std::vector<const BoundClass*> GetDerived(unsigned blocked) const;
+
   // "orders::CPurchaseOrder", "orders::CPurchaseOrder::CItems"
   std::string GetQualifiedName() const;
 };
@@ -159,6 +168,7 @@ struct BoundRoot {
   const BoundClass* objectClass = nullptr;
   bool isByType = false;
   std::string documentation;
+  unsigned blocked = Derivation_None;  // as in BoundMember
 };
 
 // What goes into one C++ namespace: one target namespace of the schemas.

@@ -18,7 +18,7 @@ bool IsElement(const BoundMember& member) {
 
 bool IsDifferent(const BoundMember& a, const BoundMember& b) {
   return a.minOccurs != b.minOccurs || a.maxOccurs != b.maxOccurs || a.simple != b.simple ||
-         a.objectClass != b.objectClass || a.isByType != b.isByType ||
+         a.objectClass != b.objectClass || a.isByType != b.isByType || a.blocked != b.blocked ||
          a.defaultValue != b.defaultValue || a.isFixed != b.isFixed ||
          a.isNillable != b.isNillable || a.wildcard != b.wildcard ||
          a.xmlNamespace != b.xmlNamespace;
@@ -376,6 +376,7 @@ void CRestrictionBinder::NarrowType(const ContentNode& node, BoundMember& member
     if (DerivesFrom(&own, member.objectClass)) {
       member.objectClass = &own;
       member.isByType = CClassBinder::IsByType(element);
+      member.blocked = CClassBinder::GetBlocked(element);
     } else {
       m_isLooser = true;
     }

@@ -7,6 +7,8 @@ namespace qzxml::generator {
 namespace {
 
 struct Row {
+  BuiltIn type;
+  QzXmlLib16::XsdType xsdType;
   const char* name;
   BuiltIn base;
   BuiltIn item = BuiltIn_None;  // of a list
@@ -17,55 +19,67 @@ struct Row {
 
 // In the order of BuiltIn. Patterns that the types have are not here: what a value of the type is
 // decides the type itself.
-const Row kRows[] = {
-    {"", BuiltIn_None},
-    {"anySimpleType", BuiltIn_None},
-    {"string", BuiltIn_anySimpleType, BuiltIn_None, "preserve"},
-    {"boolean", BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
-    {"decimal", BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
-    {"float", BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
-    {"double", BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
-    {"duration", BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
-    {"dateTime", BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
-    {"time", BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
-    {"date", BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
-    {"gYearMonth", BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
-    {"gYear", BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
-    {"gMonthDay", BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
-    {"gDay", BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
-    {"gMonth", BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
-    {"hexBinary", BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
-    {"base64Binary", BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
-    {"anyURI", BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
-    {"QName", BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
-    {"NOTATION", BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
-    {"normalizedString", BuiltIn_string, BuiltIn_None, "replace"},
-    {"token", BuiltIn_normalizedString, BuiltIn_None, "collapse"},
-    {"language", BuiltIn_token},
-    {"NMTOKEN", BuiltIn_token},
-    {"NMTOKENS", BuiltIn_anySimpleType, BuiltIn_NMTOKEN, "collapse"},
-    {"Name", BuiltIn_token},
-    {"NCName", BuiltIn_Name},
-    {"ID", BuiltIn_NCName},
-    {"IDREF", BuiltIn_NCName},
-    {"IDREFS", BuiltIn_anySimpleType, BuiltIn_IDREF, "collapse"},
-    {"ENTITY", BuiltIn_NCName},
-    {"ENTITIES", BuiltIn_anySimpleType, BuiltIn_ENTITY, "collapse"},
-    {"integer", BuiltIn_decimal},
-    {"nonPositiveInteger", BuiltIn_integer, BuiltIn_None, "", "", "0"},
-    {"negativeInteger", BuiltIn_nonPositiveInteger, BuiltIn_None, "", "", "-1"},
-    {"long", BuiltIn_integer, BuiltIn_None, "", "-9223372036854775808", "9223372036854775807"},
-    {"int", BuiltIn_long, BuiltIn_None, "", "-2147483648", "2147483647"},
-    {"short", BuiltIn_int, BuiltIn_None, "", "-32768", "32767"},
-    {"byte", BuiltIn_short, BuiltIn_None, "", "-128", "127"},
-    {"nonNegativeInteger", BuiltIn_integer, BuiltIn_None, "", "0", ""},
-    {"unsignedLong", BuiltIn_nonNegativeInteger, BuiltIn_None, "", "", "18446744073709551615"},
-    {"unsignedInt", BuiltIn_unsignedLong, BuiltIn_None, "", "", "4294967295"},
-    {"unsignedShort", BuiltIn_unsignedInt, BuiltIn_None, "", "", "65535"},
-    {"unsignedByte", BuiltIn_unsignedShort, BuiltIn_None, "", "", "255"},
-    {"positiveInteger", BuiltIn_nonNegativeInteger, BuiltIn_None, "", "1", ""},
+#define QZXML_BUILT_IN(name) BuiltIn_##name, QzXmlLib16::XsdType_##name, #name
+constexpr Row kRows[] = {
+    {BuiltIn_None, QzXmlLib16::XsdType_anySimpleType, "", BuiltIn_None},
+    {QZXML_BUILT_IN(anySimpleType), BuiltIn_None},
+    {QZXML_BUILT_IN(string), BuiltIn_anySimpleType, BuiltIn_None, "preserve"},
+    {QZXML_BUILT_IN(boolean), BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
+    {QZXML_BUILT_IN(decimal), BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
+    {QZXML_BUILT_IN(float), BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
+    {QZXML_BUILT_IN(double), BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
+    {QZXML_BUILT_IN(duration), BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
+    {QZXML_BUILT_IN(dateTime), BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
+    {QZXML_BUILT_IN(time), BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
+    {QZXML_BUILT_IN(date), BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
+    {QZXML_BUILT_IN(gYearMonth), BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
+    {QZXML_BUILT_IN(gYear), BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
+    {QZXML_BUILT_IN(gMonthDay), BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
+    {QZXML_BUILT_IN(gDay), BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
+    {QZXML_BUILT_IN(gMonth), BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
+    {QZXML_BUILT_IN(hexBinary), BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
+    {QZXML_BUILT_IN(base64Binary), BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
+    {QZXML_BUILT_IN(anyURI), BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
+    {QZXML_BUILT_IN(QName), BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
+    {QZXML_BUILT_IN(NOTATION), BuiltIn_anySimpleType, BuiltIn_None, "collapse"},
+    {QZXML_BUILT_IN(normalizedString), BuiltIn_string, BuiltIn_None, "replace"},
+    {QZXML_BUILT_IN(token), BuiltIn_normalizedString, BuiltIn_None, "collapse"},
+    {QZXML_BUILT_IN(language), BuiltIn_token},
+    {QZXML_BUILT_IN(NMTOKEN), BuiltIn_token},
+    {QZXML_BUILT_IN(NMTOKENS), BuiltIn_anySimpleType, BuiltIn_NMTOKEN, "collapse"},
+    {QZXML_BUILT_IN(Name), BuiltIn_token},
+    {QZXML_BUILT_IN(NCName), BuiltIn_Name},
+    {QZXML_BUILT_IN(ID), BuiltIn_NCName},
+    {QZXML_BUILT_IN(IDREF), BuiltIn_NCName},
+    {QZXML_BUILT_IN(IDREFS), BuiltIn_anySimpleType, BuiltIn_IDREF, "collapse"},
+    {QZXML_BUILT_IN(ENTITY), BuiltIn_NCName},
+    {QZXML_BUILT_IN(ENTITIES), BuiltIn_anySimpleType, BuiltIn_ENTITY, "collapse"},
+    {QZXML_BUILT_IN(integer), BuiltIn_decimal},
+    {QZXML_BUILT_IN(nonPositiveInteger), BuiltIn_integer, BuiltIn_None, "", "", "0"},
+    {QZXML_BUILT_IN(negativeInteger), BuiltIn_nonPositiveInteger, BuiltIn_None, "", "", "-1"},
+    {QZXML_BUILT_IN(long), BuiltIn_integer, BuiltIn_None, "", "-9223372036854775808",
+     "9223372036854775807"},
+    {QZXML_BUILT_IN(int), BuiltIn_long, BuiltIn_None, "", "-2147483648", "2147483647"},
+    {QZXML_BUILT_IN(short), BuiltIn_int, BuiltIn_None, "", "-32768", "32767"},
+    {QZXML_BUILT_IN(byte), BuiltIn_short, BuiltIn_None, "", "-128", "127"},
+    {QZXML_BUILT_IN(nonNegativeInteger), BuiltIn_integer, BuiltIn_None, "", "0", ""},
+    {QZXML_BUILT_IN(unsignedLong), BuiltIn_nonNegativeInteger, BuiltIn_None, "", "",
+     "18446744073709551615"},
+    {QZXML_BUILT_IN(unsignedInt), BuiltIn_unsignedLong, BuiltIn_None, "", "", "4294967295"},
+    {QZXML_BUILT_IN(unsignedShort), BuiltIn_unsignedInt, BuiltIn_None, "", "", "65535"},
+    {QZXML_BUILT_IN(unsignedByte), BuiltIn_unsignedShort, BuiltIn_None, "", "", "255"},
+    {QZXML_BUILT_IN(positiveInteger), BuiltIn_nonNegativeInteger, BuiltIn_None, "", "1", ""},
 };
+#undef QZXML_BUILT_IN
 static_assert(std::size(kRows) == BuiltIn_Count, "a row for each built-in type");
+
+constexpr bool AreRowsInOrder() {
+  for (int i = 0; i < BuiltIn_Count; ++i) {
+    if (kRows[i].type != i) return false;
+  }
+  return true;
+}
+static_assert(AreRowsInOrder(), "each row stands at the place of its type");
 
 void AddFacet(SimpleType& type, FacetKind kind, const char* value, bool isFixed) {
   if (*value == '\0') return;
@@ -125,6 +139,8 @@ void MakeAnyType(SchemaStorage& storage) {
 }  // namespace
 
 const char* GetBuiltInName(BuiltIn type) { return kRows[type].name; }
+
+QzXmlLib16::XsdType GetXsdType(BuiltIn type) { return kRows[type].xsdType; }
 
 BuiltIn FindBuiltIn(std::string_view localName) {
   for (int i = BuiltIn_anySimpleType; i < BuiltIn_Count; ++i) {

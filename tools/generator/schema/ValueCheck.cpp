@@ -6,6 +6,7 @@
 
 #include "qzxml/binding/TextRules.h"
 #include "tools/generator/regex/XsdPattern.h"
+#include "tools/generator/schema/BuiltIns.h"
 #include "tools/generator/schema/SchemaTree.h"
 
 namespace qzxml::generator {
@@ -13,61 +14,8 @@ namespace qzxml::generator {
 using QzXmlLib16::CPatternStep;
 using QzXmlLib16::CTextRules;
 using QzXmlLib16::CWhitespaceUtils;
-using QzXmlLib16::XsdType;
 
 namespace {
-
-XsdType ToXsdType(BuiltIn type) {
-  using namespace QzXmlLib16;
-  static const XsdType types[] = {XsdType_anySimpleType,  // None
-                                  XsdType_anySimpleType,
-                                  XsdType_string,
-                                  XsdType_boolean,
-                                  XsdType_decimal,
-                                  XsdType_float,
-                                  XsdType_double,
-                                  XsdType_duration,
-                                  XsdType_dateTime,
-                                  XsdType_time,
-                                  XsdType_date,
-                                  XsdType_gYearMonth,
-                                  XsdType_gYear,
-                                  XsdType_gMonthDay,
-                                  XsdType_gDay,
-                                  XsdType_gMonth,
-                                  XsdType_hexBinary,
-                                  XsdType_base64Binary,
-                                  XsdType_anyURI,
-                                  XsdType_QName,
-                                  XsdType_NOTATION,
-                                  XsdType_normalizedString,
-                                  XsdType_token,
-                                  XsdType_language,
-                                  XsdType_NMTOKEN,
-                                  XsdType_NMTOKENS,
-                                  XsdType_Name,
-                                  XsdType_NCName,
-                                  XsdType_ID,
-                                  XsdType_IDREF,
-                                  XsdType_IDREFS,
-                                  XsdType_ENTITY,
-                                  XsdType_ENTITIES,
-                                  XsdType_integer,
-                                  XsdType_nonPositiveInteger,
-                                  XsdType_negativeInteger,
-                                  XsdType_long,
-                                  XsdType_int,
-                                  XsdType_short,
-                                  XsdType_byte,
-                                  XsdType_nonNegativeInteger,
-                                  XsdType_unsignedLong,
-                                  XsdType_unsignedInt,
-                                  XsdType_unsignedShort,
-                                  XsdType_unsignedByte,
-                                  XsdType_positiveInteger};
-  static_assert(sizeof types / sizeof *types == BuiltIn_Count, "one for each built-in type");
-  return types[type];
-}
 
 // What does not fit is more than any text has.
 std::uint32_t ToCount(const std::string& text) {
@@ -191,7 +139,7 @@ const CValueCheck::Rules& CValueCheck::GetRules(const SimpleType& type) {
     }
     made.rules = CTextRules::UnionOf(made.members.data(), made.members.size());
   } else {
-    made.rules = CTextRules(ToXsdType(builtIn));
+    made.rules = CTextRules(GetXsdType(builtIn));
     made.SetWhiteSpace(type);
     made.SetNumberFacets(type);
   }
@@ -218,7 +166,7 @@ bool CValueCheck::AreEqual(const SimpleType& type, const std::string& a, const s
 }
 
 bool CValueCheck::IsAtMost(const SimpleType& type, const std::string& a, const std::string& b) {
-  return CTextRules(ToXsdType(type.GetPrimitive())).MinInclusive(a.c_str()).Accepts(b);
+  return CTextRules(GetXsdType(type.GetPrimitive())).MinInclusive(a.c_str()).Accepts(b);
 }
 
 std::string CValueCheck::FindPatternFault(const std::string& pattern) {
@@ -231,7 +179,7 @@ std::string CValueCheck::FindPatternFault(const std::string& pattern) {
 }
 
 bool IsValueOf(BuiltIn type, const std::string& text) {
-  return CTextRules(ToXsdType(type)).Accepts(text);
+  return CTextRules(GetXsdType(type)).Accepts(text);
 }
 
 std::string ApplyWhiteSpace(WhiteSpace rule, const std::string& text) {
