@@ -202,8 +202,8 @@ inline bool CElementInfo::PlainValueToXml(const QzVariant& value, CXmlWriter* wr
   const bool isDefault = CElementInfoValues::IsDefault(*this, text);
   // Meant: a default is written even if it breaks a facet.
   const ItemType kind = WrittenKind(value, m_itemType);
-  const bool passes = isDefault || (m_bPassesItsKind && kind == m_itemType) ||
-                      IsDurationAsText(value, m_itemType);
+  const bool passes =
+      isDefault || (m_bPassesItsKind && kind == m_itemType) || IsDurationAsText(value, m_itemType);
   if (!passes) CheckRestriction(value);
   writer->WriteTextElement(m_tags, m_strElementNamespace, text, kind, isDefault);
   return true;
