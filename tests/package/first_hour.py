@@ -27,9 +27,10 @@ def main():
     files = sorted(os.listdir(folder))
     if files != ["CMakeLists.txt", "main.cpp", "order.xml", "order.xsd"]:
         sys.exit("the page shows " + ", ".join(files))
-    with open(os.path.join(folder, "CMakeLists.txt"), encoding="utf-8") as made:
-        if len(made.read().splitlines()) > 6:
-            sys.exit("CMakeLists.txt has more than six lines")
+    for name, most in (("CMakeLists.txt", 6), ("main.cpp", 10)):
+        with open(os.path.join(folder, name), encoding="utf-8") as made:
+            if len(made.read().splitlines()) > most:
+                sys.exit(f"{name} has more than {most} lines")
     commands = re.search(r"```sh\n(.*?)```", text, re.S).group(1).splitlines()
     expected = re.search(r"```text\n(.*?)```", text, re.S).group(1)
     printed = ""
