@@ -210,12 +210,13 @@ CElementInfo* MakeElementInfo(XmlElementGroupType group, const CMember& member, 
   }
 }
 
-// The entry, with what the tables cannot say of a value.
+// The entry, with what its constructors do not take.
 CElementInfo* NewElementInfo(XmlElementGroupType group, const CMember& member, int index) {
   CElementInfo* const made = MakeElementInfo(group, member, index);
   if (member.form == MemberForm::Value && !member.IsCollection()) {
     made->SetRules(std::make_unique<CSimpleElementRules>(member));
   }
+  if (member.form == MemberForm::Untyped) made->SetNeedsNamespace();
   return made;
 }
 
@@ -337,6 +338,7 @@ CParentElementInfo* NewClassInfo(const CClassBinding& binding, bool withType) {
       traits.group, traits.elementType, traits.typeName, traits.namespaceUri, failsOnUnknown,
       withType, textIndex, textKind, nullptr, textIndex != -1);
   if (!failsOnUnknown) info->SetReadsNoAttributes();
+  if (!traits.requiresContent) info->SetMayBeEmpty();
   return info.release();
 }
 

@@ -310,7 +310,7 @@ void CBoundClass::Init() {
 
 void CBoundClass::ToXml_Int(CXmlWriter* writer, bool root, const char* namespaceUri,
                             const CSerializationContext& context, bool optionalChoice) const {
-  if (MissesContent() && !context.GetIgnoreMissingChoice()) {
+  if (MissesContent() && !context.GetIgnoreMissingChoice() && !IsNilObject()) {
     detail::ThrowNothingSelected(ElementName());
   }
   CTabledClass::ToXml_Int(writer, root, namespaceUri, context, optionalChoice);

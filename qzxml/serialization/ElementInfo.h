@@ -86,6 +86,10 @@ class QZXML_API CElementInfo {
     m_pRules = std::move(rules);
   }
 
+  // Has an untyped child of one name be read only in its own namespace, where otherwise none at all
+  // passes too. To be called while the table is made.
+  void SetNeedsNamespace() { m_bNeedsNamespace = true; }
+
   // Throws what the facet test of a primitive throws, and CQzException "Cannot CheckRestriction for
   // type: " with the value's type for a member that is none.
   void CheckRestriction(const QzVariant& value) const;
@@ -181,6 +185,7 @@ class QZXML_API CElementInfo {
   bool m_bPassesItsKind;  // no value of the item type breaks the restrictions
   bool m_bIsPlainValue;   // so it is, and there is no default value
   std::unique_ptr<const QzXmlLib16::detail::IElementRules> m_pRules;  // null for none
+  bool m_bNeedsNamespace = false;
 };
 
 }  // namespace QzXmlLib16Data

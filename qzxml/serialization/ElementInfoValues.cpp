@@ -193,8 +193,10 @@ bool CElementInfoValues::ReadInParent(CXmlObjectBase* child, CXmlElement* parent
 bool CElementInfoValues::ReadOpenElement(const CElementInfo& info, CXmlObjectBase* child,
                                          CXmlElement* parent, CXmlElement** cursor,
                                          const CSerializationContext& context) {
-  const bool suits =
-      info.m_strElementName == kAnyElement || info.m_strElementName == (*cursor)->GetLocalName();
+  const bool suits = info.m_bNeedsNamespace
+                         ? IsAt(info, context, *cursor)
+                         : info.m_strElementName == kAnyElement ||
+                               info.m_strElementName == (*cursor)->GetLocalName();
   return suits && ReadInParent(child, parent, cursor, context);
 }
 

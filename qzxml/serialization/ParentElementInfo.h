@@ -83,6 +83,10 @@ class QZXML_API CParentElementInfo {
   // are made.
   void SetReadsNoAttributes() { m_bReadsNoAttributes = true; }
 
+  // Lets nothing of a choice be there although no member says so: a choice of collections may be
+  // empty while none of them is. To be called while the tables are made.
+  void SetMayBeEmpty() { m_bMayBeEmpty = true; }
+
   // --- The class's own text
   std::int32_t GetPrimitiveValuePropertyIndex() const { return m_lPrimitiveValuePropertyIndex; }
   QzXmlLib16::ItemType GetPrimitiveDataType() const { return m_primitiveDataType; }
@@ -110,6 +114,7 @@ class QZXML_API CParentElementInfo {
   std::string m_strPrimitiveFormatOverride;
   bool m_bPrimitiveAsText;
   bool m_bReadsNoAttributes = false;
+  bool m_bMayBeEmpty = false;
 
   mutable CFoundFor<std::type_info> m_notNillable;        // a class that is no INillable
   mutable CFoundFor<CElementInfo*> m_readsNoNamespace;    // a table without open content

@@ -92,6 +92,7 @@ bool CXmlGeneratedClass::IsElementInList(const CSerializationContext& context,
 }
 
 [[gnu::noinline]] bool CXmlGeneratedClass::DoesElementContainOptionalElements() const {
+  if (GetClassInfo()->m_bMayBeEmpty) return true;
   for (CElementInfo** entry = GetClassElementInfo(); *entry != nullptr; ++entry) {
     const CElementInfo* const member = *entry;
     if (IsOneOf<CElementInfoChoicePrimCol, CElementInfoChoiceClsCol, CElementInfoChoiceAbsClsCol,

@@ -234,6 +234,28 @@ TEST(BoundClass, ANilObjectKeepsOnlyItsAttributes) {
   EXPECT_FALSE(again.GetCustomer()->GetIsNil());
 }
 
+TEST(BoundClass, ANilObjectWithContentIsRefused) {
+  COrder order;
+  const auto orderWith = [](const std::string& content) {
+    return "<order xmlns=\"urn:shop\" id=\"1\"><customer "
+           "xmlns:i=\"http://www.w3.org/2001/XMLSchema-instance\" i:nil=\"true\">" +
+           content + "</customer><card>c</card><comment>c</comment></order>";
+  };
+  EXPECT_QZ_THROW_FULL(CQzException,
+                       "Failed read all the elements held within the element [customer]. The "
+                       "unexpected element [name] remains un processed\nPath: /order/customer",
+                       "/order/customer", order.FromXml(orderWith("<name>A</name>").c_str()));
+  EXPECT_QZ_THROW_FULL(
+      CQzException, "Unexpected text [A] found in the element [customer].\nPath: /order/customer",
+      "/order/customer", order.FromXml(orderWith("A").c_str()));
+  order.FromXml(orderWith(" <!-- nothing --> ").c_str());
+  EXPECT_TRUE(order.GetCustomer()->GetIsNil());
+  CSerializationContext lenient;
+  lenient.SetIgnoreUnknownElements(true);
+  order.FromXml(orderWith("<name>A</name>").c_str(), lenient);
+  EXPECT_EQ(order.GetCustomer()->GetName(), "");
+}
+
 TEST(BoundClass, AnAbstractTypeNeedsAnObject) {
   COrder order;
   EXPECT_QZ_THROW(CQzInvalidStateException,

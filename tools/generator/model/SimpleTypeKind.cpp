@@ -97,12 +97,6 @@ bool IsRestricted(const SimpleType& type) {
   return false;
 }
 
-bool IsCollapsed(const SimpleType& type) {
-  if (type.variety != Variety_Union) return type.GetWhiteSpace() == WhiteSpace_Collapse;
-  return std::all_of(type.memberTypes.begin(), type.memberTypes.end(),
-                     [](const SimpleType* member) { return IsCollapsed(*member); });
-}
-
 std::string Quote(const std::string& text) { return "\"" + text + "\""; }
 
 void AddBound(const SimpleType& type, FacetKind kind, const char* function,
@@ -201,9 +195,6 @@ bool KeepsLengths(const SimpleType& type, const std::string& text) {
 }  // namespace
 
 std::string GetWhitespaceRule(const SimpleType& type) {
-  if (type.variety == Variety_Union) {
-    return IsCollapsed(type) ? "WhitespaceRule_Collapse" : "WhitespaceRule_None";
-  }
   switch (type.GetWhiteSpace()) {
     case WhiteSpace_Preserve:
       return "WhitespaceRule_None";

@@ -82,7 +82,13 @@ const std::vector<Enumeration>* SimpleType::FindEnumerations() const {
 }
 
 WhiteSpace SimpleType::GetWhiteSpace() const {
-  if (variety == Variety_List || variety == Variety_Union) return WhiteSpace_Collapse;
+  if (variety == Variety_List) return WhiteSpace_Collapse;
+  if (variety == Variety_Union) {
+    const bool isCollapsed = std::all_of(
+        memberTypes.begin(), memberTypes.end(),
+        [](const SimpleType* member) { return member->GetWhiteSpace() == WhiteSpace_Collapse; });
+    return isCollapsed ? WhiteSpace_Collapse : WhiteSpace_Preserve;
+  }
   const Facet* const facet = FindFacet(FacetKind_whiteSpace);
   if (facet == nullptr || facet->value == "preserve") return WhiteSpace_Preserve;
   return facet->value == "replace" ? WhiteSpace_Replace : WhiteSpace_Collapse;

@@ -167,8 +167,8 @@ struct SimpleType : Type {
   std::vector<const std::vector<Pattern>*> GetPatternSteps() const;
   // The values of the nearest step that has some; null for no such facet.
   const std::vector<Enumeration>* FindEnumerations() const;
-  // Lists collapse; unions collapse as a whole (their members apply their own); anySimpleType
-  // preserves.
+  // Lists collapse, anySimpleType preserves. In a union the rule of the member that takes the text
+  // holds: it collapses when all of them do, and otherwise preserves until the member is known.
   WhiteSpace GetWhiteSpace() const;
 };
 
