@@ -3,17 +3,21 @@
 
   check_schemas.py standards --tool build/release/tools/qzxml/qzxml --library build/release \\
       --corpora ../shared/corpora [--only gpx,junit] [--work DIR] [--table docs/schemas.md]
-  check_schemas.py suite ... [--sample N] [--known FILE] [--start I] [--end J]
+  check_schemas.py suite ... [--sample N] [--known FILE] [--start I] [--end J] [--groups GLOBS]
+  check_schemas.py table suite.tsv [--known FILE]
 
 standards: the schemas under standards/ with the documents of their cases.tsv: each valid one has to
 be accepted and to be written with the same elements, attributes and values, through Fast Infoset and
 JSON too. suite: the schemas of the W3C suite; each valid one generates and compiles or is refused
-with a reason, and each instance is accepted or refused as the suite says.
+with a reason, and each instance is accepted or refused as the suite says. It leaves suite.tsv in the
+work folder: set, group, kind, verdict and detail of each schema and instance. table: prints that file
+as the tables of docs/schemas.md, by set and by the reasons of the known differences.
 
 Without a folder of documents it ends with 77.
 
 Prints a line for each schema and each document that is not as it should be, and a summary; ends with
-1 when a valid standard document is not the same (standards), or when something crashes.
+1 when a valid standard document is not the same (standards), when something crashes, or when --known
+does not tell of a difference (suite, table).
 """
 
 import argparse
@@ -235,12 +239,12 @@ def suite(options):
     if options.sample:
         names = names[::max(1, len(names) // options.sample)]
     names = names[options.start:options.end]
+    if options.groups:
+        globs = options.groups.split(",")
+        names = [n for n in names if any(fnmatch.fnmatchcase("/".join(n), g) for g in globs)]
     totals = collections.defaultdict(collections.Counter)
     crashed = 0
-    known = {}
-    if options.known:
-        with open(options.known, encoding="utf-8") as text:
-            known = dict(line.rstrip("\n").split("\t") for line in text if "\t" in line)
+    known = Known(options.known)
     unknown = []
     log = open(os.path.join(kit.work, "suite.tsv"), "w")
 
@@ -280,6 +284,8 @@ def suite(options):
             kind = "instance " + row["instance_validity"]
             if verdict == "crash":
                 out.append((kind, "crash", row["instance"] + " " + detail))
+            elif row["instance_validity"] not in ("valid", "invalid"):
+                out.append((kind, "open", row["instance"] + " " + verdict))
             elif not right:
                 out.append((kind, "wrong", row["instance"] + " " + verdict + " " + detail))
             elif verdict == "differs":
@@ -295,8 +301,7 @@ def suite(options):
                 totals[name[0] + "\t" + kind][verdict] += 1
                 totals["all\t" + kind][verdict] += 1
                 crashed += verdict == "crash"
-                if verdict != "right" and not any(fnmatch.fnmatch("/".join(name), key)
-                                                  for key in known):
+                if verdict not in ("right", "open") and not known.reason(name, verdict):
                     unknown.append("%s/%s: %s: %s: %s" % (name + (kind, verdict, detail[:300])))
                 log.write("\t".join((name[0], name[1], kind, verdict,
                                      " ".join(detail.split())[:500])) + "\n")
@@ -311,15 +316,79 @@ def suite(options):
     if options.known:
         for line in unknown:
             print(line)
+        if not (options.sample or options.start or options.end or options.groups):
+            for glob_of_groups in known.unused():
+                print("no longer differs: " + glob_of_groups)
         return 1 if unknown else 0
     return 1 if crashed else 0
 
 
+class Known:
+    """The differences that are told of: a line for each glob of set/group, a tab and the reason. A
+    crash is never one."""
+
+    def __init__(self, path):
+        self.reasons = {}
+        self.used = set()
+        if path:
+            with open(path, encoding="utf-8") as text:
+                self.reasons = dict(line.rstrip("\n").split("\t") for line in text if "\t" in line)
+
+    def reason(self, name, verdict):
+        for key, reason in self.reasons.items():
+            if verdict != "crash" and fnmatch.fnmatchcase("/".join(name), key):
+                self.used.add(key)
+                return reason
+        return None
+
+    def unused(self):
+        return [key for key in self.reasons if key not in self.used]
+
+
+def table(options):
+    known = Known(options.known)
+    columns = ["schema valid", "schema invalid", "instance valid", "instance invalid"]
+    sets = collections.OrderedDict()
+    reasons = collections.Counter()
+    untold = 0
+    with open(options.rows, encoding="utf-8") as text:
+        for line in text:
+            name, group, kind, verdict, detail = line.rstrip("\n").split("\t")
+            if kind not in columns:
+                continue
+            counts = sets.setdefault(name, collections.Counter())
+            for row in (counts, sets.setdefault("", collections.Counter())):
+                row[kind] += 1
+                row[kind, "as told"] += verdict in ("right", "differs")
+            if verdict == "right":
+                continue
+            reason = known.reason((name, group), verdict)
+            reasons[reason or "not told of"] += 1
+            untold += reason is None
+            if options.known and reason is None:
+                print("%s/%s: %s: %s: %s" % (name, group, kind, verdict, detail), file=sys.stderr)
+    print("| Set | Valid schemas that compile | Invalid schemas refused | "
+          "Valid documents accepted | Invalid documents refused | As the suite says |")
+    print("|---|---:|---:|---:|---:|---:|")
+    total = sets.pop("")
+    for name, counts in sorted(sets.items()) + [("all", total)]:
+        cells = ["%d of %d" % (counts[c, "as told"], counts[c]) if counts[c] else "" for c in columns]
+        share = 100.0 * sum(counts[c, "as told"] for c in columns) / sum(counts[c] for c in columns)
+        # Only what is wholly right is told as 100 %.
+        print("| %s | %s | %.1f %% |" % (name, " | ".join(cells), int(share * 10) / 10))
+    if options.known:
+        print("\n| Rows | Why they differ |\n|---:|---|")
+        for reason, count in sorted(reasons.items(), key=lambda item: (-item[1], item[0])):
+            print("| %d | %s |" % (count, reason))
+    return 1 if options.known and untold else 0
+
+
 def main():
     parser = argparse.ArgumentParser()
-    parser.add_argument("what", choices=["standards", "suite"])
-    parser.add_argument("--tool", required=True)
-    parser.add_argument("--library", required=True)
+    parser.add_argument("what", choices=["standards", "suite", "table"])
+    parser.add_argument("rows", nargs="?", help="table: the suite.tsv that a run left")
+    parser.add_argument("--tool")
+    parser.add_argument("--library")
     parser.add_argument("--corpora", default=os.environ.get("QZXML_CORPORA"))
     parser.add_argument("--work", default="build/schemas")
     parser.add_argument("--only")
@@ -329,8 +398,15 @@ def main():
                         "difference ends with 1")
     parser.add_argument("--start", type=int)
     parser.add_argument("--end", type=int)
+    parser.add_argument("--groups", help="suite: only these groups, globs of set/group with commas")
     parser.add_argument("--jobs", type=int, default=2)
     options = parser.parse_args()
+    if options.what == "table":
+        if not options.rows:
+            parser.error("table needs the suite.tsv of a run")
+        sys.exit(table(options))
+    if not options.tool or not options.library:
+        parser.error("name the tool and the library's folder with --tool and --library")
     if not options.corpora:
         print("name the folder of documents with --corpora or QZXML_CORPORA")
         sys.exit(77)
