@@ -57,12 +57,14 @@ GenerateResult Generate(const GenerateOptions& options) {
   GenerateResult result;
   ReadOptions readOptions;
   readOptions.catalogs = options.catalogs;
+  readOptions.progress = options.progress;
   const std::unique_ptr<CSchemaSet> schemas = ReadSchemas(options.schemas, readOptions);
   Append(schemas->GetDiagnostics(), result);
   if (result.hasErrors || schemas->HasErrors()) {
     result.hasErrors = true;
     return result;
   }
+  if (options.progress) options.progress("binding the types");
   ModelOptions modelOptions;
   modelOptions.cppNamespace = options.cppNamespace;
   modelOptions.cppNamespaces = options.cppNamespaces;
@@ -70,6 +72,7 @@ GenerateResult Generate(const GenerateOptions& options) {
   Append(model->diagnostics, result);
   if (result.hasErrors) return result;
 
+  if (options.progress) options.progress("writing the sources");
   const std::vector<SourceFile> files = WriteSources(*model, MakeEmitOptions(options));
   result.inputs = schemas->GetFiles();
   for (const SourceFile& file : files) result.outputs.push_back(file.path);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -21,6 +22,8 @@ struct GenerateOptions {
   std::int32_t parts = 0;  // as EmitOptions
   std::string partStem;    // as EmitOptions; "" for its default
   bool isDry = false;      // nothing is written
+  // Told what is done from now on, "reading order.xsd"; may be empty.
+  std::function<void(const std::string& work)> progress;
 };
 
 struct GenerateResult {

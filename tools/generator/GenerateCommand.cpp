@@ -6,6 +6,8 @@
 #include "tools/generator/Generate.h"
 #include "tools/qzxml/Commands.h"
 #include "tools/qzxml/Failure.h"
+#include "tools/qzxml/Progress.h"
+#include "tools/qzxml/System.h"
 
 namespace qztool {
 namespace {
@@ -54,9 +56,14 @@ void Tell(const GenerateResult& result, CConsole& console) {
   }
 }
 
-void RunGenerate(const GenerateOptions& options, CConsole& console) {
+void RunGenerate(GenerateOptions options, CConsole& console) {
   GenerateResult result;
   try {
+    CProgress progress(console.err, IsErrorATerminal());
+    options.progress = [&progress](const std::string& work) {
+      progress.Begin(work);
+      progress.Tell(0, 0);
+    };
     result = qzxml::generator::Generate(options);
   } catch (const qzxml::generator::COutputError& e) {
     throw CFailure(ExitCode_File, Printable(e.what()));

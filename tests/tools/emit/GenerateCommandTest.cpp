@@ -1,8 +1,6 @@
-#include <CLI/CLI.hpp>
-#include <sstream>
-
 #include "tests/support/QzTest.h"
 #include "tests/tools/qzxml/ToolRun.h"
+#include "tools/generator/Generate.h"
 #include "tools/qzxml/Commands.h"
 
 using qztest::TemporaryFolder;
@@ -15,17 +13,9 @@ constexpr char kSchema[] =
     "<xs:element name=\"a\"><xs:complexType><xs:attribute name=\"n\" type=\"xs:int\"/>"
     "</xs:complexType></xs:element></xs:schema>";
 
-ToolResult Generate(const std::vector<std::string>& arguments) {
-  std::vector<const char*> argv = {"qzxml", "generate"};
-  for (const std::string& argument : arguments) argv.push_back(argument.c_str());
-  std::istringstream in;
-  std::ostringstream out;
-  std::ostringstream err;
-  qztool::CConsole console{in, out, err};
-  const int code =
-      qztool::RunProgram(static_cast<int>(argv.size()), argv.data(), console,
-                         [&console](CLI::App& app) { qztool::AddGenerateCommand(app, console); });
-  return {code, out.str(), err.str()};
+ToolResult Generate(std::vector<std::string> arguments) {
+  arguments.insert(arguments.begin(), "generate");
+  return qztest::RunTool(arguments, "", &qztool::AddGenerateCommand);
 }
 
 }  // namespace
@@ -42,6 +32,23 @@ TEST(GenerateCommand, WritesTheClassesAndSaysNothing) {
             Generate({schema, "-o", output, "-n", "x::y", "--list"}).out);
   EXPECT_NE(std::string::npos, folder.Read("gen/x_y/x_y.h").find("#include \"x_y/"));
   EXPECT_EQ(output + "/qzxml-files.txt: \\\n  " + schema + "\n", folder.Read("a b.d"));
+}
+
+TEST(GenerateCommand, TellsWhatItIsAbout) {
+  const TemporaryFolder folder;
+  const std::string included = folder.Write("b.xsd", kSchema);
+  qzxml::generator::GenerateOptions options;
+  options.schemas = {folder.Write(
+      "a.xsd",
+      "<xs:schema xmlns:xs=\"http://www.w3.org/2001/XMLSchema\" targetNamespace=\"urn:a\">"
+      "<xs:include schemaLocation=\"b.xsd\"/></xs:schema>")};
+  options.output = folder.Path("gen");
+  std::vector<std::string> told;
+  options.progress = [&told](const std::string& work) { told.push_back(work); };
+  EXPECT_FALSE(qzxml::generator::Generate(options).hasErrors);
+  EXPECT_EQ((std::vector<std::string>{"reading " + options.schemas[0], "reading " + included,
+                                      "binding the types", "writing the sources"}),
+            told);
 }
 
 TEST(GenerateCommand, ListsWithoutWriting) {

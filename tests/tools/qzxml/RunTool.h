@@ -1,7 +1,15 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
+
+namespace CLI {
+class App;
+}
+namespace qztool {
+struct CConsole;
+}
 
 // Runs the program qzxml as a function, on streams of memory: for tests and for fuzzers.
 namespace qztest {
@@ -12,7 +20,10 @@ struct ToolResult {
   std::string err;
 };
 
-// The arguments behind the program's name; input is what stands on standard input.
+// The arguments behind the program's name; input is what stands on standard input. Without
+// addCommands the program has convert and inspect.
 ToolResult RunTool(const std::vector<std::string>& arguments, const std::string& input = "");
+ToolResult RunTool(const std::vector<std::string>& arguments, const std::string& input,
+                   const std::function<void(CLI::App&, qztool::CConsole&)>& addCommands);
 
 }  // namespace qztest

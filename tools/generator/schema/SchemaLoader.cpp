@@ -35,9 +35,9 @@ CSchemaLoader::CSchemaLoader(std::deque<SchemaDocument>& documents,
                              std::deque<SchemaSource>& sources, CDiagnostics& diagnostics)
     : m_documents(documents), m_sources(sources), m_diagnostics(diagnostics) {}
 
-void CSchemaLoader::Load(const std::vector<std::string>& files,
-                         const std::vector<std::string>& catalogs) {
-  for (const std::string& catalog : catalogs) m_catalog.Load(catalog, m_diagnostics);
+void CSchemaLoader::Load(const std::vector<std::string>& files, const ReadOptions& options) {
+  m_progress = options.progress;
+  for (const std::string& catalog : options.catalogs) m_catalog.Load(catalog, m_diagnostics);
   m_files = m_catalog.GetFiles();
   for (const std::string& file : files) {
     SchemaSource* const source = LoadFile(file, Role_Given, {}, nullptr);
@@ -62,6 +62,7 @@ SchemaSource* CSchemaLoader::LoadFile(const std::string& file, Role role, const 
   source.document = &document;
   const bool isNew = !Contains(m_files, file);
   if (isNew) m_files.push_back(file);
+  if (m_progress) m_progress("reading " + file);
   if (!LoadSchemaFile(file, source, m_diagnostics)) {
     m_loaded[{canonical, wanted}] = nullptr;
     return nullptr;

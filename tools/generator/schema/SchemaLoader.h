@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -35,7 +36,7 @@ class CSchemaLoader {
   CSchemaLoader(const CSchemaLoader&) = delete;
   CSchemaLoader& operator=(const CSchemaLoader&) = delete;
 
-  void Load(const std::vector<std::string>& files, const std::vector<std::string>& catalogs);
+  void Load(const std::vector<std::string>& files, const ReadOptions& options);
 
   // Sound ones, each behind those that it brought in.
   const std::vector<SchemaSource*>& GetSources() const { return m_ordered; }
@@ -63,6 +64,7 @@ class CSchemaLoader {
   std::deque<SchemaSource>& m_sources;
   CDiagnostics& m_diagnostics;
   CXmlCatalog m_catalog;
+  std::function<void(const std::string& work)> m_progress;
   std::vector<SchemaSource*> m_ordered;
   std::vector<Redefinition> m_redefinitions;
   std::vector<std::string> m_files;

@@ -60,7 +60,7 @@ class CSchemaBuilder {
   void Build(const std::vector<std::string>& files, const ReadOptions& options) {
     SchemaStorage& storage = *m_set.m_pStorage;
     CSchemaLoader loader(storage.documents, storage.sources, m_diagnostics);
-    loader.Load(files, options.catalogs);
+    loader.Load(files, options);
     m_set.m_files = loader.GetFiles();
     BuildState state(storage, m_diagnostics);
     MakeComponents(state, loader);

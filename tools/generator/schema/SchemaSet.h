@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -99,6 +100,8 @@ class CSchemaSet {
 
 struct ReadOptions {
   std::vector<std::string> catalogs;  // OASIS XML catalogs, asked in their order
+  // Told of each file, "reading order.xsd", before it is read; may be empty.
+  std::function<void(const std::string& work)> progress;
 };
 
 // Reads schema files, with all that they include, import and redefine, and resolves them. No
