@@ -42,6 +42,8 @@ CObjectHandle CBoundClass::NewCopy() const {
   const CObjectHandle made = m_binding->GetTraits().newObject(0, ElementName().c_str());
   CBoundClass& copy = dynamic_cast<CBoundClass&>(*made);
   copy.m_writesType = m_writesType;
+  copy.m_rootNamespace = m_rootNamespace;
+  copy.m_isRoot = m_isRoot;
   for (int i = 0; i < m_binding->GetMemberCount(); ++i) {
     const CMember& declared = m_binding->GetDeclaredMember(i);
     if (declared.IsCollection()) {

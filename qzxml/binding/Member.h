@@ -169,6 +169,9 @@ struct CMember {
     return changed;
   }
 
+  // Of a restriction: an element of any type that the base class's member holds a collection of.
+  constexpr CMember InCollection() const;
+
   // Of a restriction: the base class's member may not stand in the class.
   constexpr CMember Prohibited() const {
     CMember changed = *this;
@@ -268,6 +271,12 @@ constexpr CMember UntypedElement(const char* name, const char* namespaceUri, COc
   member.wildcard = *namespaceUri == '\0' ? "##local" : namespaceUri;
   member.newCollection = occurs.max == 1 ? nullptr : &NewElementCol;
   return member;
+}
+
+constexpr CMember CMember::InCollection() const {
+  CMember changed = *this;
+  changed.newCollection = &NewElementCol;
+  return changed;
 }
 
 // wildcard as with AnyAttribute. A collection even where one element at most may stand.

@@ -462,7 +462,9 @@ TEST(BoundClass, ARootMayHaveAnotherNamespaceThanItsType) {
   const CSmartPtr<CWeight> made = NewElement<CWeight>("mass", "urn:third");
   made->SetUnit("g");
   made->SetValue(CDecimal(2));
-  EXPECT_EQ(made->ToXml(false, false), "<AA:mass xmlns:AA=\"urn:third\" unit=\"g\">2</AA:mass>");
+  const char* const text = "<AA:mass xmlns:AA=\"urn:third\" unit=\"g\">2</AA:mass>";
+  EXPECT_EQ(made->ToXml(false, false), text);
+  EXPECT_EQ(made->NewCopy()->ToXml(false, false), text);
 }
 
 TEST(BoundClass, GoesThroughFastInfoset) {

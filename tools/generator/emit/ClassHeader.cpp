@@ -194,16 +194,18 @@ class CClassWriter {
   }
 
   static std::string ByTypeComment(unsigned blocked) {
+    const std::string made =
+        "Makes the object for an element of this type: of the class that its "
+        "xsi:type names, or of this one";
     switch (blocked) {
       case Derivation_None:
-        return "Makes the object for an element of this type: of the class that its xsi:type "
-               "names, or of this one.";
+        return made + ".";
       case Derivation_Extension:
-        return "The same where the schema blocks types that extend this one.";
+        return made + ". The schema blocks types that extend this one there.";
       case Derivation_Restriction:
-        return "The same where the schema blocks types that restrict this one.";
+        return made + ". The schema blocks types that restrict this one there.";
       default:
-        return "The same where the schema blocks all types that derive from this one.";
+        return made + ". The schema blocks all types that derive from this one there.";
     }
   }
 

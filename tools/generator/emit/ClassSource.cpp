@@ -91,6 +91,11 @@ class CMemberText {
       links.push_back((m_member.isFixed ? ".WithFixed(" : ".WithDefault(") +
                       Literal(*m_member.defaultValue) + ")");
     }
+    // An element of any type is a collection where more than one may stand.
+    if (m_member.form == BoundForm::Untyped && m_declared.IsCollection() &&
+        m_member.maxOccurs == 1) {
+      links.push_back(".InCollection()");
+    }
     if (m_member.IsProhibited()) links.push_back(".Prohibited()");
     if (m_member.isNillable) links.push_back(".Nillable()");
     if (m_member.requiresContent) links.push_back(".RequiresContent()");
@@ -99,15 +104,7 @@ class CMemberText {
 
   std::string Name() const { return Literal(m_member.xmlName); }
   std::string Uri() const { return m_scope.Uri(m_member.xmlNamespace); }
-  // Untyped elements are a collection where more than one may stand, so that a restriction to one
-  // leaves the collection as it is.
-  std::string Occurs() const {
-    if (m_member.form == BoundForm::Untyped && m_declared.IsCollection() &&
-        m_member.maxOccurs == 1) {
-      return generator::Occurs(m_scope, m_declared);
-    }
-    return generator::Occurs(m_scope, m_member);
-  }
+  std::string Occurs() const { return generator::Occurs(m_scope, m_member); }
 
   std::string NewObject() const {
     const BoundClass& objectClass = *m_member.objectClass;

@@ -212,6 +212,30 @@ TEST(GeneratedStrict, AGroupLeavesTheAttributesToItsElement) {
   EXPECT_EQ("", Refusal("<steps xsi:nil='true'/>"));
 }
 
+TEST(GeneratedStrict, AChoiceOfCollectionsThatMayBeEmptyIsEmpty) {
+  EXPECT_EQ("", Refusal("<rows/>"));
+  EXPECT_EQ("<AA:rows xmlns:AA=\"urn:example:strict\"/>",
+            Read("<rows/>")->ToXml(false, false, EOLType_LF));
+  EXPECT_EQ("", Refusal("<rows><a/><a/></rows>"));
+  EXPECT_NE("", Refusal("<rows><a/><b>1</b></rows>"));
+  EXPECT_NE("", Refusal("<fewRows/>"));
+}
+
+TEST(GeneratedStrict, ARestrictionCountsElementsOfAnyType) {
+  EXPECT_EQ("", Refusal("<fewRows><a/></fewRows>"));
+  EXPECT_NE("", Refusal("<fewRows><a/><a/></fewRows>"));
+  EXPECT_EQ("", Refusal("<fewRows><b>1</b><b>1</b></fewRows>"));
+  EXPECT_NE("", Refusal("<fewRows><b>1</b><b>1</b><b>1</b></fewRows>"));
+}
+
+TEST(GeneratedStrict, AnElementOfAnyTypeHasItsNamespace) {
+  EXPECT_EQ("", Refusal("<free><one/><many/><many a='1'>t</many><plain xmlns=''/></free>"));
+  EXPECT_EQ("Failed to find the required element from namespace [urn:example:strict].",
+            Refusal("<free><one xmlns=''/></free>"));
+  EXPECT_NE("", Refusal("<free><one/><many xmlns='urn:other'/></free>"));
+  EXPECT_NE("", Refusal("<free><one/><plain/></free>"));
+}
+
 TEST(GeneratedStrict, ANilObjectIsEmpty) {
   EXPECT_EQ(
       "Failed read all the elements held within the element [steps]. The unexpected element [a] "
@@ -235,6 +259,9 @@ TEST(GeneratedStrict, ARootReadsOnlyItsOwnDocuments) {
                   number->FromXml("<number>1</number>"));
   number->FromXml(Whole("<number>7</number>").c_str());
   EXPECT_EQ(7, number->GetValue());
+  EXPECT_QZ_THROW(CQzValidationException,
+                  "The root of the document is [n], not [{urn:example:strict}number].\nPath: /n",
+                  number->NewCopy()->FromXml("<n>1</n>"));
 }
 
 TEST(GeneratedStrict, AnObjectThatIsNoRootReadsAnyElementOfItsType) {
