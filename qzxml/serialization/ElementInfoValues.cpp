@@ -210,6 +210,7 @@ CXmlElement* CElementInfoValues::ReadOpenCollection(const CElementInfo& info,
                                                     CXmlCollectionBase* collection,
                                                     CXmlElement* parent, CXmlElement* cursor,
                                                     const CSerializationContext& context) {
+  if (info.m_bNeedsNamespace && !IsAt(info, context, cursor)) return cursor;
   CElementCol* const elements = dynamic_cast<CElementCol*>(collection);
   if (elements == nullptr || info.m_strElementName == kAnyElement) {
     return ReadCollection(collection, parent, cursor, context);
