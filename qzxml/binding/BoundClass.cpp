@@ -293,6 +293,16 @@ void CBoundClass::AccessObjectMember(const CMember& member, int index, bool read
 void CBoundClass::Init() {
   m_selected = -1;
   if (m_binding->GetTraits().isNillable) dynamic_cast<INillable&>(*this).SetIsNil(false);
+  GetTables();
+  if (m_binding->m_readPlan != nullptr) {
+    m_binding->m_readPlan->Reset(*this);
+  } else {
+    ResetMembers();
+  }
+  m_selected = -1;  // what the collections told of their end
+}
+
+void CBoundClass::ResetMembers() {
   for (const CClassBinding* binding = m_binding; binding != nullptr; binding = binding->m_base) {
     for (const CMember& member : binding->m_own) {
       if (member.IsCollection()) {
@@ -305,7 +315,6 @@ void CBoundClass::Init() {
       }
     }
   }
-  m_selected = -1;  // what the collections told of their end
 }
 
 void CBoundClass::ToXml_Int(CXmlWriter* writer, bool root, const char* namespaceUri,

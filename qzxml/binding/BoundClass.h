@@ -162,6 +162,7 @@ class QZXML_API CBoundClass : public CTabledClass {
   void SelectMember(std::int32_t index, bool hasValue);
   static void TakeAsMember(const CMember& member, CXmlObjectBase* object);
   void TakeTypeFrom(const CMember& member);
+  void ResetMembers();
   bool MissesContent() const;
   bool IsNilObject() const;
   void RequireSuitableElement(const CSerializationContext& context,

@@ -12,7 +12,8 @@ namespace QzXmlLib16 {
 
 namespace detail {
 class CReadPlan;
-}
+class CReadValues;
+}  // namespace detail
 
 // What a bound class is as a whole.
 struct CClassTraits {
@@ -134,6 +135,7 @@ class QZXML_API CClassBinding {
 
  private:
   friend class CBoundClass;
+  friend class detail::CReadValues;
 
   CClassTraits m_traits;
   CMemberList m_own;

@@ -40,6 +40,7 @@ std::unique_ptr<CReadPlan> CReadPlan::Make(const CClassBinding& binding,
   std::unique_ptr<CReadPlan> plan(new CReadPlan);
   plan->m_isMixed = traits.isMixed;
   plan->m_isSequence = traits.group == XmlElementGroupType_Sequence;
+  plan->m_resets = CReadValues::ListResets(binding);
   plan->AddAttributes(binding);
   if (plan->m_isSequence) plan->AddElements(binding, tables);
   const std::int32_t text = tables.GetInfo()->GetPrimitiveValuePropertyIndex();

@@ -80,6 +80,14 @@ struct ReadMember {
   std::int64_t highest = 0;
 };
 
+// Empties one data member.
+struct MemberReset {
+  using Function = void (*)(CBoundClass& object, const MemberReset& member);
+
+  Function function = nullptr;
+  unsigned char pointer[sizeof(std::string CBoundClass::*)] = {};  // to the data member
+};
+
 // The short way through the elements of one class. It takes the members in the order of the class
 // and does with each what its entry in the tables would do, but without the virtual calls and the
 // variant: a text becomes the value, is held against its type and moved to the data member. It
@@ -96,6 +104,11 @@ class CReadPlan {
 
   // Whether the context leaves all as it is ordinarily.
   QZXML_API static bool Serves(const CSerializationContext& context);
+
+  // Empties all data members of an object of that class.
+  void Reset(CBoundClass& object) const {
+    for (const MemberReset& reset : m_resets) reset.function(object, reset);
+  }
 
   // As CXmlGeneratedClass::FromXml_Int for an object of that class.
   CXmlElement* Read(CBoundClass& object, CXmlElement* parent, CXmlElement* cursor,
@@ -124,6 +137,7 @@ class CReadPlan {
   bool m_isSequence = false;             // false: the content goes to the walk
   std::unique_ptr<ReadMember> m_text;    // null without
   bool m_isMixed = false;
+  std::vector<MemberReset> m_resets;
 };
 
 // For tests: false lets all objects be read by the walk. To be called while nobody reads.

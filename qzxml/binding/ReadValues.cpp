@@ -13,6 +13,7 @@
 
 #include "qzxml/binding/BoundClassDetail.h"
 #include "qzxml/binding/SimpleElement.h"
+#include "qzxml/collections/XmlCollectionBase.h"
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/serialization/PrimitiveRestrictions.h"
 #include "qzxml/values/Conversions.h"
@@ -31,18 +32,41 @@ using Rule = CWhitespaceUtils::WhitespaceRule;
 
 // --- The data member
 
-template <typename Value>
-std::optional<Value>& PropertyOf(CBoundClass& object, const ReadMember& member) {
-  std::optional<Value> CBoundClass::*pointer;
+// Out of the bytes that a member keeps.
+template <typename T, typename Member>
+T& DataMemberOf(CBoundClass& object, const Member& member) {
+  T CBoundClass::*pointer;
   static_assert(sizeof pointer == sizeof member.pointer);
   std::memcpy(&pointer, member.pointer, sizeof pointer);
   return object.*pointer;
 }
 
-template <typename T>
-void KeepPointer(T CBoundClass::*pointer, ReadMember& member) {
+template <typename Value>
+std::optional<Value>& PropertyOf(CBoundClass& object, const ReadMember& member) {
+  return DataMemberOf<std::optional<Value>>(object, member);
+}
+
+template <typename T, typename Member>
+void KeepPointer(T CBoundClass::*pointer, Member& member) {
   static_assert(sizeof pointer == sizeof member.pointer);
   std::memcpy(member.pointer, &pointer, sizeof pointer);
+}
+
+// --- Emptying
+
+template <typename T>
+void ResetValue(CBoundClass& object, const MemberReset& member) {
+  DataMemberOf<T>(object, member).reset();
+}
+
+void ResetObject(CBoundClass& object, const MemberReset& member) {
+  CObjectHandle& property = DataMemberOf<CObjectHandle>(object, member);
+  if (property != nullptr) property = nullptr;
+}
+
+void ResetCollection(CBoundClass& object, const MemberReset& member) {
+  const CCollectionHandle& property = DataMemberOf<CCollectionHandle>(object, member);
+  if (property != nullptr && property->GetCount() > 0) property->Clear();
 }
 
 // --- Checks
@@ -326,16 +350,36 @@ bool CReadValues::Take(CBoundClass& object, const ReadMember& member, std::strin
   }
 }
 
+std::vector<MemberReset> CReadValues::ListResets(const CClassBinding& binding) {
+  std::vector<MemberReset> resets;
+  for (const CClassBinding* at = &binding; at != nullptr; at = at->m_base) {
+    for (const CMember& member : at->m_own) {
+      MemberReset reset;
+      if (member.IsCollection()) {
+        KeepPointer(member.property.m_collection, reset);
+        reset.function = &ResetCollection;
+      } else if (member.IsValue()) {
+        CBoundClass::VisitValue(member, [&reset](auto, auto pointer) {
+          KeepPointer(pointer, reset);
+          reset.function =
+              &ResetValue<std::decay_t<decltype(std::declval<CBoundClass&>().*pointer)>>;
+        });
+      } else {
+        KeepPointer(member.property.m_object, reset);
+        reset.function = &ResetObject;
+      }
+      if (reset.function != nullptr) resets.push_back(reset);
+    }
+  }
+  return resets;
+}
+
 CObjectHandle& CReadValues::Object(CBoundClass& object, const ReadMember& member) {
-  CObjectHandle CBoundClass::*pointer;
-  std::memcpy(&pointer, member.pointer, sizeof pointer);
-  return object.*pointer;
+  return DataMemberOf<CObjectHandle>(object, member);
 }
 
 CCollectionHandle& CReadValues::Collection(CBoundClass& object, const ReadMember& member) {
-  CCollectionHandle CBoundClass::*pointer;
-  std::memcpy(&pointer, member.pointer, sizeof pointer);
-  return object.*pointer;
+  return DataMemberOf<CCollectionHandle>(object, member);
 }
 
 CObjectHandle CReadValues::HeldObject(CBoundClass& object, const ReadMember& member) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
 #include "qzxml/binding/ReadPlan.h"
 
@@ -18,6 +19,9 @@ class CReadValues {
   // Whether the text is an ordinary one of a value, which the object then holds. False leaves the
   // object as it was.
   static bool Take(CBoundClass& object, const ReadMember& member, std::string_view text);
+
+  // How the data members of a class are emptied, those of the most derived class first.
+  static std::vector<MemberReset> ListResets(const CClassBinding& binding);
 
   // The data members.
   static CObjectHandle& Object(CBoundClass& object, const ReadMember& member);

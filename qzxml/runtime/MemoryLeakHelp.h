@@ -33,8 +33,9 @@ class InstanceRecord {
   // Alive again, without being made anew.
   void CountBack() { AddToCounter(m_counts, kOneAlive, std::memory_order_relaxed); }
   // The objects still alive, below zero when copies of monitors have gone too.
-  std::int32_t CountOut() {
-    return AliveIn(AddToCounter(m_counts, 0 - kOneAlive, std::memory_order_relaxed) - kOneAlive);
+  std::int32_t CountOut(std::uint32_t count = 1) {
+    const std::uint64_t gone = kOneAlive * count;
+    return AliveIn(AddToCounter(m_counts, 0 - gone, std::memory_order_relaxed) - gone);
   }
 
  private:
@@ -127,6 +128,10 @@ class QZXML_API CInstanceMonitor {
   void BeginWait() { m_pct->CountOut(); }
   void BeginLife() { m_pct->CountIn(); }
   void EndWait() { m_pct->CountBack(); }
+
+  // For who frees the memory of many objects without their destructors, and counts them out by
+  // their record.
+  QzXmlLib16::detail::InstanceRecord* GetRecord() const { return m_pct; }
 
   // Counts one more object of the class that was made and is gone.
   void CountPassing() { m_pct->CountMade(); }

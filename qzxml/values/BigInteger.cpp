@@ -45,7 +45,7 @@ const CBigInteger CBigInteger::MAX_DOUBLE("1.7E+308");
 QZXML_INIT_ORDER(detail::InitOrder_NumericRanges)
 const CBigInteger CBigInteger::MIN_DOUBLE("-1.7E+308");
 
-CBigInteger::CBigInteger() : m_sign(1), m_digits(1, 0) {}
+CBigInteger::CBigInteger() : m_sign(1), m_digits(0) {}
 
 CBigInteger::CBigInteger(int value) : CBigInteger(static_cast<long long>(value)) {}
 
@@ -59,23 +59,26 @@ CBigInteger::CBigInteger(unsigned long value)
 
 CBigInteger::CBigInteger(long long value) : m_sign(SignOf(value < 0)) {
   const auto bits = static_cast<unsigned long long>(value);
-  BuildDWORDLONG(value < 0 ? 0 - bits : bits, m_digits);
+  SetWord(value < 0 ? 0 - bits : bits);
 }
 
-CBigInteger::CBigInteger(unsigned long long value) : m_sign(1) { BuildDWORDLONG(value, m_digits); }
+CBigInteger::CBigInteger(unsigned long long value) : m_sign(1) { SetWord(value); }
 
 CBigInteger::CBigInteger(double value) : m_sign(SignOf(0.0 > value)) {
   if (!std::isfinite(value)) static_cast<void>(CDecimal(value));  // throws, with the sign
-  BuildDouble(std::abs(value), m_digits);
+  Digits digits;
+  BuildDouble(std::abs(value), digits);
+  m_digits.Set(std::move(digits));
 }
 
 CBigInteger::CBigInteger(const char* text) : m_sign(1) { Parse(text); }
 
 CBigInteger::CBigInteger(const CDecimal& value) : CBigInteger(value.ToBigInteger()) {}
 
-CBigInteger::CBigInteger(int sign, const Digits& digits)
-    : m_sign(SignOf(sign < 0)), m_digits(digits) {
-  Clean(m_digits);
+CBigInteger::CBigInteger(int sign, const Digits& digits) : m_sign(SignOf(sign < 0)) {
+  Digits cleaned(digits);
+  Clean(cleaned);
+  m_digits.Set(std::move(cleaned));
 }
 
 CBigInteger::~CBigInteger() = default;
@@ -111,6 +114,58 @@ void CBigInteger::AppendMagnitude(std::string& text) const {
   std::size_t at = text.size();
   text.resize(at + m_digits.size());
   for (std::size_t i = m_digits.size(); i-- > 0;) text[at++] = static_cast<char>(m_digits[i] + '0');
+}
+
+// --- Digits in place, and words of them. ---
+
+void CBigInteger::BuildText(const char* first, const char* last, Store& out) {
+  while (first != last && *first == '0') ++first;
+  const auto count = static_cast<std::size_t>(last - first);
+  if (count > Store::kMostInPlace) {
+    Digits digits;
+    BuildText(first, last, digits);
+    return out.Set(std::move(digits));
+  }
+  char* digit = out.MakeInPlace(std::max<std::size_t>(count, 1));
+  *digit = 0;
+  while (last != first) *digit++ = static_cast<char>(*--last - '0');
+}
+
+// The digits of a value that was moved from are those of zero.
+int CBigInteger::Compare(const Store& a, const Store& b) {
+  const char zero = 0;
+  const char* const left = a.empty() ? &zero : a.data();
+  const char* const right = b.empty() ? &zero : b.data();
+  const std::size_t size = std::max<std::size_t>(a.size(), 1);
+  const std::size_t other = std::max<std::size_t>(b.size(), 1);
+  if (size != other) return size < other ? -1 : 1;
+  for (std::size_t i = size; i-- > 0;) {
+    if (left[i] != right[i]) return left[i] < right[i] ? -1 : 1;
+  }
+  return 0;
+}
+
+bool CBigInteger::AreWords(const CBigInteger& a, const CBigInteger& b) {
+  constexpr std::size_t kMostOfWord = 18;  // their sum is in range too
+  return a.m_digits.size() <= kMostOfWord && b.m_digits.size() <= kMostOfWord;
+}
+
+std::uint64_t CBigInteger::GetWord() const {
+  std::uint64_t word = 0;
+  for (std::size_t i = m_digits.size(); i-- > 0;) {
+    word = word * 10 + static_cast<unsigned char>(m_digits[i]);
+  }
+  return word;
+}
+
+void CBigInteger::SetWord(std::uint64_t magnitude) {
+  char digits[Store::kMostInPlace];
+  std::size_t count = 0;
+  do {
+    digits[count++] = static_cast<char>(magnitude % 10);
+    magnitude /= 10;
+  } while (magnitude > 0);
+  m_digits.Assign(digits, count);
 }
 
 // --- Signs, roots and powers. ---
@@ -149,7 +204,8 @@ CBigInteger CBigInteger::SquareRoot() const {
     throw CQzInvalidValueException("ERROR: Negative Number in function SquareRoot().");
   }
   const CBigInteger two(2);
-  CBigInteger guess = Pow10((static_cast<unsigned int>(Position(m_digits)) + 1) / 2);
+  CBigInteger guess =
+      Pow10((static_cast<unsigned int>(std::max<std::size_t>(m_digits.size(), 1)) + 1) / 2);
   CBigInteger last(Unset{});
   do {
     last = std::move(guess);
@@ -160,12 +216,26 @@ CBigInteger CBigInteger::SquareRoot() const {
 
 CBigInteger CBigInteger::Pow10(unsigned int exponent) {
   CBigInteger result(Unset{});
-  Pow10(exponent, result.m_digits);
+  Digits digits;
+  Pow10(exponent, digits);
+  result.m_digits.Set(std::move(digits));
   return result;
 }
 
 void CBigInteger::TimesPow10(int count) {
-  if (!IsZero()) ShiftLeft(m_digits, count);
+  if (IsZero() || count <= 0) return;
+  const std::size_t size = m_digits.size();
+  const auto zeros = static_cast<std::size_t>(count);
+  if (zeros <= Store::kMostInPlace && size + zeros <= Store::kMostInPlace) {
+    const Store before(m_digits);
+    char* const digits = m_digits.MakeInPlace(size + zeros);
+    std::fill_n(digits, zeros, '\0');
+    std::copy(before.begin(), before.end(), digits + zeros);
+    return;
+  }
+  Digits digits(m_digits.begin(), m_digits.end());
+  ShiftLeft(digits, count);
+  m_digits.Set(std::move(digits));
 }
 
 void CBigInteger::DividePow10(int count) {
@@ -174,17 +244,24 @@ void CBigInteger::DividePow10(int count) {
     return;
   }
   const std::size_t gone = std::min(static_cast<std::size_t>(count), m_digits.size());
-  m_digits.erase(m_digits.begin(), m_digits.begin() + static_cast<std::ptrdiff_t>(gone));
-  Clean(m_digits);
+  if (gone == m_digits.size()) {
+    m_digits = Store(0);
+  } else if (gone > 0) {
+    m_digits.Assign(m_digits.data() + gone, m_digits.size() - gone);
+  }
 }
 
 CBigInteger CBigInteger::RemainderPow10(int count) const {
   if (IsZero()) return CBigInteger();
-  const std::size_t kept = std::min(static_cast<std::size_t>(count), m_digits.size());
+  std::size_t kept = std::min(static_cast<std::size_t>(count), m_digits.size());
+  while (kept > 0 && m_digits[kept - 1] == 0) --kept;
   CBigInteger result(Unset{});
   result.m_sign = m_sign;
-  result.m_digits.assign(m_digits.begin(), m_digits.begin() + static_cast<std::ptrdiff_t>(kept));
-  Clean(result.m_digits);
+  if (kept == 0) {
+    result.m_digits = Store(0);
+  } else {
+    result.m_digits.Assign(m_digits.data(), kept);
+  }
   return result;
 }
 
@@ -233,24 +310,43 @@ CBigInteger& CBigInteger::operator-=(const CBigInteger& other) {
 }
 
 void CBigInteger::AddSigned(const CBigInteger& other, int sign) {
-  if (m_sign == sign) {
-    Add(m_digits, other.m_digits, m_digits);
-    return;
-  }
-  const int order = Compare(m_digits, other.m_digits);
+  const int order = m_sign == sign ? 1 : Compare(m_digits, other.m_digits);
   if (order == 0) {
     *this = CBigInteger();
-  } else if (order > 0) {
-    Subtract(m_digits, other.m_digits, m_digits);
-  } else {
-    Subtract(other.m_digits, m_digits, m_digits);
-    m_sign = sign;
+    return;
   }
+  if (AreWords(*this, other)) {
+    const std::uint64_t own = GetWord();
+    const std::uint64_t its = other.GetWord();
+    SetWord(m_sign == sign ? own + its : order > 0 ? own - its : its - own);
+  } else {
+    Digits scratch;
+    Digits result(m_digits.begin(), m_digits.end());
+    const Digits& its = other.m_digits.View(scratch);
+    if (m_sign == sign) {
+      Add(result, its, result);
+    } else if (order > 0) {
+      Subtract(result, its, result);
+    } else {
+      Subtract(its, result, result);
+    }
+    m_digits.Set(std::move(result));
+  }
+  if (order < 0) m_sign = sign;
 }
 
 CBigInteger CBigInteger::operator*(const CBigInteger& other) const {
   CBigInteger result(Unset{});
-  Multiply(m_digits, other.m_digits, result.m_digits);
+  constexpr std::size_t kMostOfWord = 18;  // digits that a product in one word surely has room for
+  if (m_digits.size() + other.m_digits.size() <= kMostOfWord) {
+    result.SetWord(GetWord() * other.GetWord());
+  } else {
+    Digits own;
+    Digits its;
+    Digits product;
+    Multiply(m_digits.View(own), other.m_digits.View(its), product);
+    result.m_digits.Set(std::move(product));
+  }
   result.m_sign = m_sign * other.m_sign;
   return result;
 }
@@ -262,8 +358,16 @@ bool CBigInteger::IsRefusedDivisor() const { return m_sign < 0 || IsZero(); }
 CBigInteger CBigInteger::GetQuotient(const CBigInteger& divisor) const {
   if (IsZero()) return CBigInteger();
   CBigInteger result(Unset{});
-  Digits remainder;
-  Divide(m_digits, divisor.m_digits, result.m_digits, remainder);
+  if (AreWords(*this, divisor) && !divisor.IsZero()) {
+    result.SetWord(GetWord() / divisor.GetWord());
+  } else {
+    Digits own;
+    Digits its;
+    Digits quotient;
+    Digits remainder;
+    Divide(m_digits.View(own), divisor.m_digits.View(its), quotient, remainder);
+    result.m_digits.Set(std::move(quotient));
+  }
   result.m_sign = m_sign * divisor.m_sign;
   return result;
 }
@@ -271,8 +375,16 @@ CBigInteger CBigInteger::GetQuotient(const CBigInteger& divisor) const {
 CBigInteger CBigInteger::GetRemainder(const CBigInteger& divisor) const {
   if (IsZero()) return CBigInteger();
   CBigInteger result(Unset{});
-  Digits quotient;
-  Divide(m_digits, divisor.m_digits, quotient, result.m_digits);
+  if (AreWords(*this, divisor) && !divisor.IsZero()) {
+    result.SetWord(GetWord() % divisor.GetWord());
+  } else {
+    Digits own;
+    Digits its;
+    Digits quotient;
+    Digits remainder;
+    Divide(m_digits.View(own), divisor.m_digits.View(its), quotient, remainder);
+    result.m_digits.Set(std::move(remainder));
+  }
   result.m_sign = m_sign;
   return result;
 }
@@ -327,10 +439,7 @@ CBigInteger::operator long() const {
 }
 
 std::int64_t CBigInteger::GetInt64() const {
-  std::uint64_t magnitude = 0;
-  for (std::size_t i = m_digits.size(); i-- > 0;) {
-    magnitude = magnitude * 10 + static_cast<unsigned char>(m_digits[i]);
-  }
+  const std::uint64_t magnitude = GetWord();
   return static_cast<std::int64_t>(m_sign < 0 ? 0 - magnitude : magnitude);
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "qzxml/platform/Export.h"
+#include "qzxml/values/DigitStore.h"
 
 namespace QzXmlLib16 {
 
@@ -198,9 +199,18 @@ class QZXML_API CBigInteger {
   struct Unset {};
   explicit CBigInteger(Unset) noexcept : m_sign(1) {}  // without digits until they are assigned
 
+  using Store = detail::CDigitStore;
+
   // From ASCII digits, most significant first, none of them for 0.
   static void BuildText(const char* first, const char* last, Digits& out);
+  static void BuildText(const char* first, const char* last, Store& out);
+  static int Compare(const Store& a, const Store& b);
   void AppendMagnitude(std::string& text) const;
+
+  // Values of few digits are calculated in one word.
+  static bool AreWords(const CBigInteger& a, const CBigInteger& b);
+  std::uint64_t GetWord() const;
+  void SetWord(std::uint64_t magnitude);
 
   bool IsZero() const;                                 // of either sign
   int GetSignum() const;                               // -1, 0 or 1: a zero has no sign here
@@ -216,7 +226,7 @@ class QZXML_API CBigInteger {
   CBigInteger RemainderPow10(int count) const;
 
   std::int32_t m_sign;  // 1 or -1, of a zero too
-  Digits m_digits;      // empty only in a value that was moved from
+  Store m_digits;       // empty only in a value that was moved from
 };
 
 }  // namespace QzXmlLib16

@@ -219,6 +219,7 @@ class QZXML_API CDateTime {
                    unsigned char hour, unsigned char minute, unsigned char second,
                    unsigned short milliSecond, unsigned short microSecond,
                    unsigned short nanoSecond);
+  bool SetPlainDate(std::string_view text);
   void SetXSDDate(std::string_view text);
   void SetXSDTime(std::string_view text);
   void SetZone(std::string_view text);

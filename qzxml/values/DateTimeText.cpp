@@ -129,6 +129,7 @@ void CDateTime::ParseXSDDateTime(const char* text) {
 void CDateTime::ParseXSDDate(const char* text) {
   Clear();
   if (text == nullptr) throw CQzInvalidValueException("Invalid Date (Null String)");
+  if (SetPlainDate(text)) return;
   SetXSDDate(text);
   Validate();
 }
@@ -140,7 +141,25 @@ void CDateTime::ParseXSDTime(const char* text) {
   Validate();
 }
 
+// CCYY-MM-DD of a day that every month has, as most dates are but three in a month.
+bool CDateTime::SetPlainDate(std::string_view text) {
+  if (text.size() != 10) return false;
+  const char* at = text.data();
+  unsigned year = 0;
+  unsigned month = 0;
+  unsigned day = 0;
+  const bool matches = ReadNumber<4>(at, year) && ReadChar(at, '-') && ReadNumber<2>(at, month) &&
+                       ReadChar(at, '-') && ReadNumber<2>(at, day);
+  if (!matches || year == 0 || month - 1 > 11 || day - 1 > 27) return false;
+  m_type = dt_date;
+  m_year = static_cast<std::int16_t>(year);
+  m_month = static_cast<std::uint8_t>(month);
+  m_day = static_cast<std::uint8_t>(day);
+  return true;
+}
+
 void CDateTime::SetXSDDate(std::string_view text) {
+  if (SetPlainDate(text)) return;
   if (text.empty()) throw CQzInvalidValueException("Invalid Date (Empty String)");
   if (text.find('T') != std::string_view::npos) {
     throw CQzInvalidValueException("Invalid Date ('T' not allowed)");

@@ -84,9 +84,9 @@ void CDecimal::ChangeFractionalDivider(int newDivider) {
 // half of the digit ahead of them, otherwise 0.
 int CDecimal::GetRounding(const CBigInteger& number, int count) {
   const auto cut = static_cast<std::size_t>(count);
-  const CBigInteger::Digits& digits = number.m_digits;
+  const detail::CDigitStore& digits = number.m_digits;
   if (digits.size() < cut || digits[cut - 1] < 5) return 0;
-  const auto rest = digits.begin() + static_cast<std::ptrdiff_t>(cut - 1);
+  const char* const rest = digits.begin() + static_cast<std::ptrdiff_t>(cut - 1);
   const bool isHalf =
       *rest == 5 && std::all_of(digits.begin(), rest, [](char c) { return c == 0; });
   return isHalf ? 0 : number.m_sign;
@@ -105,11 +105,12 @@ void CDecimal::BorrowWhole(int divider) {
 void CDecimal::Rationalise() {
   if (m_fractionDivider < 2) return;
   const auto most = static_cast<std::size_t>(m_fractionDivider) - 1;
-  const CBigInteger::Digits& digits = m_fractionPart.m_digits;
+  const detail::CDigitStore& digits = m_fractionPart.m_digits;
   // Meant: a fraction that was rounded up to a whole loses all places but one, like a zero.
   std::size_t zeros = most;
   if (!m_fractionPart.IsZero() && digits.size() <= most + 1) {
-    const auto last = std::find_if(digits.begin(), digits.end(), [](char c) { return c != 0; });
+    const char* const last =
+        std::find_if(digits.begin(), digits.end(), [](char c) { return c != 0; });
     zeros = std::min(most, static_cast<std::size_t>(last - digits.begin()));
   }
   if (zeros == 0) return;

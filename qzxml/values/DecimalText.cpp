@@ -222,7 +222,7 @@ std::string CDecimal::ToString() const {
 // The digits of the fraction, with the zeros that it has ahead of them.
 void CDecimal::AppendFraction(std::string& text) const {
   const auto places = static_cast<std::size_t>(m_fractionDivider);
-  const auto digits = static_cast<std::size_t>(CBigInteger::Position(m_fractionPart.m_digits));
+  const std::size_t digits = std::max<std::size_t>(m_fractionPart.m_digits.size(), 1);
   if (digits < places) text.append(places - digits, '0');
   m_fractionPart.AppendMagnitude(text);
 }

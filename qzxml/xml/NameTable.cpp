@@ -1,5 +1,6 @@
 #include "qzxml/xml/NameTable.h"
 
+#include <cstring>
 #include <initializer_list>
 #include <new>
 #include <utility>
@@ -31,8 +32,11 @@ CNameTable::~CNameTable() { DestroyEntries(); }
 
 const XmlName* CNameTable::Find(std::string_view uri, std::string_view localName) {
   const std::size_t uriLength = uri.size();
-  m_pairKey.assign(uri).append(localName);
-  m_pairKey.append(reinterpret_cast<const char*>(&uriLength), sizeof uriLength);
+  m_pairKey.resize(uriLength + localName.size() + sizeof uriLength);
+  char* const key = m_pairKey.data();
+  uri.copy(key, uriLength);
+  localName.copy(key + uriLength, localName.size());
+  std::memcpy(key + uriLength + localName.size(), &uriLength, sizeof uriLength);
   const std::uint64_t hash = HashText(m_pairKey);
   const Entry* entry = Lookup(m_pairKey, hash);
   return entry != nullptr ? entry : Insert(m_pairKey, hash, uri, localName);

@@ -31,6 +31,7 @@ void CXmlNodes::AddAttribute(CXmlElement* element, const XmlName* name, std::str
   void* const place = m_attributes.Take();
   if (list != nullptr) list->all.push_back(static_cast<CXmlAttribute*>(place));
   auto* const attribute = new (place) CXmlAttribute(element, name);
+  m_liveAttributes.Add(attribute->GetRecord());
   attribute->m_pNext = last != nullptr ? std::exchange(last->m_pNext, attribute) : attribute;
   if (list != nullptr) {
     list->last = attribute;
@@ -47,7 +48,7 @@ const std::string& CXmlNodes::FetchString(CNodeText& text) {
 std::string& CXmlNodes::OwnString(CNodeText& text) {
   std::string* string = text.GetString();
   if (string == nullptr) {
-    string = new (m_strings.Take()) std::string(text.View());
+    string = MakeString(text.View());
     text = CNodeText(string);
   }
   return *string;
@@ -63,6 +64,7 @@ const std::vector<CXmlAttribute*>& CXmlNodes::FetchList(CNodeAttributes& attribu
   all.reserve(count);
   for (CXmlAttribute* attribute : CXmlAttributeRange(last)) all.push_back(attribute);
   auto* const list = new (m_attributeLists.Take()) CNodeAttributes::List{last, std::move(all)};
+  ++m_owners;
   attributes = CNodeAttributes(list);
   return list->all;
 }
@@ -70,6 +72,7 @@ const std::vector<CXmlAttribute*>& CXmlNodes::FetchList(CNodeAttributes& attribu
 void CXmlNodes::DestroyText(const CNodeText& text) {
   if (std::string* const string = text.GetString()) {
     std::destroy_at(string);
+    --m_owners;
     m_strings.Give(string);
   }
 }
@@ -82,12 +85,14 @@ void CXmlNodes::DestroyAttributes(const CNodeAttributes& attributes) {
     const bool isLast = attribute == last;
     DestroyText(attribute->m_value);
     attribute->~CXmlAttribute();
+    m_liveAttributes.Remove();
     m_attributes.Give(attribute);
     if (isLast) break;
     attribute = next;
   }
   if (CNodeAttributes::List* const list = attributes.GetList()) {
     std::destroy_at(list);
+    --m_owners;
     m_attributeLists.Give(list);
   }
 }
@@ -109,6 +114,7 @@ void CXmlNodes::DestroyTree(CXmlElement* root) {
     DestroyText(element->m_text);
     DestroyAttributes(element->m_attributes);
     element->~CXmlElement();
+    m_liveElements.Remove();
     m_elements.Give(element);
     if (isLast) return;
     element = parent;
@@ -123,12 +129,26 @@ CXmlElement::Owner CXmlNodes::Take(CXmlElement* element) {
   return CXmlElement::Owner(element, CXmlElement::Deleter{m_taken});
 }
 
-void CXmlNodes::Clear(CXmlElement* root) {
-  if (root != nullptr) DestroyTree(root);
-  if (m_taken != nullptr) {
-    for (CXmlElement* element : m_taken->RemoveAll()) DestroyTree(element);
-    m_taken = nullptr;
+// Nodes that own no memory need no destructor but for their count, and nobody has to walk to them.
+// False when some do, or are counted elsewhere.
+bool CXmlNodes::CountAllOut() {
+  if (m_owners != 0 || m_liveElements.isMixed || m_liveAttributes.isMixed) return false;
+  for (CLiveNodes* nodes : {&m_liveElements, &m_liveAttributes}) {
+    if (nodes->count != 0) nodes->record->CountOut(nodes->count);
   }
+  return true;
+}
+
+void CXmlNodes::Clear(CXmlElement* root) {
+  if (m_taken != nullptr || !CountAllOut()) {
+    if (root != nullptr) DestroyTree(root);
+    if (m_taken != nullptr) {
+      for (CXmlElement* element : m_taken->RemoveAll()) DestroyTree(element);
+      m_taken = nullptr;
+    }
+  }
+  m_liveElements = CLiveNodes();
+  m_liveAttributes = CLiveNodes();
   m_elements.Clear();
   m_attributes.Clear();
   m_attributeLists.Clear();

@@ -62,7 +62,9 @@ class CXmlNodes {
 
   // An element outside the tree.
   CXmlElement* MakeElement(const CXmlElement* parent, const XmlName* name) {
-    return new (m_elements.Take()) CXmlElement(parent, name);
+    auto* const element = new (m_elements.Take()) CXmlElement(parent, name);
+    m_liveElements.Add(element->GetRecord());
+    return element;
   }
 
   // Makes it the last child of its parent.
@@ -126,18 +128,37 @@ class CXmlNodes {
   void CountOctets(std::uint64_t octets) { m_growth.Count(octets); }
 
  private:
+  // How many nodes of a class there are, all counted in one record, as long as that is so.
+  struct CLiveNodes {
+    void Add(InstanceRecord* itsRecord) {
+      if (record == nullptr) record = itsRecord;
+      isMixed |= record != itsRecord;
+      ++count;
+    }
+    void Remove() { --count; }
+
+    InstanceRecord* record = nullptr;
+    std::uint32_t count = 0;
+    bool isMixed = false;  // counted in more than one
+  };
+
   static constexpr std::size_t kLongestStored = 8192;
   static constexpr std::uint64_t kNone = std::numeric_limits<std::uint64_t>::max();
 
   [[noreturn]] void ThrowDepth() const;
   CNodeText MakeText(std::string_view text) {
-    return m_storesTexts && text.size() <= kLongestStored
-               ? CNodeText(m_blocks.AddText(text))
-               : CNodeText(new (m_strings.Take()) std::string(text));
+    return m_storesTexts && text.size() <= kLongestStored ? CNodeText(m_blocks.AddText(text))
+                                                          : CNodeText(MakeString(text));
+  }
+  std::string* MakeString(std::string_view text) {
+    auto* const string = new (m_strings.Take()) std::string(text);
+    ++m_owners;
+    return string;
   }
   void DestroyText(const CNodeText& text);
   void DestroyAttributes(const CNodeAttributes& attributes);
   void DestroyTree(CXmlElement* root);
+  bool CountAllOut();
 
   CBlocks m_blocks;
   CGrowthBound m_growth;
@@ -147,6 +168,9 @@ class CXmlNodes {
   CArena<std::string> m_strings{m_blocks};
   CNameTable m_names;
   std::shared_ptr<CTakenElements> m_taken;  // null for none
+  CLiveNodes m_liveElements;
+  CLiveNodes m_liveAttributes;
+  std::size_t m_owners = 0;  // strings and lists, which own memory
   bool m_storesTexts = true;
   std::uint64_t m_maxDepth = kNone;
 };

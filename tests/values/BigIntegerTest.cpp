@@ -445,3 +445,45 @@ TEST(BigInteger, HandlesTenThousandDigits) {
   EXPECT_TRUE(root * root <= value && value < (root + 1) * (root + 1));
   EXPECT_EQ("1", ((square + 1) % value).ToString());
 }
+
+// Values of up to 27 digits need no memory of their own; every operation goes over that boundary.
+TEST(BigInteger, IsTheSameWithFewDigitsAndWithMany) {
+  for (const int digits : {1, 2, 9, 10, 17, 18, 19, 20, 26, 27, 28, 29, 54, 55, 100}) {
+    const std::string ones(static_cast<std::size_t>(digits), '1');
+    const std::string nines(static_cast<std::size_t>(digits), '9');
+    const std::string zeros(static_cast<std::size_t>(digits), '0');
+    const CBigInteger value(ones.c_str());
+    EXPECT_EQ(ones, value.ToString());
+    EXPECT_EQ("-" + ones, value.GetNegative().ToString());
+
+    CBigInteger copy(value);
+    EXPECT_EQ(ones, copy.ToString());
+    const CBigInteger moved(std::move(copy));
+    EXPECT_EQ(ones, moved.ToString());
+    copy = CBigInteger(nines.c_str());
+    EXPECT_EQ(nines, copy.ToString());
+    copy += CBigInteger(1);
+    EXPECT_EQ("1" + zeros, copy.ToString());
+    copy -= CBigInteger(1);
+    EXPECT_EQ(nines, copy.ToString());
+    copy = copy - copy;
+    EXPECT_EQ("0", copy.ToString());
+    copy = moved;
+    copy += copy;
+    EXPECT_EQ(std::string(ones.size(), '2'), copy.ToString());
+    copy -= moved;
+    EXPECT_TRUE(copy == moved);
+    copy -= copy;
+    EXPECT_EQ("0", copy.ToString());
+
+    const CBigInteger power = CBigInteger::Pow10(static_cast<unsigned int>(digits));
+    EXPECT_EQ("1" + zeros, power.ToString());
+    EXPECT_EQ(ones + zeros, (value * power).ToString());
+    EXPECT_EQ(ones, (value * power / power).ToString());
+    EXPECT_EQ(ones, ((value * power + value) % power).ToString());
+    EXPECT_EQ(nines, (power - CBigInteger(1)).ToString());
+    EXPECT_TRUE(value < power);
+    EXPECT_TRUE(power > CBigInteger(nines.c_str()));
+    EXPECT_TRUE((power * power).SquareRoot() == power);
+  }
+}
