@@ -351,8 +351,11 @@ CXmlElement* CBoundClass::FromXml_Int(CXmlElement* parent, CXmlElement* cursor,
 void CBoundClass::RequireSuitableElement(const CSerializationContext& context,
                                          const CXmlElement& element) const {
   if (m_isRoot && element.GetParentElm() == nullptr) RequireRoot(context, element);
-  if (!element.GetAttributeRange().empty() && !context.GetIgnoreUnknownAttributes()) {
+  if (context.GetIgnoreUnknownAttributes()) return;
+  for (const CXmlAttribute* const attribute : element.GetAttributeRange()) {
+    if (!attribute->IsNamespaceAttribute()) continue;  // xsi:type is one of these
     detail::RequireOwnType(*m_binding, element);
+    return;
   }
 }
 

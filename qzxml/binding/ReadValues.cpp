@@ -202,9 +202,20 @@ bool StoreLongNumber(CBoundClass& object, const ReadMember& member, std::string_
   return true;
 }
 
+// Whether a text that was parsed as a value of the kind has its only form of that size: CCYY-MM-DD,
+// CCYY-MM-DDThh:mm:ss and the same with "Z". Such a text is one of XML Schema's.
+template <ItemType kind>
+bool HasCommonForm(std::string_view text) {
+  if constexpr (kind == ItemType_date) return text.size() == 10;
+  if constexpr (kind == ItemType_datetime) {
+    return text.size() == 19 || (text.size() == 20 && text.back() == 'Z');
+  }
+  return false;
+}
+
 template <ItemType kind>
 bool StoreDateTime(CBoundClass& object, const ReadMember& member, std::string_view text) {
-  if (HoldsBlank(text) || !IsLexicalForm(kind, text)) return false;
+  if (text.empty() || HoldsBlank(text)) return false;
   CDateTime value;
   if constexpr (kind == ItemType_datetime) {
     value.ParseXSDDateTime(text.data());
@@ -214,6 +225,7 @@ bool StoreDateTime(CBoundClass& object, const ReadMember& member, std::string_vi
     value.ParseXSDDate(text.data());
   }
   if (value.GetType() != FormOf<kind>()) return false;
+  if (!HasCommonForm<kind>(text) && !IsLexicalForm(kind, text)) return false;
   const CSimpleTypeInfo& type = *member.member.type;
   const bool isChecked = type.HasFacets() || type.GetRules() != nullptr;
   if (isChecked && !Passes<kind>(member, value)) return false;
