@@ -86,4 +86,45 @@ class CArena {
   Free* m_free = nullptr;
 };
 
+// Objects out of blocks that own memory beyond their places; so it knows them all.
+template <class T>
+class COwners {
+ public:
+  explicit COwners(CBlocks& blocks) : m_places(blocks) {}
+  COwners(const COwners&) = delete;
+  COwners& operator=(const COwners&) = delete;
+
+  T* Make(T value) {
+    Held* const held = new (m_places.Take()) Held(std::move(value));
+    held->after = m_first;
+    if (m_first != nullptr) m_first->before = held;
+    return m_first = held;
+  }
+
+  // Of one that was made here.
+  void Destroy(T* object) {
+    Held* const held = static_cast<Held*>(object);
+    (held->before != nullptr ? held->before->after : m_first) = held->after;
+    if (held->after != nullptr) held->after->before = held->before;
+    held->~Held();
+    m_places.Give(held);
+  }
+
+  // To be called before the blocks are freed.
+  void Clear() {
+    while (m_first != nullptr) std::exchange(m_first, m_first->after)->~Held();
+    m_places.Clear();
+  }
+
+ private:
+  struct Held : T {
+    explicit Held(T&& value) : T(std::move(value)) {}
+    Held* before = nullptr;
+    Held* after = nullptr;
+  };
+
+  CArena<Held> m_places;
+  Held* m_first = nullptr;
+};
+
 }  // namespace QzXmlLib16::detail

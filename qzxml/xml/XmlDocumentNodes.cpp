@@ -48,7 +48,7 @@ const std::string& CXmlNodes::FetchString(CNodeText& text) {
 std::string& CXmlNodes::OwnString(CNodeText& text) {
   std::string* string = text.GetString();
   if (string == nullptr) {
-    string = MakeString(text.View());
+    string = m_strings.Make(std::string(text.View()));
     text = CNodeText(string);
   }
   return *string;
@@ -63,17 +63,14 @@ const std::vector<CXmlAttribute*>& CXmlNodes::FetchList(CNodeAttributes& attribu
   std::vector<CXmlAttribute*> all;
   all.reserve(count);
   for (CXmlAttribute* attribute : CXmlAttributeRange(last)) all.push_back(attribute);
-  auto* const list = new (m_attributeLists.Take()) CNodeAttributes::List{last, std::move(all)};
-  ++m_owners;
+  auto* const list = m_attributeLists.Make(CNodeAttributes::List{last, std::move(all)});
   attributes = CNodeAttributes(list);
   return list->all;
 }
 
 void CXmlNodes::DestroyText(const CNodeText& text) {
   if (std::string* const string = text.GetString()) {
-    std::destroy_at(string);
-    --m_owners;
-    m_strings.Give(string);
+    m_strings.Destroy(string);
   }
 }
 
@@ -91,9 +88,7 @@ void CXmlNodes::DestroyAttributes(const CNodeAttributes& attributes) {
     attribute = next;
   }
   if (CNodeAttributes::List* const list = attributes.GetList()) {
-    std::destroy_at(list);
-    --m_owners;
-    m_attributeLists.Give(list);
+    m_attributeLists.Destroy(list);
   }
 }
 
@@ -129,10 +124,10 @@ CXmlElement::Owner CXmlNodes::Take(CXmlElement* element) {
   return CXmlElement::Owner(element, CXmlElement::Deleter{m_taken});
 }
 
-// Nodes that own no memory need no destructor but for their count, and nobody has to walk to them.
-// False when some do, or are counted elsewhere.
+// Nodes need no destructor but for their count, and nobody has to walk to them; false when some are
+// counted elsewhere.
 bool CXmlNodes::CountAllOut() {
-  if (m_owners != 0 || m_liveElements.isMixed || m_liveAttributes.isMixed) return false;
+  if (m_liveElements.isMixed || m_liveAttributes.isMixed) return false;
   for (CLiveNodes* nodes : {&m_liveElements, &m_liveAttributes}) {
     if (nodes->count != 0) nodes->record->CountOut(nodes->count);
   }

@@ -147,13 +147,9 @@ class CXmlNodes {
 
   [[noreturn]] void ThrowDepth() const;
   CNodeText MakeText(std::string_view text) {
-    return m_storesTexts && text.size() <= kLongestStored ? CNodeText(m_blocks.AddText(text))
-                                                          : CNodeText(MakeString(text));
-  }
-  std::string* MakeString(std::string_view text) {
-    auto* const string = new (m_strings.Take()) std::string(text);
-    ++m_owners;
-    return string;
+    return m_storesTexts && text.size() <= kLongestStored
+               ? CNodeText(m_blocks.AddText(text))
+               : CNodeText(m_strings.Make(std::string(text)));
   }
   void DestroyText(const CNodeText& text);
   void DestroyAttributes(const CNodeAttributes& attributes);
@@ -164,13 +160,12 @@ class CXmlNodes {
   CGrowthBound m_growth;
   CArena<CXmlElement> m_elements{m_blocks};
   CArena<CXmlAttribute> m_attributes{m_blocks};
-  CArena<CNodeAttributes::List> m_attributeLists{m_blocks};
-  CArena<std::string> m_strings{m_blocks};
+  COwners<CNodeAttributes::List> m_attributeLists{m_blocks};
+  COwners<std::string> m_strings{m_blocks};
   CNameTable m_names;
   std::shared_ptr<CTakenElements> m_taken;  // null for none
   CLiveNodes m_liveElements;
   CLiveNodes m_liveAttributes;
-  std::size_t m_owners = 0;  // strings and lists, which own memory
   bool m_storesTexts = true;
   std::uint64_t m_maxDepth = kNone;
 };
