@@ -68,10 +68,9 @@ class FoundFlags {
 
 [[gnu::noinline]] void CXmlGeneratedClass::ThrowLeftOver(const CXmlElement& parent,
                                                          const CXmlElement& cursor) {
-  throw CQzValidationException(
-      FormatString(Messages::kLeftOver, parent.GetLocalName().c_str(),
-                   cursor.GetLocalName().c_str()),
-      parent.GetXPath());
+  throw CQzValidationException(FormatString(Messages::kLeftOver, parent.GetLocalName().c_str(),
+                                            cursor.GetLocalName().c_str()),
+                               parent.GetXPath());
 }
 
 namespace {

@@ -44,8 +44,8 @@ std::string ToFileStem(std::string_view identifier);
 // Whether the text is an identifier that a program may use: no keyword, nothing reserved.
 bool IsIdentifier(std::string_view text);
 
-// Whether a C++ namespace of that name cannot be: it is the standard's or the library's, a macro, or
-// something else that the headers of C and POSIX declare.
+// Whether a C++ namespace of that name cannot be: it is the standard's or the library's, a macro,
+// or something else that the headers of C and POSIX declare.
 bool IsOwnedNamespace(std::string_view text);
 
 // Names that are taken in one scope.
