@@ -96,7 +96,11 @@ void RequireSimpleElement(const CMember& member, const CSerializationContext& co
   if (!context.GetIgnoreUnknownElements()) RequireNoChild(element);
   if (element.GetAttributeRange().empty()) return;
   for (const CXmlAttribute* const attribute : element.GetAttributeRange()) {
-    if (attribute->IsNamespaceAttribute() || attribute->IsNilAttribute()) continue;
+    if (attribute->IsNamespaceAttribute()) continue;
+    if (attribute->IsNilAttribute()) {
+      if (!member.isNillable) QzXmlLib16Data::ThrowNilNotAllowed(element);
+      continue;
+    }
     if (!context.GetIgnoreUnknownAttributes()) {
       QzXmlLib16Data::ThrowUnexpectedAttribute(*attribute);
     }

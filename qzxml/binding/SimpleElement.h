@@ -27,7 +27,8 @@ void RequireSimpleType(const CMember& member, const CXmlElement& element, bool i
 
 // Throws CQzValidationException for an element of simple type with a child, unless unknown elements
 // are ignored; with an attribute other than those of the schema machinery and xsi:nil, unless
-// unknown attributes are; and what RequireSimpleType throws.
+// unknown attributes are; with xsi:nil where the member is not nillable; and what RequireSimpleType
+// throws.
 void RequireSimpleElement(const CMember& member, const CSerializationContext& context,
                           const CXmlElement& element, bool isNil);
 

@@ -30,6 +30,7 @@ std::string AsValue(const std::string& text, ItemType type) {
   try {
     QzVariant variant;
     variant.FromString(text, type, CWhitespaceUtils::WhitespaceRule_Collapse);
+    if (type == ItemType_base64Binary && variant.GetBase64Binary().IsRefusedBase64()) return "";
     return variant.ToString(nullptr);
   } catch (const CQzException&) {
     return "";

@@ -145,6 +145,10 @@ TEST(GeneratedStrict, NothingBesideAValueIsDropped) {
   EXPECT_EQ("Unexpected Attribute found.", Items("<ints a='1'>5</ints>"));
   EXPECT_EQ("Unexpected Attribute found.", Items("<units a='1'>kg</units>"));
   EXPECT_EQ("", Value("<int xsi:schemaLocation='a b'>5</int>"));
+  const char* const notNillable = "Invalid use of 'nil' attribute in non-nillable element.";
+  EXPECT_EQ(notNillable, Value("<int xsi:nil='false'>5</int>"));
+  EXPECT_EQ(notNillable, Items("<ints xsi:nil='true'/>"));
+  EXPECT_EQ("", Refusal("<values><nil xsi:nil='false'>5</nil></values>"));
   EXPECT_EQ(
       "Failed read all the elements held within the element [int]. The unexpected element [x] "
       "remains un processed",
