@@ -5,6 +5,7 @@
 #include "qzxml/binding/BindingTables.h"
 #include "qzxml/binding/BoundClassDetail.h"
 #include "qzxml/binding/Messages.h"
+#include "qzxml/binding/PlannedWriting.h"
 #include "qzxml/binding/ReadPlan.h"
 #include "qzxml/binding/SimpleElement.h"
 #include "qzxml/collections/Element.h"
@@ -13,6 +14,7 @@
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/serialization/SerializationContext.h"
 #include "qzxml/xml/XmlElement.h"
+#include "qzxml/xml/XmlWriter.h"
 
 namespace QzXmlLib16 {
 
@@ -73,6 +75,7 @@ const CBoundClass::CTables& CBoundClass::GetTables() const {
     binding.m_typedInfo = detail::NewClassInfo(binding, true);
     delete std::exchange(binding.m_readPlan, nullptr);
     binding.m_readPlan = detail::CReadPlan::Make(binding, made).release();
+    detail::CWritePlan::Build(binding, made);
   });
 }
 
@@ -323,6 +326,16 @@ void CBoundClass::ToXml_Int(CXmlWriter* writer, bool root, const char* namespace
     detail::ThrowNothingSelected(ElementName());
   }
   CTabledClass::ToXml_Int(writer, root, namespaceUri, context, optionalChoice);
+}
+
+void CBoundClass::ContentToXml(const CParentElementInfo& info, CXmlWriter* writer,
+                               const CSerializationContext& context, bool optionalChoice) const {
+  CXmlTextWriter* const text = writer->GetPlainTextWriter();
+  const detail::CWritePlan* const plan = detail::CWritePlan::For(*this);
+  if (text == nullptr || plan == nullptr) {
+    return CTabledClass::ContentToXml(info, writer, context, optionalChoice);
+  }
+  detail::CPlannedWriting(*text, context).Content(*plan, *this, optionalChoice);
 }
 
 CXmlElement* CBoundClass::FromXml_Int(CXmlElement* parent, CXmlElement* cursor,

@@ -149,6 +149,8 @@ class QZXML_API CBoundClass : public CTabledClass {
   CParentElementInfo* GetClassInfo() const override;
   void ToXml_Int(CXmlWriter* writer, bool root, const char* namespaceUri,
                  const CSerializationContext& context, bool optionalChoice) const override;
+  void ContentToXml(const CParentElementInfo& info, CXmlWriter* writer,
+                    const CSerializationContext& context, bool optionalChoice) const override;
   CXmlElement* FromXml_Int(CXmlElement* parent, CXmlElement* cursor,
                            const CSerializationContext& context, bool optionalChoice) override;
 
@@ -156,6 +158,8 @@ class QZXML_API CBoundClass : public CTabledClass {
   friend class CBoundObjectCol;
   friend class detail::CReadPlan;
   friend class detail::CReadValues;
+  friend class detail::CWritePlan;
+  friend class detail::CPlannedWriting;
 
   void CheckValue(std::int32_t index, const QzVariant& value) const;
   void DefaultValue(std::int32_t index, QzVariant& value) const;

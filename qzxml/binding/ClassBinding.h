@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 
@@ -13,6 +14,7 @@ namespace QzXmlLib16 {
 namespace detail {
 class CReadPlan;
 class CReadValues;
+class CWritePlan;
 }  // namespace detail
 
 // What a bound class is as a whole.
@@ -136,6 +138,7 @@ class QZXML_API CClassBinding {
  private:
   friend class CBoundClass;
   friend class detail::CReadValues;
+  friend class detail::CWritePlan;
 
   CClassTraits m_traits;
   CMemberList m_own;
@@ -147,6 +150,7 @@ class QZXML_API CClassBinding {
   CTabledClass::CTables m_tables;
   QzXmlLib16Data::CParentElementInfo* m_typedInfo = nullptr;  // that of m_tables, with xsi:type
   const detail::CReadPlan* m_readPlan = nullptr;              // null for a class that has none
+  std::atomic<const detail::CWritePlan*> m_writePlan{nullptr};
 };
 
 }  // namespace QzXmlLib16

@@ -17,14 +17,16 @@
 
 namespace QzXmlLib16 {
 
+namespace detail {
+class CPlannedValue;
+class CPlannedWriting;
+class CReadValues;
+}  // namespace detail
+
 class CBoundClass;
 class CXmlCollectionBase;
 class CXmlObjectBase;
 struct CMember;
-
-namespace detail {
-class CReadValues;
-}
 
 // The data members that a bound class may have beside values of the kinds of ItemType: an object of
 // a bound class or of open content, and a collection of either or of values.
@@ -70,6 +72,8 @@ class CProperty {
 
  private:
   friend class CBoundClass;
+  friend class detail::CPlannedValue;
+  friend class detail::CPlannedWriting;
   friend class detail::CReadValues;
 
   union {

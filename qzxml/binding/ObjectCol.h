@@ -31,11 +31,13 @@ class QZXML_API CBoundObjectCol : public CXmlCollection, public detail::IItemCop
   void AddObjectAt(int index, CXmlObjectBase* object);
 
   void ToXml_Int(CXmlWriter* writer, bool root, const char* namespaceUri,
-                 const CSerializationContext& context, bool optionalChoice) const override;
+                 const CSerializationContext& context, bool optionalChoice) const final;
   CXmlElement* FromXml_Int(CXmlElement* parent, CXmlElement* cursor,
                            const CSerializationContext& context, bool optionalChoice) override;
 
  private:
+  friend class detail::CPlannedWriting;
+
   void CopyItems(const CXmlCollectionBase& from) override;
   CXmlElement* GroupsFromXml(CXmlElement* parent, CXmlElement* cursor,
                              const CSerializationContext& context);

@@ -29,7 +29,9 @@ class InstanceRecord {
 
   void CountIn() { AddToCounter(m_counts, kOneMade + kOneAlive, std::memory_order_relaxed); }
   // Made and gone again.
-  void CountMade() { AddToCounter(m_counts, kOneMade, std::memory_order_relaxed); }
+  void CountMade(std::uint32_t count = 1) {
+    AddToCounter(m_counts, kOneMade * count, std::memory_order_relaxed);
+  }
   // Alive again, without being made anew.
   void CountBack() { AddToCounter(m_counts, kOneAlive, std::memory_order_relaxed); }
   // The objects still alive, below zero when copies of monitors have gone too.
@@ -133,8 +135,8 @@ class QZXML_API CInstanceMonitor {
   // their record.
   QzXmlLib16::detail::InstanceRecord* GetRecord() const { return m_pct; }
 
-  // Counts one more object of the class that was made and is gone.
-  void CountPassing() { m_pct->CountMade(); }
+  // Counts more objects of the class that were made and are gone.
+  void CountPassing(std::uint32_t count = 1) { m_pct->CountMade(count); }
 
  private:
   QzXmlLib16::detail::InstanceRecord* m_pct;  // not owned

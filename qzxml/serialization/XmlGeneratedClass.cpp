@@ -56,13 +56,6 @@ void DeleteTable(Entry**& table) {
   table = nullptr;
 }
 
-// What goes around a failure. Out of line: the walk recurses, and its frames hold nothing of this.
-[[noreturn, gnu::noinline]] void ThrowWritingFailed(const std::string& elementName,
-                                                    const CQzException& inner) {
-  throw CQzValidationException(FormatString(Messages::kWritingFailed, elementName.c_str()), "",
-                               inner);
-}
-
 }  // namespace
 
 QZXML_INIT_ORDER(detail::InitOrder_MetaDataLock) CQZCriticalSection CXmlGeneratedClass::m_csInit;
@@ -127,6 +120,17 @@ bool CXmlGeneratedClass::IsNil(const CParentElementInfo& info) const {
 
 // --- Writing
 
+// Out of line: the walk recurses, and its frames hold nothing of this.
+[[gnu::noinline]] void CXmlGeneratedClass::ThrowWritingFailed(const std::string& elementName,
+                                                              const CQzException& inner) {
+  throw CQzValidationException(FormatString(Messages::kWritingFailed, elementName.c_str()), "",
+                               inner);
+}
+
+[[gnu::noinline]] void CXmlGeneratedClass::ThrowAttributesFailed(const CQzException& inner) {
+  throw CQzException("Failed to convert attributes to XML", inner);
+}
+
 void CXmlGeneratedClass::ToXml_Int(CXmlWriter* writer, bool root, const char* namespaceUri,
                                    const CSerializationContext& context,
                                    bool optionalChoice) const {
@@ -189,7 +193,7 @@ void CXmlGeneratedClass::AttributesToXml_Int(CXmlWriter* writer,
     }
     ProcessAttributesToXml(info, context, writer);
   } catch (const CQzException& e) {
-    throw CQzException("Failed to convert attributes to XML", e);
+    ThrowAttributesFailed(e);
   }
 }
 
@@ -236,6 +240,11 @@ void CXmlGeneratedClass::ProcessElementChoiceToXml(const CSerializationContext& 
   for (; *elements != nullptr; ++elements) {
     if ((*elements)->ElementToXml(context, this, writer)) return;
   }
+  EmptyChoiceToXml(context, optionalChoice);
+}
+
+void CXmlGeneratedClass::EmptyChoiceToXml(const CSerializationContext& context,
+                                          bool optionalChoice) const {
   if (DoesElementContainOptionalElements() || optionalChoice || context.GetIgnoreMissingChoice()) {
     return;
   }

@@ -5,6 +5,7 @@
 
 #include "qzxml/platform/Export.h"
 #include "qzxml/runtime/CriticalSection.h"
+#include "qzxml/runtime/QzException.h"
 #include "qzxml/serialization/AttributeInfo.h"
 #include "qzxml/serialization/ElementInfo.h"
 #include "qzxml/serialization/ParentElementInfo.h"
@@ -123,6 +124,21 @@ class QZXML_API CXmlGeneratedClass : public CXmlObjectBase {
   // What goes around a failure, which is being handled, on its way out of FromXml_Int.
   [[noreturn]] static void ThrowReadingFailed(const CXmlElement& parent, const CQzException& inner);
 
+  // --- Steps of the writing walk
+
+  // The children, of an object that is not nil; its start tag is open. Nothing of the object
+  // changes.
+  virtual void ContentToXml(const CParentElementInfo& info, CXmlWriter* writer,
+                            const CSerializationContext& context, bool optionalChoice) const;
+  // The class's own text.
+  void TextToXml(const CParentElementInfo& info, CXmlWriter* writer) const;
+  // Throws CQzValidationException for a choice of which nothing was written and may not be empty.
+  void EmptyChoiceToXml(const CSerializationContext& context, bool optionalChoice) const;
+  // What goes around a failure of ToXml_Int, and of AttributesToXml_Int.
+  [[noreturn]] static void ThrowWritingFailed(const std::string& elementName,
+                                              const CQzException& inner);
+  [[noreturn]] static void ThrowAttributesFailed(const CQzException& inner);
+
  private:
   friend class QzXmlLib16Data::CAttributeInfo;
   friend class QzXmlLib16Data::CElementInfo;
@@ -135,9 +151,6 @@ class QZXML_API CXmlGeneratedClass : public CXmlObjectBase {
   void StartTagToXml(CXmlWriter* writer, bool root, const char* namespaceUri,
                      const CSerializationContext& context, bool optionalChoice) const;
   static void PrologueToXml(CXmlWriter* writer, const CSerializationContext& context);
-  void ContentToXml(const CParentElementInfo& info, CXmlWriter* writer,
-                    const CSerializationContext& context, bool optionalChoice) const;
-  void TextToXml(const CParentElementInfo& info, CXmlWriter* writer) const;
   void ProcessAttributesToXml(const CParentElementInfo& info, const CSerializationContext& context,
                               CXmlWriter* writer) const;
   void ProcessElementSeqToXml(const CSerializationContext& context, CElementInfo** elements,

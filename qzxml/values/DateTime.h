@@ -10,7 +10,12 @@
 
 namespace QzXmlLib16 {
 
+class CDateTime;
 class CDateTimeSpan;
+
+namespace detail {
+char* WriteDateTime(const CDateTime& value, char* out);  // DateTimeDetail.h
+}  // namespace detail
 
 // A point or a period of the calendar, or a time of day: the value of xs:dateTime, date, time,
 // gYearMonth, gYear, gMonth, gDay and gMonthDay. A type says which of the fields mean something.
@@ -231,6 +236,8 @@ class QZXML_API CDateTime {
   bool CheckConversion(DTType source, DTType target) const;
   static std::string GetTypeAsString(DTType type);
   DTCompareResult CompareFields(const CDateTime& other) const;
+  friend char* detail::WriteDateTime(const CDateTime& value, char* out);
+
   DTType m_type = dt_yearZero;
   std::int16_t m_year = 0;
   std::uint8_t m_month = 0;

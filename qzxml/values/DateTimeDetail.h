@@ -3,7 +3,9 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
+#include "qzxml/values/ConversionsDetail.h"
 #include "qzxml/values/DateTime.h"
 
 // What the sources of CDateTime and CDateTimeSpan share: which type has which fields, the calendar,
@@ -60,8 +62,18 @@ constexpr int DaysInMonth(int year, std::int64_t month) {
 
 constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
+// Two digits, of a number below 100.
+inline char* WriteTwoDigits(char* at, unsigned value) {
+  std::memcpy(at, kDigitPairs + std::size_t{2} * value, 2);
+  return at + 2;
+}
+
 // Writes the decimal digits, with zeros in front up to the width. What writes returns the end.
 inline char* WritePadded(char* at, unsigned value, int width) {
+  if (width == 2 && value < 100) return WriteTwoDigits(at, value);
+  if (width == 4 && value < 10000) {
+    return WriteTwoDigits(WriteTwoDigits(at, value / 100), value % 100);
+  }
   char digits[10];
   const std::ptrdiff_t count = std::to_chars(digits, digits + sizeof(digits), value).ptr - digits;
   for (std::ptrdiff_t zeros = width - count; zeros > 0; --zeros) *at++ = '0';
@@ -71,6 +83,14 @@ inline char* WritePadded(char* at, unsigned value, int width) {
 
 // Room for what WriteFraction writes: a point and three numbers of 16 bits.
 inline constexpr std::size_t kFractionSize = 16;
+
+// Room for any text of a date: sign, year of up to five digits, two fields of up to three, 'T',
+// three more, a fraction, and the zone.
+inline constexpr std::size_t kDateTimeSize = 1 + 5 + 8 + 12 + kFractionSize + 8;
+
+// Writes what ToString() returns and answers its end; null for a date that is not set. Takes
+// kDateTimeSize.
+char* WriteDateTime(const CDateTime& value, char* out);
 
 // ".5", ".123456789": the parts of a second in groups of three digits up to the last one that is
 // not zero, and that one without the zeros at its end; nothing if all are zero.

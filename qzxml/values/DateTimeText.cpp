@@ -15,9 +15,6 @@ namespace {
 using detail::IsDigit;
 using detail::WritePadded;
 
-// Sign, year of up to five digits, two fields of up to three, 'T', three more, and the zone.
-constexpr std::size_t kDateTimeSize = 1 + 5 + 8 + 12 + detail::kFractionSize + 8;
-
 // ---- Reading. Each moves the place behind what it has taken; the length of the text is known to
 // do for it. ----
 
@@ -257,32 +254,36 @@ void CDateTime::SetZone(std::string_view text) {
 std::string CDateTime::ToString() const { return ToString("s"); }
 
 std::string CDateTime::ToString(const char* format) const {
-  const bool isZero = (m_year | m_month | m_day | m_hour | m_minute | m_second | m_milliSecond |
-                       m_microSecond | m_nanoSecond) == 0;
-  if (m_type == dt_yearZero || (m_type != dt_time && isZero)) return "Error: Date Not Set";
+  char text[detail::kDateTimeSize];
+  const char* const end = detail::WriteDateTime(*this, text);
+  if (end == nullptr) return "Error: Date Not Set";
   if (format == nullptr || *format == '\0' || std::strcmp(format, "G") == 0) return std::string();
   if (std::strcmp(format, "s") != 0) return std::string("Unknown Format: ") + format;
+  return std::string(text, static_cast<std::size_t>(end - text));
+}
 
-  const unsigned fields = detail::FieldsOf(m_type);
-  char text[kDateTimeSize];
-  char* at = text;
-  constexpr unsigned kDate = detail::kHasYear | detail::kHasMonth | detail::kHasDay;
-  if ((fields & kDate) != 0) at = WriteDate(at, fields, m_year, m_month, m_day);
-  if (m_type == dt_dateTime) *at++ = 'T';
-  if ((fields & detail::kHasTime) != 0) {
-    at = WritePadded(at, m_hour, 2);
-    *at++ = ':';
-    at = WritePadded(at, m_minute, 2);
-    *at++ = ':';
-    at = WritePadded(at, m_second, 2);
-    at = detail::WriteFraction(at, m_milliSecond, m_microSecond, m_nanoSecond);
+char* detail::WriteDateTime(const CDateTime& value, char* out) {
+  const CDateTime::DTType type = value.m_type;
+  const bool isZero =
+      (value.m_year | value.m_month | value.m_day | value.m_hour | value.m_minute | value.m_second |
+       value.m_milliSecond | value.m_microSecond | value.m_nanoSecond) == 0;
+  if (type == CDateTime::dt_yearZero || (type != CDateTime::dt_time && isZero)) return nullptr;
+
+  const unsigned fields = FieldsOf(type);
+  constexpr unsigned kDate = kHasYear | kHasMonth | kHasDay;
+  if ((fields & kDate) != 0) out = WriteDate(out, fields, value.m_year, value.m_month, value.m_day);
+  if (type == CDateTime::dt_dateTime) *out++ = 'T';
+  if ((fields & kHasTime) != 0) {
+    out = WritePadded(out, value.m_hour, 2);
+    *out++ = ':';
+    out = WritePadded(out, value.m_minute, 2);
+    *out++ = ':';
+    out = WritePadded(out, value.m_second, 2);
+    out = WriteFraction(out, value.m_milliSecond, value.m_microSecond, value.m_nanoSecond);
   }
-  if (m_hasTimeZone) {
-    at = WriteZone(at, m_zoneHour, m_zoneMinute);
-  } else if (m_isUTC) {
-    *at++ = 'Z';
-  }
-  return std::string(text, at);
+  if (value.m_hasTimeZone) return WriteZone(out, value.m_zoneHour, value.m_zoneMinute);
+  if (value.m_isUTC) *out++ = 'Z';
+  return out;
 }
 
 }  // namespace QzXmlLib16

@@ -8,7 +8,9 @@
 
 #include "qzxml/runtime/TextStream.h"
 #include "qzxml/xml/ShortText.h"
+#include "qzxml/xml/XmlTextScan.h"
 #include "qzxml/xml/XmlTextWriter.h"
+#include "qzxml/xml/XmlWriterContext.h"
 
 // The pieces that tags are put together of: what the sources of the text writer share.
 namespace QzXmlLib16 {
@@ -97,6 +99,45 @@ inline char* CXmlTextWriter::PutIndent(char* out, std::size_t size) const {
 inline char* CXmlTextWriter::PutTagEol(char* out) const {
   std::memcpy(out, m_tagEol, detail::kTagEolRoom);
   return out + m_tagEolSize;
+}
+
+// The prefix of an element inside the innermost one; false when its namespace is unknown.
+inline bool CXmlTextWriter::FindElementPrefix(const detail::ElementTags& name,
+                                              const std::string& uri, const std::string*& prefix) {
+  const KnownPrefix& known = m_knownPrefixes[name.GetId() % m_knownPrefixes.size()];
+  if (known.id != name.GetId() || known.state != m_pContext->GetNamespaceState()) {
+    return SearchElementPrefix(name, uri, prefix);
+  }
+  prefix = known.prefix;
+  return true;
+}
+
+// "<name>" and "</name>" with a prefix, or with none.
+inline char* CXmlTextWriter::PutTag(char* out, const detail::SteppedText& tag, std::size_t mark,
+                                    const std::string* prefix) {
+  if (prefix == nullptr) return tag.Put(out);
+  out = detail::PutText(out, tag.View().substr(0, mark));
+  return detail::PutText(detail::PutPrefix(out, prefix), tag.View().substr(mark));
+}
+
+// Escapes a text with few entities and nothing more difficult: null for any other. Takes
+// kEntityRoom more than size.
+template <bool inAttribute>
+inline char* CXmlTextWriter::PutShortText(char* out, const char* text, std::size_t size) const {
+  std::size_t room = detail::kEntityRoom;
+  for (;;) {
+    const std::size_t clean = detail::CopyClean<inAttribute>(text, size, out);
+    out += clean;
+    if (clean == size) return out;
+    std::string_view entity = detail::EntityOf(text[clean]);
+    if (text[clean] == '\n') entity = inAttribute ? "&#xA;" : GetTextEol();
+    if (inAttribute && text[clean] == '"') entity = "&quot;";
+    if (entity.empty() || entity.size() > room) return nullptr;
+    out = detail::PutText(out, entity);
+    room -= entity.size();
+    text += clean + 1;
+    size -= clean + 1;
+  }
 }
 
 }  // namespace QzXmlLib16

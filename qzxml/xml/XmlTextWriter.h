@@ -15,6 +15,10 @@ namespace QzXmlLib16 {
 class CTextStream;
 struct QzVariant;
 
+namespace detail {
+class XmlTextRun;
+}  // namespace detail
+
 // Writes one document as XML text into a stream that it does not own and that must outlive it. All
 // escaping, indenting and declaring of namespaces is decided here. The stream is flushed when a
 // call ends with 4096 bytes or more in it. A failure of the stream goes through as it is.
@@ -130,6 +134,8 @@ class QZXML_API CXmlTextWriter : public CXmlWriter {
   void WriteRawLine(const std::string& text);
 
  private:
+  friend class detail::XmlTextRun;
+
   class NewElement;
 
   // The prefix of a name with an id in the namespaces in force; the place is by the id.
@@ -156,6 +162,7 @@ class QZXML_API CXmlTextWriter : public CXmlWriter {
   void PutEndTag();
   void PutDeclaration(const std::string* alias, const std::string& uri);
   void PutRootDeclarations();
+  template <bool inAttribute>
   char* PutShortText(char* out, const char* text, std::size_t size) const;
   static char* PutTag(char* out, const detail::SteppedText& tag, std::size_t mark,
                       const std::string* prefix);

@@ -1,7 +1,6 @@
 #include "qzxml/values/ConversionsDetail.h"
 #include "qzxml/values/QzVariant.h"
 #include "qzxml/xml/XmlTextPieces.h"
-#include "qzxml/xml/XmlTextScan.h"
 #include "qzxml/xml/XmlTextWriter.h"
 #include "qzxml/xml/XmlWriterContext.h"
 
@@ -12,17 +11,6 @@
 namespace QzXmlLib16 {
 
 using namespace detail;
-
-// The prefix of an element inside the innermost one; false when its namespace is unknown.
-inline bool CXmlTextWriter::FindElementPrefix(const ElementTags& name, const std::string& uri,
-                                              const std::string*& prefix) {
-  const KnownPrefix& known = m_knownPrefixes[name.GetId() % m_knownPrefixes.size()];
-  if (known.id != name.GetId() || known.state != m_pContext->GetNamespaceState()) {
-    return SearchElementPrefix(name, uri, prefix);
-  }
-  prefix = known.prefix;
-  return true;
-}
 
 [[gnu::noinline]] bool CXmlTextWriter::SearchElementPrefix(const ElementTags& name,
                                                            const std::string& uri,
@@ -37,31 +25,6 @@ inline bool CXmlTextWriter::FindElementPrefix(const ElementTags& name, const std
     m_knownPrefixes[id % m_knownPrefixes.size()] = {id, m_pContext->GetNamespaceState(), prefix};
   }
   return true;
-}
-
-// Escapes a text with few entities and nothing more difficult: null for any other. Takes
-// kEntityRoom more than size.
-inline char* CXmlTextWriter::PutShortText(char* out, const char* text, std::size_t size) const {
-  std::size_t room = kEntityRoom;
-  for (;;) {
-    const std::size_t clean = detail::CopyClean<false>(text, size, out);
-    out += clean;
-    if (clean == size) return out;
-    const std::string_view entity = text[clean] == '\n' ? GetTextEol() : EntityOf(text[clean]);
-    if (entity.empty() || entity.size() > room) return nullptr;
-    out = PutText(out, entity);
-    room -= entity.size();
-    text += clean + 1;
-    size -= clean + 1;
-  }
-}
-
-// "<name>" and "</name>" with a prefix, or with none.
-inline char* CXmlTextWriter::PutTag(char* out, const detail::SteppedText& tag, std::size_t mark,
-                                    const std::string* prefix) {
-  if (prefix == nullptr) return tag.Put(out);
-  out = PutText(out, tag.View().substr(0, mark));
-  return PutText(PutPrefix(out, prefix), tag.View().substr(mark));
 }
 
 // The ordinary case is a known namespace, room in the stream's block, no flush due before the end
@@ -109,7 +72,7 @@ bool CXmlTextWriter::PutTextElement(const ElementTags& name, const std::string& 
   if (isDefault && !m_bWriteDefaultValues) text = std::string_view();
   if (!text.empty() && text[0] == '<') return false;  // may be a CDATA section
   return PutElement(name, uri, text.size() + kEntityRoom,
-                    [=](char* out) { return PutShortText(out, text.data(), text.size()); });
+                    [=](char* out) { return PutShortText<false>(out, text.data(), text.size()); });
 }
 
 // No number has a byte to escape; a single char may be one.
@@ -123,7 +86,7 @@ bool CXmlTextWriter::PutValueElement(const ElementTags& name, const std::string&
                     [&](char* out) { return WriteShortText(value, format, out); });
 }
 
-// The ordinary case is an open start tag, room as above, and a value with nothing to escape.
+// The ordinary case is an open start tag, room as above, and a value with few bytes to escape.
 template <typename PutContent>
 inline bool CXmlTextWriter::PutAttribute(const AttributeTag& name, std::size_t room,
                                          PutContent put) {
@@ -138,9 +101,8 @@ inline bool CXmlTextWriter::PutAttribute(const AttributeTag& name, std::size_t r
 }
 
 bool CXmlTextWriter::PutPlainAttribute(const AttributeTag& name, std::string_view value) {
-  return PutAttribute(name, value.size(), [=](char* out) {
-    const bool isClean = CopyClean<true>(value.data(), value.size(), out) == value.size();
-    return isClean ? out + value.size() : nullptr;
+  return PutAttribute(name, value.size() + kEntityRoom, [=](char* out) {
+    return PutShortText<true>(out, value.data(), value.size());
   });
 }
 

@@ -56,8 +56,9 @@ class QZXML_API CXmlWriter::CXmlWriterContext : public CInstanceMonitor {
   std::uint32_t GetCollectionState() const { return m_dwCollectionState; }
   void SetCollectionState(std::uint32_t state) { m_dwCollectionState = state; }
 
-  // Counts the context of an element that was written in one go and needed none.
+  // Counts the contexts of elements that were written in one go and needed none.
   void CountElement() { CountPassing(); }
+  void CountElements(std::uint32_t count) { CountPassing(count); }
 
   // ---- The namespaces in force ----
 

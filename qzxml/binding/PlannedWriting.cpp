@@ -1,0 +1,198 @@
+#include "qzxml/binding/PlannedWriting.h"
+
+#include "qzxml/binding/BoundClass.h"
+#include "qzxml/binding/ObjectCol.h"
+#include "qzxml/serialization/SerializationContext.h"
+
+namespace QzXmlLib16::detail {
+
+using Way = CWritePlan::Way;
+
+// --- The walk
+
+template <typename Step>
+inline void CPlannedWriting::Walk(Step step) {
+  m_run.Interrupt();
+  step();
+  m_run.Resume();
+}
+
+[[gnu::noinline]] bool CPlannedWriting::WalkChild(const CChild& child, const CBoundClass& object) {
+  bool written = false;
+  Walk([&] { written = child.entry->ElementToXml(m_context, &object, &m_writer); });
+  return written;
+}
+
+// --- Attributes
+
+void CPlannedWriting::Attributes(const CWritePlan& plan, const CBoundClass& object) {
+  try {
+    for (const CWritePlan::CAttribute& attribute : plan.GetAttributes()) {
+      Attribute(attribute, object);
+    }
+  } catch (const CQzException& e) {
+    CBoundClass::ThrowAttributesFailed(e);
+  }
+}
+
+inline void CPlannedWriting::Attribute(const CWritePlan::CAttribute& attribute,
+                                       const CBoundClass& object) {
+  if (attribute.way == Way::Value) {
+    const void* const value = attribute.value.Find(object);
+    if (value == nullptr ? attribute.isOptional : PutAttribute(attribute, value)) return;
+  } else if (attribute.way == Way::WalkCollection) {
+    const CXmlCollectionBase* const collection = object.*attribute.property.m_collection;
+    if (collection == nullptr || collection->GetCount() == 0) return;
+  }
+  Walk([&] { attribute.entry->AttributeToXml(m_context, &object, &m_writer); });
+}
+
+// False when the walk has to do it.
+bool CPlannedWriting::PutAttribute(const CWritePlan::CAttribute& attribute, const void* value) {
+  std::string_view text;
+  const bool isText = attribute.value.IsText();
+  if (isText) text = attribute.value.GetText(value, m_run.GetScratch());
+  const std::size_t room = isText ? text.size() + kEntityRoom : CPlannedValue::kRoom;
+  char* const begin = m_run.BeginAttribute(attribute.tag, room);
+  if (begin == nullptr) return false;
+  char* const end = isText ? m_run.PutText<true>(begin, text) : attribute.value.Write(value, begin);
+  if (end == nullptr) return false;
+  if (!isText) text = {begin, static_cast<std::size_t>(end - begin)};
+  const bool isLeftOut = attribute.isOptional && attribute.value.IsDefault(text) &&
+                         m_context.GetNoOptionalAttributeDefaultOutput();
+  if (!isLeftOut) m_run.EndAttribute(end);
+  return true;
+}
+
+// --- Children
+
+void CPlannedWriting::Content(const CWritePlan& plan, const CBoundClass& object,
+                              bool optionalChoice) {
+  Children(plan, object, optionalChoice);
+  m_run.Finish();
+}
+
+inline void CPlannedWriting::Children(const CWritePlan& plan, const CBoundClass& object,
+                                      bool optionalChoice) {
+  if (!plan.IsChoice()) {
+    for (const CChild& child : plan.GetChildren()) Child(child, object);
+    return;
+  }
+  for (const CChild& child : plan.GetChildren()) {
+    if (Child(child, object)) return;
+  }
+  object.EmptyChoiceToXml(m_context, optionalChoice);
+}
+
+inline bool CPlannedWriting::Child(const CChild& child, const CBoundClass& object) {
+  switch (child.way) {
+    case Way::Value: {
+      const void* const value = child.value.Find(object);
+      if (value == nullptr ? !child.isNeeded : PutValue(child, value)) return value != nullptr;
+      break;
+    }
+    case Way::Object:
+    case Way::WalkObject: {
+      const CXmlObjectBase* const held = object.*child.property.m_object;
+      if (held == nullptr && !child.isNeeded) return false;
+      if (held != nullptr && PutObject(child, *held, child.optionalChoice)) return true;
+      break;
+    }
+    case Way::Collection:
+      return Collection(child, object);
+    case Way::WalkCollection: {
+      const CXmlCollectionBase* const held = object.*child.property.m_collection;
+      if ((held == nullptr || held->GetCount() == 0) && !child.isNeeded) return false;
+      break;
+    }
+    case Way::Walk:
+      break;
+  }
+  return WalkChild(child, object);
+}
+
+// False when the walk has to do it.
+bool CPlannedWriting::PutValue(const CChild& child, const void* value) {
+  std::string_view text;
+  const bool isText = child.value.IsText();
+  if (isText) {
+    text = child.value.GetText(value, m_run.GetScratch());
+    if (child.value.IsDefault(text) && !m_run.WritesDefaultValues()) text = std::string_view();
+  }
+  const std::size_t room = isText ? text.size() + kEntityRoom : CPlannedValue::kRoom;
+  char* const begin = m_run.BeginValue(child.tags, child.uri, room);
+  if (begin == nullptr) return false;
+  char* end = isText ? m_run.PutText<false>(begin, text) : child.value.Write(value, begin);
+  if (end == nullptr) return false;
+  if (!isText && !m_run.WritesDefaultValues() &&
+      child.value.IsDefault({begin, static_cast<std::size_t>(end - begin)})) {
+    end = begin;
+  }
+  m_run.EndValue(child.tags, begin, end);
+  return true;
+}
+
+bool CPlannedWriting::Collection(const CChild& child, const CBoundClass& object) {
+  const CXmlCollectionBase* const held = object.*child.property.m_collection;
+  if (held == nullptr) return child.isNeeded && WalkChild(child, object);
+  const auto& collection = static_cast<const CBoundObjectCol&>(*held);
+  const CXmlCollection::CNode* node = collection.GetFirstNode();
+  if (node == nullptr) return child.isNeeded && WalkChild(child, object);
+  collection.ValidateCount(m_context);
+  for (; node != nullptr; node = node->next) {
+    const CXmlObjectBase& item = *node->item;
+    if (PutObject(child, item, false)) continue;
+    Walk([&] {
+      CXmlObjectBase::ToXml_Int(&item, &m_writer, false, child.uri.c_str(), m_context, false);
+    });
+  }
+  return true;
+}
+
+// --- Objects
+
+// False when the walk has to do it.
+bool CPlannedWriting::PutObject(const CChild& child, const CXmlObjectBase& held,
+                                bool optionalChoice) {
+  if (&typeid(held) != child.itemClass) return false;
+  const auto& object = static_cast<const CBoundClass&>(held);
+  const CWritePlan* const plan = CWritePlan::For(object);
+  const bool isPlain = plan != nullptr && plan->HasTag() && !object.m_writesType &&
+                       !object.MissesContent() && !(plan->IsNillable() && object.IsNilObject()) &&
+                       object.ElementName() == child.tags.GetName();
+  XmlTextRun::Element element;
+  if (!isPlain || !m_run.BeginElement(element, child.tags, child.uri)) return false;
+  try {
+    Attributes(*plan, object);
+    Children(*plan, object, optionalChoice);
+    if (plan->GetText() != nullptr) Text(*plan->GetText(), object);
+    m_run.EndElement(element);
+  } catch (const CQzException& e) {
+    CBoundClass::ThrowWritingFailed(object.ElementName(), e);
+  }
+  return true;
+}
+
+void CPlannedWriting::Text(const CPlannedValue& text, const CBoundClass& object) {
+  const void* const value = text.IsPlanned() ? text.Find(object) : nullptr;
+  if (value == nullptr ? text.IsString() : PutText(text, value)) return;
+  Walk([&] { object.TextToXml(*object.GetClassInfo(), &m_writer); });
+}
+
+// False when the walk has to do it.
+bool CPlannedWriting::PutText(const CPlannedValue& text, const void* value) {
+  std::string_view whole;
+  if (text.IsText()) {
+    whole = text.GetText(value, m_run.GetScratch());
+    if (whole.empty()) return true;
+  }
+  const std::size_t room = text.IsText() ? whole.size() + kEntityRoom : CPlannedValue::kRoom;
+  char* const begin = m_run.BeginText(room);
+  if (begin == nullptr) return false;
+  char* const end = text.IsText() ? m_run.PutText<false>(begin, whole) : text.Write(value, begin);
+  if (end == nullptr) return false;
+  m_run.EndText(end);
+  return true;
+}
+
+}  // namespace QzXmlLib16::detail
