@@ -69,16 +69,21 @@ inline char* WriteTwoDigits(char* at, unsigned value) {
 }
 
 // Writes the decimal digits, with zeros in front up to the width. What writes returns the end.
-inline char* WritePadded(char* at, unsigned value, int width) {
-  if (width == 2 && value < 100) return WriteTwoDigits(at, value);
-  if (width == 4 && value < 10000) {
-    return WriteTwoDigits(WriteTwoDigits(at, value / 100), value % 100);
-  }
+[[gnu::noinline]] inline char* WritePaddedDigits(char* at, unsigned value, int width) {
   char digits[10];
   const std::ptrdiff_t count = std::to_chars(digits, digits + sizeof(digits), value).ptr - digits;
   for (std::ptrdiff_t zeros = width - count; zeros > 0; --zeros) *at++ = '0';
   for (std::ptrdiff_t i = 0; i < count; ++i) *at++ = digits[i];
   return at;
+}
+
+// The same for widths that are known where it is compiled; most values have no more digits.
+inline char* WritePadded(char* at, unsigned value, int width) {
+  if (width == 2 && value < 100) return WriteTwoDigits(at, value);
+  if (width == 4 && value < 10000) {
+    return WriteTwoDigits(WriteTwoDigits(at, value / 100), value % 100);
+  }
+  return WritePaddedDigits(at, value, width);
 }
 
 // Room for what WriteFraction writes: a point and three numbers of 16 bits.

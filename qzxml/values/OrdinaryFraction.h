@@ -23,6 +23,38 @@ inline constexpr std::array<std::uint64_t, 20> kPowersOfTen = [] {
   return powers;
 }();
 
+// Writes a number that is shown with so many places, of which only the first three are none of zero,
+// as in most prices; null for any other. Behind the point of the number stands fraction, in units of
+// 2^-binaryPlaces, 54 of them at most.
+//
+// What three places leave of the fraction is counted in a thousandth of its unit. It has to be less
+// than half of the last place that is shown, which then rounds to a zero.
+inline char* WriteFewPlaces(char* buffer, std::uint64_t whole, std::uint64_t fraction,
+                            int binaryPlaces, int places, double* readBack) {
+  constexpr std::uint64_t kScale = 1000;
+  constexpr std::uint64_t kMostRest = 500;  // times 2 * 10^15 it has 64 bits
+  if (places < 3) return nullptr;
+  const std::uint64_t one = std::uint64_t{1} << binaryPlaces;
+  const std::uint64_t scaled = fraction * kScale;  // below 2^64
+  std::uint64_t shown = (scaled + one / 2) >> binaryPlaces;
+  const std::uint64_t nearest = shown << binaryPlaces;
+  const std::uint64_t rest = nearest > scaled ? nearest - scaled : scaled - nearest;
+  if (shown == 0 || shown >= kScale || rest > kMostRest ||
+      rest * 2 * kPowersOfTen[static_cast<std::size_t>(places - 3)] >= one) {
+    return nullptr;
+  }
+  if (readBack != nullptr && FLT_EVAL_METHOD == 0 && whole <= (std::uint64_t{1} << 53) / 1024) {
+    *readBack = static_cast<double>(whole * kScale + shown) / static_cast<double>(kScale);
+  }
+  buffer = WriteInteger(buffer, whole);
+  *buffer++ = '.';
+  *buffer++ = static_cast<char>('0' + shown / 100);
+  shown %= 100;
+  if (shown == 0) return buffer;
+  std::memcpy(buffer, kDigitPairs + 2 * shown, 2);
+  return buffer + (shown % 10 == 0 ? 1 : 2);
+}
+
 // Writes what "%.{digits}g" gives for a value from 0.0001 up to where the digits reach no place
 // behind the point; null for any other. At most 16 digits.
 //
@@ -51,12 +83,17 @@ inline char* WriteOrdinaryFraction(char* buffer, double value, int digits,
   for (const std::uint64_t* power = kPowersOfTen.data(); *power <= whole; ++power) --places;
   if (places <= 0) return nullptr;
   if (whole == 0) places += (value < 0.1) + (value < 0.01) + (value < 0.001);
-  std::uint64_t scale = kPowersOfTen[static_cast<std::size_t>(places)];
 
   std::uint64_t bits = 0;
   std::memcpy(&bits, &value, sizeof(bits));
   const int binaryPlaces = 1023 + kMantissaBits - static_cast<int>(bits >> kMantissaBits);
   const std::uint64_t mantissa = (bits & (kLeadingBit - 1)) | kLeadingBit;
+  if (binaryPlaces <= 54 && !isNegative) {
+    const std::uint64_t fraction = mantissa & ((std::uint64_t{1} << binaryPlaces) - 1);
+    char* const end = WriteFewPlaces(buffer, whole, fraction, binaryPlaces, places, readBack);
+    if (end != nullptr) return end;
+  }
+  std::uint64_t scale = kPowersOfTen[static_cast<std::size_t>(places)];
   const Wide one = Wide{1} << binaryPlaces;  // 3 to 66 places
   const Wide scaled = (mantissa & (one - 1)) * scale;
   const Wide cutOff = scaled & (one - 1);

@@ -8,6 +8,7 @@
 
 #include "qzxml/QzXml.h"
 #include "qzxml/binding/Member.h"
+#include "tests/support/WalkedText.h"
 
 namespace qztest {
 
@@ -94,6 +95,12 @@ std::string WholeText(const CXmlObjectBase& object) {
   CSerializationContext context;
   context.SetWriteDefaultElementValues(true);
   return object.ToXml(true, true, EOLType_LF, context);
+}
+
+// Whether the walk over the tables writes what is written otherwise.
+bool IsWrittenAsWalked(const CXmlObjectBase& object) {
+  const CSerializationContext context;
+  return ByPlan(object, Form(), context).text == ByWalk(object, Form(), context).text;
 }
 
 // Whether text stands beside children somewhere. Fast Infoset and JSON move it into other elements.
@@ -189,6 +196,7 @@ void TryFile(const char* file, bool withFormats, const std::vector<AbstractClass
         AreEqualInAnyOrder(TreeLines(*root), TreeLines(WholeText(*object)))) {
       verdict = "reordered";
     }
+    if (!IsWrittenAsWalked(*object)) return Report(file, "differs", "the plan from the walk");
     Report(file, verdict, difference);
     if (withFormats && *verdict != 'd') TryFormats(*root, *object, makers);
   } catch (const CQzException& e) {

@@ -1,0 +1,238 @@
+#include <string>
+
+#include "qzxml/collections/Attribute.h"
+#include "qzxml/runtime/MemoryLeakHelp.h"
+#include "qzxml/xml/XmlWriter.h"
+#include "tests/binding/Shop.h"
+#include "tests/support/PlanTrial.h"
+
+// Objects of bound classes are written by plans, which no document shows: it is the one that the
+// walk writes.
+
+using namespace QzXmlLib16;
+using namespace qztest;
+using namespace shop;
+
+namespace {
+
+constexpr char kUri[] = "urn:shop";
+
+// An order with each form of member.
+CSmartPtr<COrder> NewOrder() {
+  CSmartPtr<COrder> order(new COrder);
+  order->FromXml(
+      "<order xmlns=\"urn:shop\" id=\"7\" currency=\"CHF\" xmlns:x=\"urn:x\" x:mark=\"m\">"
+      "<customer><name>Ada</name></customer><note>n &amp; &lt;n&gt;</note>"
+      "<card>With love</card>"
+      "<item xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" xsi:type=\"Book\" "
+      "price=\"12.5\"><title>Sums</title></item>"
+      "<item xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" xsi:type=\"Disc\" "
+      "price=\"9\"/>"
+      "<tag>a</tag><tag> b </tag><size>38</size><colour>USD</colour><colour>EUR</colour>"
+      "<comment>ok</comment>"
+      "<pick>true</pick><pack>false</pack><pick>false</pick>"
+      "<x:extra>more</x:extra></order>");
+  return order;
+}
+
+void ExpectAsWalked(const CXmlObjectBase& object) { ExpectPlannedAsWalked(object, kUri); }
+
+std::string Failure(const CXmlObjectBase& object) {
+  return ByPlan(object, Form(), CSerializationContext()).failure;
+}
+
+}  // namespace
+
+TEST(PlannedWriting, IsTheWalkForEachFormOfMember) {
+  const CSmartPtr<COrder> order = NewOrder();
+  ExpectAsWalked(*order);
+  order->SetNote(std::nullopt);
+  order->SetComment(std::nullopt);  // nil
+  order->SetCurrency(Currency_EUR);
+  order->SetVersion("1.0");
+  order->GetTags().Clear();
+  order->GetSizes().Clear();
+  order->GetColours().Clear();
+  order->GetSteps().Clear();
+  order->GetAny().Clear();
+  order->GetOtherAttributes().Clear();
+  order->GetItems().Clear();
+  ExpectAsWalked(*order);
+}
+
+TEST(PlannedWriting, IsTheWalkForAnyMemberOfAChoice) {
+  const CSmartPtr<COrder> order = NewOrder();
+  order->GetGift()->SetCard(std::nullopt);
+  order->GetGift()->EnsureWrap()->SetName("paper");
+  ExpectAsWalked(*order);
+  order->GetGift()->SetWrap(nullptr);
+  order->GetGift()->GetStamps().Add(3);
+  ExpectAsWalked(*order);
+  order->GetGift()->GetStamps().Clear();
+  ExpectAsWalked(*order);  // fails unless the context lets it pass
+  EXPECT_NE("", Failure(*order));
+  CPayment payment;
+  ExpectAsWalked(payment);
+  payment.SetIban("AT61 1904");
+  ExpectAsWalked(payment);
+}
+
+TEST(PlannedWriting, IsTheWalkForAnObjectThatIsNil) {
+  const CSmartPtr<COrder> order = NewOrder();
+  order->GetCustomer()->SetIsNil(true);
+  ExpectAsWalked(*order);
+  CCustomer customer;
+  customer.SetIsNil(true);
+  ExpectAsWalked(customer);
+}
+
+TEST(PlannedWriting, IsTheWalkForAnObjectOfAnotherNameOrType) {
+  const CSmartPtr<COrder> order = NewOrder();
+  order->GetCustomer()->TakeElementName("client");
+  order->GetItems()[0]->TakeElementName("book");
+  ExpectAsWalked(*order);
+  order->TakeRootNamespace("urn:root");
+  ExpectAsWalked(*order);
+}
+
+TEST(PlannedWriting, IsTheWalkForTextsThatAreNotPlain) {
+  const CSmartPtr<COrder> order = NewOrder();
+  const std::string texts[] = {"",
+                               "<",
+                               "<![CDATA[<as it stands>]]>",
+                               "a\nb\n\"c\" & 'd' <e>",
+                               "&&&&&&&&&&&&&&&&&&&&",
+                               "\xC3\xA4\xE2\x82\xAC",
+                               std::string("a\0b", 3),
+                               std::string(15, 'x') + "&",
+                               std::string(16, 'x') + ">",
+                               std::string(33, 'x') + "\n" + std::string(40, 'y'),
+                               std::string(4095, 'z'),
+                               std::string(5000, 'z') + "&",
+                               std::string(70000, '<')};
+  for (const std::string& text : texts) {
+    order->SetNote(text);
+    order->GetCustomer()->SetName(text);
+    for (const Form& form : Forms()) {
+      const Written planned = ByPlan(*order, form, CSerializationContext());
+      const Written walked = ByWalk(*order, form, CSerializationContext());
+      ASSERT_EQ(walked.text, planned.text);
+      ASSERT_EQ(walked.flushes, planned.flushes);
+    }
+  }
+}
+
+TEST(PlannedWriting, IsTheWalkForTheClassesOwnText) {
+  CWeight weight;
+  weight.SetUnit("kg \"net\" & <gross>\n");
+  ExpectAsWalked(weight);
+  weight.SetValue(CDecimal("12.50"));
+  ExpectAsWalked(weight);
+}
+
+TEST(PlannedWriting, IsTheWalkForReals) {
+  CPlace place;
+  for (const double value : {0.0,
+                             -0.0,
+                             1.0,
+                             -1.5,
+                             0.1,
+                             0.2,
+                             1866.65,
+                             89.999,
+                             8.7,
+                             999.999,
+                             67.891,
+                             0.0625,
+                             0.001,
+                             1e-5,
+                             123456.125,
+                             1e15,
+                             1e16,
+                             1e17,
+                             1e300,
+                             5e-324,
+                             0.30000000000000004,
+                             1.0 / 3,
+                             2.0 / 3,
+                             9007199254740993.0,
+                             9.5367431640625e-07}) {
+    place.SetX(value);
+    place.SetBounded(value < 1 ? value : 0.7);
+    place.SetShort(static_cast<float>(value));
+    const Form form;
+    const CSerializationContext context;
+    ASSERT_EQ(ByWalk(place, form, context).text, ByPlan(place, form, context).text) << value;
+  }
+}
+
+TEST(PlannedWriting, FailsAsTheWalkDoes) {
+  const CSmartPtr<COrder> order(new COrder);
+  order->GetItems().Add(CSmartPtr<CItem>(new CBook));
+  ExpectAsWalked(*order);  // no id, no name, no gift, no price
+  EXPECT_NE("", Failure(*order));
+  order->SetId(1);
+  ExpectAsWalked(*order);
+  order->GetCustomer()->SetName("A");
+  ExpectAsWalked(*order);
+  order->GetGift()->SetCard("c");
+  ExpectAsWalked(*order);
+  for (const char* tag : {"a", "b", "c", "d"}) order->GetTags().Add(tag);  // three at most
+  order->SetComment("c");
+  order->GetItems()[0]->SetPrice(CDecimal("1"));
+  ExpectAsWalked(*order);
+  EXPECT_NE("", Failure(*order));
+}
+
+namespace {
+
+// A user's own class over a generated one.
+class CLoudCustomer : public CCustomer {
+ protected:
+  void ToXml_Int(CXmlWriter* writer, bool, const char* namespaceUri, const CSerializationContext&,
+                 bool) const override {
+    writer->WriteStartElement("loud", namespaceUri);
+    writer->WriteText(GetName() + "!", ItemType_string, false);
+    writer->WriteEndElement();
+  }
+};
+
+class CQuietCustomer : public CCustomer {
+ protected:
+  void AttributesToXml_Int(CXmlWriter* writer, const CSerializationContext&) const override {
+    writer->WriteAttribute("volume", "", "0", ItemType_string);
+  }
+};
+
+}  // namespace
+
+TEST(PlannedWriting, AsksAClassThatSomebodyHasDerived) {
+  const CSmartPtr<COrder> order = NewOrder();
+  const CSmartPtr<CLoudCustomer> loud(new CLoudCustomer);
+  loud->SetName("Ada");
+  order->SetCustomer(loud);
+  ExpectAsWalked(*order);
+  EXPECT_NE(std::string::npos, order->ToXml().find("Ada!"));
+  const CSmartPtr<CQuietCustomer> quiet(new CQuietCustomer);
+  quiet->SetName("Ada");
+  order->SetCustomer(quiet);
+  ExpectAsWalked(*order);
+  EXPECT_NE(std::string::npos, order->ToXml().find("volume=\"0\""));
+}
+
+// The counts of the instance monitor do not show how a document was written.
+TEST(PlannedWriting, CountsTheElements) {
+  const CSmartPtr<COrder> order = NewOrder();
+  const auto counts = [&order](auto write) {
+    const std::string before = CInstanceMonitor::DumpState();
+    write(*order, Form(), CSerializationContext());
+    const std::string name = "CXmlWriterContext = ";
+    const auto total = [&name](const std::string& dump) {
+      const std::size_t at = dump.find(name);
+      if (at == std::string::npos) return 0;
+      return std::stoi(dump.substr(dump.find('/', at) + 1));
+    };
+    return total(CInstanceMonitor::DumpState()) - total(before);
+  };
+  EXPECT_EQ(counts(&ByWalk), counts(&ByPlan));
+}
