@@ -37,31 +37,57 @@ void CPlannedWriting::Attributes(const CWritePlan& plan, const CBoundClass& obje
 
 inline void CPlannedWriting::Attribute(const CWritePlan::CAttribute& attribute,
                                        const CBoundClass& object) {
-  if (attribute.way == Way::Value) {
-    const void* const value = attribute.value.Find(object);
-    if (value == nullptr ? attribute.isOptional : PutAttribute(attribute, value)) return;
-  } else if (attribute.way == Way::WalkCollection) {
-    const CXmlCollectionBase* const collection = object.*attribute.property.m_collection;
-    if (collection == nullptr || collection->GetCount() == 0) return;
+  switch (attribute.way) {
+    case Way::Text: {
+      const std::optional<std::string>& text = object.*attribute.property.m_string;
+      if (text ? PutAttribute(attribute, *text) : attribute.isOptional) return;
+      break;
+    }
+    case Way::Value: {
+      const void* const value = attribute.value.Find(object);
+      if (value == nullptr ? attribute.isOptional : PutAttribute(attribute, value)) return;
+      break;
+    }
+    case Way::WalkCollection: {
+      const CXmlCollectionBase* const collection = object.*attribute.property.m_collection;
+      if (collection == nullptr || collection->GetCount() == 0) return;
+      break;
+    }
+    default:
+      break;
   }
   Walk([&] { attribute.entry->AttributeToXml(m_context, &object, &m_writer); });
 }
 
-// False when the walk has to do it.
+// These answer false when the walk has to do it.
+
 bool CPlannedWriting::PutAttribute(const CWritePlan::CAttribute& attribute, const void* value) {
-  std::string_view text;
-  const bool isText = attribute.value.IsText();
-  if (isText) text = attribute.value.GetText(value, m_run.GetScratch());
-  const std::size_t room = isText ? text.size() + kEntityRoom : CPlannedValue::kRoom;
-  char* const begin = m_run.BeginAttribute(attribute.tag, room);
+  if (attribute.value.IsText()) {
+    return PutAttribute(attribute, attribute.value.GetText(value, m_run.GetScratch()));
+  }
+  char* const begin = m_run.BeginAttribute(attribute.tag, CPlannedValue::kRoom);
   if (begin == nullptr) return false;
-  char* const end = isText ? m_run.PutText<true>(begin, text) : attribute.value.Write(value, begin);
+  char* const end = attribute.value.Write(value, begin);
   if (end == nullptr) return false;
-  if (!isText) text = {begin, static_cast<std::size_t>(end - begin)};
-  const bool isLeftOut = attribute.isOptional && attribute.value.IsDefault(text) &&
-                         m_context.GetNoOptionalAttributeDefaultOutput();
-  if (!isLeftOut) m_run.EndAttribute(end);
+  const std::string_view text(begin, static_cast<std::size_t>(end - begin));
+  if (!IsLeftOut(attribute, text)) m_run.EndAttribute(end);
   return true;
+}
+
+bool CPlannedWriting::PutAttribute(const CWritePlan::CAttribute& attribute, std::string_view text) {
+  if (IsLeftOut(attribute, text)) return true;
+  char* const begin = m_run.BeginAttribute(attribute.tag, text.size() + kEntityRoom);
+  if (begin == nullptr) return false;
+  char* const end = m_run.PutText<true>(begin, text);
+  if (end == nullptr) return false;
+  m_run.EndAttribute(end);
+  return true;
+}
+
+inline bool CPlannedWriting::IsLeftOut(const CWritePlan::CAttribute& attribute,
+                                       std::string_view text) const {
+  return attribute.hasDefault && attribute.isOptional && attribute.value.IsDefault(text) &&
+         m_context.GetNoOptionalAttributeDefaultOutput();
 }
 
 // --- Children
@@ -86,6 +112,11 @@ inline void CPlannedWriting::Children(const CWritePlan& plan, const CBoundClass&
 
 inline bool CPlannedWriting::Child(const CChild& child, const CBoundClass& object) {
   switch (child.way) {
+    case Way::Text: {
+      const std::optional<std::string>& text = object.*child.property.m_string;
+      if (text ? PutText(child, *text) : !child.isNeeded) return text.has_value();
+      break;
+    }
     case Way::Value: {
       const void* const value = child.value.Find(object);
       if (value == nullptr ? !child.isNeeded : PutValue(child, value)) return value != nullptr;
@@ -111,25 +142,33 @@ inline bool CPlannedWriting::Child(const CChild& child, const CBoundClass& objec
   return WalkChild(child, object);
 }
 
-// False when the walk has to do it.
+// These answer false when the walk has to do it.
+
 bool CPlannedWriting::PutValue(const CChild& child, const void* value) {
-  std::string_view text;
-  const bool isText = child.value.IsText();
-  if (isText) {
-    text = child.value.GetText(value, m_run.GetScratch());
-    if (child.value.IsDefault(text) && !m_run.WritesDefaultValues()) text = std::string_view();
+  if (child.value.IsText()) {
+    return PutText(child, child.value.GetText(value, m_run.GetScratch()));
   }
-  const std::size_t room = isText ? text.size() + kEntityRoom : CPlannedValue::kRoom;
-  char* const begin = m_run.BeginValue(child.tags, child.uri, room);
+  char* const begin = m_run.BeginValue(child.name, CPlannedValue::kRoom);
   if (begin == nullptr) return false;
-  char* end = isText ? m_run.PutText<false>(begin, text) : child.value.Write(value, begin);
+  char* const end = child.value.Write(value, begin);
   if (end == nullptr) return false;
-  if (!isText && !m_run.WritesDefaultValues() &&
-      child.value.IsDefault({begin, static_cast<std::size_t>(end - begin)})) {
-    end = begin;
-  }
-  m_run.EndValue(child.tags, begin, end);
+  const std::string_view text(begin, static_cast<std::size_t>(end - begin));
+  m_run.EndValue(child.name, begin, IsLeftOut(child, text) ? begin : end);
   return true;
+}
+
+bool CPlannedWriting::PutText(const CChild& child, std::string_view text) {
+  if (IsLeftOut(child, text)) text = std::string_view();
+  char* const begin = m_run.BeginValue(child.name, text.size() + kEntityRoom);
+  if (begin == nullptr) return false;
+  char* const end = m_run.PutText<false>(begin, text);
+  if (end == nullptr) return false;
+  m_run.EndValue(child.name, begin, end);
+  return true;
+}
+
+inline bool CPlannedWriting::IsLeftOut(const CChild& child, std::string_view text) const {
+  return child.hasDefault && child.value.IsDefault(text) && !m_run.WritesDefaultValues();
 }
 
 bool CPlannedWriting::Collection(const CChild& child, const CBoundClass& object) {
@@ -143,7 +182,8 @@ bool CPlannedWriting::Collection(const CChild& child, const CBoundClass& object)
     const CXmlObjectBase& item = *node->item;
     if (PutObject(child, item, false)) continue;
     Walk([&] {
-      CXmlObjectBase::ToXml_Int(&item, &m_writer, false, child.uri.c_str(), m_context, false);
+      CXmlObjectBase::ToXml_Int(&item, &m_writer, false, child.name.GetUri().c_str(), m_context,
+                                false);
     });
   }
   return true;
@@ -157,13 +197,16 @@ bool CPlannedWriting::PutObject(const CChild& child, const CXmlObjectBase& held,
   if (&typeid(held) != child.itemClass) return false;
   const auto& object = static_cast<const CBoundClass&>(held);
   const CWritePlan* const plan = CWritePlan::For(object);
-  const bool isPlain = plan != nullptr && plan->HasTag() && !object.m_writesType &&
-                       !object.MissesContent() && !(plan->IsNillable() && object.IsNilObject()) &&
-                       object.ElementName() == child.tags.GetName();
+  if (plan == nullptr || !plan->HasTag() || object.m_writesType ||
+      (plan->RequiresContent() && object.MissesContent()) ||
+      (plan->IsNillable() && object.IsNilObject()) ||
+      !detail::AreEqual(object.ElementName(), child.name.GetName())) {
+    return false;
+  }
   XmlTextRun::Element element;
-  if (!isPlain || !m_run.BeginElement(element, child.tags, child.uri)) return false;
+  if (!m_run.BeginElement(element, child.name)) return false;
   try {
-    Attributes(*plan, object);
+    if (!plan->GetAttributes().empty()) Attributes(*plan, object);
     Children(*plan, object, optionalChoice);
     if (plan->GetText() != nullptr) Text(*plan->GetText(), object);
     m_run.EndElement(element);

@@ -34,9 +34,13 @@ class CPlannedWriting {
   void Attributes(const CWritePlan& plan, const CBoundClass& object);
   void Attribute(const CWritePlan::CAttribute& attribute, const CBoundClass& object);
   bool PutAttribute(const CWritePlan::CAttribute& attribute, const void* value);
+  bool PutAttribute(const CWritePlan::CAttribute& attribute, std::string_view text);
+  bool IsLeftOut(const CWritePlan::CAttribute& attribute, std::string_view text) const;
   void Children(const CWritePlan& plan, const CBoundClass& object, bool optionalChoice);
   bool Child(const CChild& child, const CBoundClass& object);
   bool PutValue(const CChild& child, const void* value);
+  bool PutText(const CChild& child, std::string_view text);
+  bool IsLeftOut(const CChild& child, std::string_view text) const;
   bool Collection(const CChild& child, const CBoundClass& object);
   void Text(const CPlannedValue& text, const CBoundClass& object);
   bool PutText(const CPlannedValue& text, const void* value);

@@ -1,201 +1,13 @@
 #include "qzxml/binding/WritePlan.h"
 
-#include <limits>
 #include <memory>
 
 #include "qzxml/binding/BoundClass.h"
 #include "qzxml/binding/ObjectCol.h"
-#include "qzxml/serialization/PropertyAccess.h"
-#include "qzxml/values/ConversionsDetail.h"
-#include "qzxml/values/DateTimeDetail.h"
-#include "qzxml/values/QzVariant.h"
 
 namespace QzXmlLib16::detail {
 
 using namespace QzXmlLib16Data;
-
-static_assert(CPlannedValue::kRoom >= kDateTimeSize && CPlannedValue::kRoom >= kNumberSize);
-
-// --- Values
-
-CPlannedValue::CPlannedValue(const CMember& member, const CMember& declared)
-    : m_property(declared.property) {
-  const CSimpleTypeInfo& type = *member.type;
-  m_kind = type.IsEnumeration() ? ItemType_i4 : type.GetKind();
-  m_enumToString = type.GetEnumToString();
-  if (member.defaultValue != nullptr) m_defaultText = member.defaultValue;
-  if (type.IsEnumeration()) {
-    m_form = Form::Enumeration;
-    return;
-  }
-  switch (m_kind) {
-    case ItemType_i1:
-    case ItemType_i2:
-    case ItemType_i4:
-    case ItemType_i8:
-    case ItemType_ui1:
-    case ItemType_ui2:
-    case ItemType_ui4:
-    case ItemType_ui8:
-    case ItemType_r8:
-    case ItemType_year:
-    case ItemType_month:
-    case ItemType_day:
-    case ItemType_boolean:
-      m_form = Form::Scalar;
-      break;
-    case ItemType_yearMonth:
-    case ItemType_monthDay:
-    case ItemType_date:
-    case ItemType_datetime:
-    case ItemType_time:
-      m_form = Form::Date;
-      break;
-    case ItemType_string:
-      m_form = Form::Text;
-      break;
-    case ItemType_hexBinary:
-    case ItemType_base64Binary:
-    case ItemType_duration:
-    case ItemType_decimal:
-    case ItemType_integer:
-      m_form = Form::Composed;
-      break;
-    default:
-      break;
-  }
-}
-
-namespace {
-
-template <typename T>
-const void* PlaceOf(const std::optional<T>& value) {
-  return value ? &*value : nullptr;
-}
-
-template <typename T>
-const T& As(const void* value) {
-  return *static_cast<const T*>(value);
-}
-
-template <ItemType kind>
-void AppendTextOf(const void* value, std::string& out) {
-  QzVariant variant;
-  VariantKind<kind>::Set(variant, As<typename VariantKind<kind>::Value>(value));
-  AppendText(variant, std::string_view(), out);
-}
-
-}  // namespace
-
-const void* CPlannedValue::Find(const CBoundClass& object) const {
-  switch (m_kind) {
-    case ItemType_string:
-      return PlaceOf(object.*m_property.m_string);
-    case ItemType_i4:
-      return PlaceOf(object.*m_property.m_i4);
-    case ItemType_boolean:
-      return PlaceOf(object.*m_property.m_boolean);
-    case ItemType_i1:
-      return PlaceOf(object.*m_property.m_i1);
-    case ItemType_i2:
-      return PlaceOf(object.*m_property.m_i2);
-    case ItemType_i8:
-      return PlaceOf(object.*m_property.m_i8);
-    case ItemType_ui1:
-    case ItemType_month:
-    case ItemType_day:
-      return PlaceOf(object.*m_property.m_ui1);
-    case ItemType_ui2:
-    case ItemType_year:
-      return PlaceOf(object.*m_property.m_ui2);
-    case ItemType_ui4:
-      return PlaceOf(object.*m_property.m_ui4);
-    case ItemType_ui8:
-      return PlaceOf(object.*m_property.m_ui8);
-    case ItemType_r8:
-      return PlaceOf(object.*m_property.m_r8);
-    case ItemType_yearMonth:
-    case ItemType_monthDay:
-    case ItemType_date:
-    case ItemType_datetime:
-    case ItemType_time:
-      return PlaceOf(object.*m_property.m_dateTime);
-    case ItemType_duration:
-      return PlaceOf(object.*m_property.m_duration);
-    case ItemType_decimal:
-      return PlaceOf(object.*m_property.m_decimal);
-    case ItemType_integer:
-      return PlaceOf(object.*m_property.m_integer);
-    case ItemType_hexBinary:
-    case ItemType_base64Binary:
-      return PlaceOf(object.*m_property.m_binary);
-    default:
-      return nullptr;
-  }
-}
-
-std::string_view CPlannedValue::GetText(const void* value, std::string& scratch) const {
-  if (m_form == Form::Text) return As<std::string>(value);
-  if (m_form == Form::Enumeration) {
-    const char* const text = m_enumToString(As<std::int32_t>(value));
-    return text != nullptr ? text : std::string_view();
-  }
-  scratch.clear();
-  switch (m_kind) {
-    case ItemType_hexBinary:
-      AppendTextOf<ItemType_hexBinary>(value, scratch);
-      break;
-    case ItemType_base64Binary:
-      AppendTextOf<ItemType_base64Binary>(value, scratch);
-      break;
-    case ItemType_duration:
-      AppendTextOf<ItemType_duration>(value, scratch);
-      break;
-    case ItemType_decimal:
-      AppendTextOf<ItemType_decimal>(value, scratch);
-      break;
-    default:
-      AppendTextOf<ItemType_integer>(value, scratch);
-      break;
-  }
-  return scratch;
-}
-
-char* CPlannedValue::Write(const void* value, char* out) const {
-  if (m_form == Form::Date) return WriteDateTime(As<CDateTime>(value), out);
-  switch (m_kind) {
-    case ItemType_i1:
-      return WriteInteger(out, static_cast<signed char>(As<char>(value)));
-    case ItemType_i2:
-      return WriteInteger(out, As<std::int16_t>(value));
-    case ItemType_i4:
-      return WriteInteger(out, As<std::int32_t>(value));
-    case ItemType_i8:
-      return WriteInteger(out, As<std::int64_t>(value));
-    case ItemType_ui1:
-      return WriteInteger(out, As<std::uint8_t>(value));
-    case ItemType_ui2:
-      return WriteInteger(out, As<std::uint16_t>(value));
-    case ItemType_ui4:
-      return WriteInteger(out, As<std::uint32_t>(value));
-    case ItemType_ui8:
-      return WriteInteger(out, As<std::uint64_t>(value));
-    case ItemType_r8: {
-      // A text that reads back as the value has all its digits (KeepEveryDigit).
-      double readBack = std::numeric_limits<double>::quiet_NaN();
-      char* const end = WriteR8(out, As<double>(value), readBack);
-      return readBack == As<double>(value) ? end : nullptr;
-    }
-    case ItemType_year:
-      return WriteYear(out, As<std::uint16_t>(value));
-    case ItemType_month:
-      return WriteMonth(out, As<std::uint8_t>(value));
-    case ItemType_day:
-      return WriteDay(out, As<std::uint8_t>(value));
-    default:
-      return WriteText(out, As<bool>(value) ? "true" : "false");
-  }
-}
 
 // --- Members
 
@@ -219,10 +31,15 @@ bool HoldsBoundObjects(const CMember& member) {
 }  // namespace
 
 CWritePlan::CChild::CChild(const CMember& member, const CElementInfo* childEntry)
-    : entry(childEntry), tags(ElementTags::InOneNamespace(member.name)), uri(member.namespaceUri) {}
+    : hasDefault(member.defaultValue != nullptr),
+      entry(childEntry),
+      name(member.name, member.namespaceUri) {}
 
 CWritePlan::CAttribute::CAttribute(const CMember& member, const CAttributeInfo* attributeEntry)
-    : isOptional(member.occurs.min == 0), entry(attributeEntry), tag(member.name) {}
+    : isOptional(member.occurs.min == 0),
+      hasDefault(member.defaultValue != nullptr),
+      entry(attributeEntry),
+      tag(member.name) {}
 
 void CWritePlan::AddChild(const CMember& member, const CMember& declared,
                           const CElementInfo* entry) {
@@ -236,7 +53,7 @@ void CWritePlan::AddChild(const CMember& member, const CMember& declared,
     child.way = isPlanned ? Way::Collection : Way::WalkCollection;
   } else if (member.form == MemberForm::Value) {
     child.value = CPlannedValue(member, declared);
-    if (child.value.IsPlanned()) child.way = Way::Value;
+    if (child.value.IsPlanned()) child.way = child.value.IsString() ? Way::Text : Way::Value;
     // An absent value may stand for nil.
     child.isNeeded = child.isNeeded || (member.isNillable && member.occurs.min > 0);
   } else {
@@ -256,7 +73,9 @@ void CWritePlan::AddAttribute(const CMember& member, const CMember& declared,
     attribute.way = Way::WalkCollection;
   } else if (*member.namespaceUri == '\0') {
     attribute.value = CPlannedValue(member, declared);
-    if (attribute.value.IsPlanned()) attribute.way = Way::Value;
+    if (attribute.value.IsPlanned()) {
+      attribute.way = attribute.value.IsString() ? Way::Text : Way::Value;
+    }
   }
 }
 
@@ -266,7 +85,8 @@ void CWritePlan::AddAttribute(const CMember& member, const CMember& declared,
 CWritePlan::CWritePlan(const CClassBinding& binding, const CTabledClass::CTables& tables)
     : m_hasTag(binding.GetTraits().elementType == XmlElementType_Element),
       m_isChoice(binding.GetTraits().group == XmlElementGroupType_Choice),
-      m_isNillable(binding.GetTraits().isNillable) {
+      m_isNillable(binding.GetTraits().isNillable),
+      m_requiresContent(binding.GetTraits().requiresContent) {
   const ClassFactory newObject = binding.GetTraits().newObject;
   if (newObject != nullptr) {
     const CObjectHandle sample = newObject(0, nullptr);
@@ -301,13 +121,9 @@ void CWritePlan::Build(CClassBinding& binding, const CTabledClass::CTables& tabl
   binding.m_writePlan.store(new CWritePlan(binding, tables), std::memory_order_release);
 }
 
-const CWritePlan* CWritePlan::For(const CBoundClass& object) {
-  const CWritePlan* plan = object.m_binding->m_writePlan.load(std::memory_order_acquire);
-  if (plan == nullptr) {
-    object.GetTables();
-    plan = object.m_binding->m_writePlan.load(std::memory_order_acquire);
-  }
-  return plan != nullptr && plan->m_class == &typeid(object) ? plan : nullptr;
+[[gnu::noinline]] const CWritePlan* CWritePlan::Make(const CBoundClass& object) {
+  object.CBoundClass::GetTables();
+  return object.m_binding->m_writePlan.load(std::memory_order_acquire);
 }
 
 }  // namespace QzXmlLib16::detail

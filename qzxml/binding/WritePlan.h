@@ -1,63 +1,18 @@
 #pragma once
 
-#include <string>
-#include <string_view>
 #include <typeinfo>
 #include <vector>
 
+#include "qzxml/binding/BoundClass.h"
 #include "qzxml/binding/ClassBinding.h"
 #include "qzxml/binding/Member.h"
+#include "qzxml/binding/PlannedValue.h"
 #include "qzxml/serialization/AttributeInfo.h"
 #include "qzxml/serialization/ElementInfo.h"
 #include "qzxml/xml/WrittenName.h"
+#include "qzxml/xml/XmlTextRun.h"
 
 namespace QzXmlLib16::detail {
-
-// A value of a bound class, found and turned into text without AccessProperty and without a
-// variant.
-class CPlannedValue {
- public:
-  CPlannedValue() = default;
-  // declared is the member as the class that has the data member declares it.
-  CPlannedValue(const CMember& member, const CMember& declared);
-
-  // False for the kinds that are left to the walk.
-  bool IsPlanned() const { return m_form != Form::Other; }
-
-  // Where the value is; null for an absent one.
-  const void* Find(const CBoundClass& object) const;
-
-  // Whether its text has to be asked for as such. A text may have bytes to escape.
-  bool IsText() const { return m_form >= Form::Text; }
-  // Lies in the object, or in scratch.
-  std::string_view GetText(const void* value, std::string& scratch) const;
-
-  // Any other is written in place, and its end answered. Null, and what is there has no meaning,
-  // for a value whose text is not easily told. Takes kRoom.
-  static constexpr std::size_t kRoom = 64;
-  char* Write(const void* value, char* out) const;
-
-  bool IsString() const { return m_form == Form::Text; }
-  bool IsDefault(std::string_view text) const {
-    return !m_defaultText.empty() && text == m_defaultText;
-  }
-
- private:
-  enum class Form : unsigned char {
-    Other,
-    Scalar,       // a number or a boolean
-    Date,         // a CDateTime
-    Text,         // a text
-    Enumeration,  // a number with a text
-    Composed,     // something that makes a text of itself
-  };
-
-  Form m_form = Form::Other;
-  ItemType m_kind = ItemType_None;
-  CProperty m_property;
-  EnumToString m_enumToString = nullptr;
-  std::string m_defaultText;  // empty for none
-};
 
 // How the objects of a class are written: their members in the order of its tables, each with all
 // that is known of it beforehand. What is not planned for a member is done by its entry in the
@@ -70,7 +25,8 @@ class CWritePlan {
     Walk,            // nothing is known
     WalkObject,      // nothing is written for a null handle
     WalkCollection,  // nothing is written for an empty collection
-    Value,
+    Text,            // a value that is a text
+    Value,           // any other
     Object,
     Collection,  // of objects
   };
@@ -81,12 +37,12 @@ class CWritePlan {
     Way way = Way::Walk;
     bool isNeeded = false;        // what is absent is left to the walk, which knows what follows
     bool optionalChoice = false;  // what the child's own ToXml_Int gets
+    bool hasDefault;
     CProperty property;
     CPlannedValue value;
     const std::type_info* itemClass = nullptr;  // of objects: that of the declared class
     const QzXmlLib16Data::CElementInfo* entry;
-    ElementTags tags;
-    std::string uri;
+    XmlTextRun::Name name;
   };
 
   struct CAttribute {
@@ -94,6 +50,7 @@ class CWritePlan {
 
     Way way = Way::Walk;
     bool isOptional;
+    bool hasDefault;
     CProperty property;
     CPlannedValue value;
     const QzXmlLib16Data::CAttributeInfo* entry;
@@ -105,12 +62,17 @@ class CWritePlan {
 
   // The plan of an object; null for an object of a class that is derived from the one that the
   // binding tells of: it may have overridden anything.
-  static const CWritePlan* For(const CBoundClass& object);
+  static const CWritePlan* For(const CBoundClass& object) {
+    const CWritePlan* plan = object.m_binding->m_writePlan.load(std::memory_order_acquire);
+    if (plan == nullptr) plan = Make(object);
+    return plan->m_class == &typeid(object) ? plan : nullptr;
+  }
 
   const std::vector<CAttribute>& GetAttributes() const { return m_attributes; }
   const std::vector<CChild>& GetChildren() const { return m_children; }
   bool IsChoice() const { return m_isChoice; }
   bool IsNillable() const { return m_isNillable; }
+  bool RequiresContent() const { return m_requiresContent; }
   // Null for a class without a text.
   const CPlannedValue* GetText() const { return m_hasText ? &m_text : nullptr; }
   // Whether start tag and attributes can be planned too: the class has a tag, and no groups whose
@@ -120,6 +82,7 @@ class CWritePlan {
  private:
   CWritePlan(const CClassBinding& binding, const CTabledClass::CTables& tables);
 
+  static const CWritePlan* Make(const CBoundClass& object);
   void AddChild(const CMember& member, const CMember& declared,
                 const QzXmlLib16Data::CElementInfo* entry);
   void AddAttribute(const CMember& member, const CMember& declared,
@@ -133,6 +96,7 @@ class CWritePlan {
   bool m_hasTag;
   bool m_isChoice;
   bool m_isNillable;
+  bool m_requiresContent;
 };
 
 }  // namespace QzXmlLib16::detail

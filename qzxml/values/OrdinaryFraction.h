@@ -23,9 +23,9 @@ inline constexpr std::array<std::uint64_t, 20> kPowersOfTen = [] {
   return powers;
 }();
 
-// Writes a number that is shown with so many places, of which only the first three are none of zero,
-// as in most prices; null for any other. Behind the point of the number stands fraction, in units of
-// 2^-binaryPlaces, 54 of them at most.
+// Writes a number that is shown with so many places, of which only the first three are none of
+// zero, as in most prices; null for any other. Behind the point of the number stands fraction, in
+// units of 2^-binaryPlaces, 54 of them at most.
 //
 // What three places leave of the fraction is counted in a thousandth of its unit. It has to be less
 // than half of the last place that is shown, which then rounds to a zero.

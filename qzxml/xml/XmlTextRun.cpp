@@ -27,7 +27,8 @@ void XmlTextRun::Interrupt() {
   Settle(*element);
   while (element != m_innermost) {
     element = element->m_inner;
-    element->m_context = m_writer.OpenContext(element->m_tags->GetName(), *element->m_uri);
+    element->m_context =
+        m_writer.OpenContext(element->m_name->GetName(), element->m_name->GetUri());
     m_writer.m_pContext = element->m_context;
     Settle(*element);
   }

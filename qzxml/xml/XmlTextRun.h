@@ -19,8 +19,8 @@ namespace QzXmlLib16::detail {
 //
 //   XmlTextRun run(writer);                // an element is open
 //   XmlTextRun::Element item;
-//   if (!run.BeginElement(item, tags, uri)) ...
-//   char* const text = run.BeginValue(other, uri, size);
+//   if (!run.BeginElement(item, name)) ...
+//   char* const text = run.BeginValue(other, size);
 //   if (text != nullptr) run.EndValue(other, text, Write(text));
 //   run.EndElement(item);
 //   run.Finish();
@@ -34,6 +34,26 @@ namespace QzXmlLib16::detail {
 // A run that an exception ends leaves in the stream what was put until then.
 class XmlTextRun {
  public:
+  // The name of elements, made once for many of them.
+  class Name {
+   public:
+    Name(const char* name, const char* uri)
+        : m_tags(ElementTags::InOneNamespace(name)),
+          m_uri(uri),
+          m_room(1 + 2 * kTagEolRoom + kShortIndent + m_tags.GetStart().GetRoom() +
+                 m_tags.GetEnd().GetRoom()) {}
+
+    const std::string& GetName() const { return m_tags.GetName(); }
+    const std::string& GetUri() const { return m_uri; }
+
+   private:
+    friend class XmlTextRun;
+
+    ElementTags m_tags;
+    std::string m_uri;
+    std::size_t m_room;  // what an element takes beside its indent, its prefix and its text
+  };
+
   // An element that is open; not copied, and at its place until its end.
   class Element {
    public:
@@ -46,8 +66,7 @@ class XmlTextRun {
 
     Element* m_outer = nullptr;
     Element* m_inner = nullptr;  // while that is open
-    const ElementTags* m_tags = nullptr;
-    const std::string* m_uri = nullptr;
+    const Name* m_name = nullptr;
     const std::string* m_prefix = nullptr;
     CXmlWriter::CXmlWriterContext* m_context = nullptr;  // the writer's, where it has one
     bool m_isStartTagOpen = true;
@@ -78,14 +97,14 @@ class XmlTextRun {
 
   // ---- Elements ----
 
-  bool BeginElement(Element& element, const ElementTags& tags, const std::string& uri);
+  bool BeginElement(Element& element, const Name& name);
   // Always done.
   void EndElement(Element& element);
 
   // An element with nothing but a text: where the text goes, with room for so many bytes, or null.
   // EndValue makes the element of it; without that nothing has happened.
-  char* BeginValue(const ElementTags& tags, const std::string& uri, std::size_t room);
-  void EndValue(const ElementTags& tags, const char* text, char* end);
+  char* BeginValue(const Name& name, std::size_t room);
+  void EndValue(const Name& name, const char* text, char* end);
 
   // An attribute in no namespace, likewise.
   char* BeginAttribute(const AttributeTag& tag, std::size_t room);
@@ -115,11 +134,13 @@ class XmlTextRun {
   void EndInWriter(const Element& element);
   void Settle(const Element& element) const;
   std::size_t GetRoom() const { return static_cast<std::size_t>(m_limit - m_out); }
-  // What the start of a child takes at most, and the child's end.
-  std::size_t GetTagRoom(const SteppedText& tag, const std::string* prefix) const {
-    return 1 + kTagEolRoom + m_indent + kShortIndent + tag.GetRoom() + GetPrefixSize(prefix);
+  bool FindPrefix(const Name& name, const std::string*& prefix) {
+    return m_writer.FindElementPrefix(name.m_tags, name.m_uri, prefix);
   }
-  char* PutStart(const ElementTags& tags, const std::string* prefix) const;
+  bool HasRoom(const Name& name, const std::string* prefix, std::size_t more) const {
+    return m_indent + name.m_room + 2 * GetPrefixSize(prefix) + more <= GetRoom();
+  }
+  char* PutStart(const Name& name, const std::string* prefix) const;
 
   CXmlTextWriter& m_writer;
   CTextStream& m_stream;
@@ -134,27 +155,25 @@ class XmlTextRun {
 };
 
 // The start of a child, with what the innermost element needs in front of it.
-inline char* XmlTextRun::PutStart(const ElementTags& tags, const std::string* prefix) const {
+inline char* XmlTextRun::PutStart(const Name& name, const std::string* prefix) const {
   char* out = m_out;
   if (m_innermost->m_isStartTagOpen) {
     *out++ = '>';
     out = m_writer.PutTagEol(out);
   }
-  return CXmlTextWriter::PutTag(m_writer.PutIndent(out, m_indent), tags.GetStart(), 1, prefix);
+  out = m_writer.PutIndent(out, m_indent);
+  return CXmlTextWriter::PutTag(out, name.m_tags.GetStart(), 1, prefix);
 }
 
-inline bool XmlTextRun::BeginElement(Element& element, const ElementTags& tags,
-                                     const std::string& uri) {
+inline bool XmlTextRun::BeginElement(Element& element, const Name& name) {
   const std::string* prefix = nullptr;
-  if (!m_writer.FindElementPrefix(tags, uri, prefix)) return false;
-  if (GetTagRoom(tags.GetStart(), prefix) > GetRoom()) return false;
-  m_out = PutStart(tags, prefix) - 1;  // the tag is open yet
+  if (!FindPrefix(name, prefix) || !HasRoom(name, prefix, 0)) return false;
+  m_out = PutStart(name, prefix) - 1;  // the tag is open yet
   m_innermost->m_isStartTagOpen = false;
   m_innermost->m_hasChildren = true;
   m_innermost->m_inner = &element;
   element.m_outer = m_innermost;
-  element.m_tags = &tags;
-  element.m_uri = &uri;
+  element.m_name = &name;
   element.m_prefix = prefix;
   m_innermost = &element;
   m_indent += m_writer.m_indentUnit;
@@ -162,37 +181,34 @@ inline bool XmlTextRun::BeginElement(Element& element, const ElementTags& tags,
 }
 
 inline void XmlTextRun::EndElement(Element& element) {
-  const bool isHere = element.m_context == nullptr &&
-                      GetTagRoom(element.m_tags->GetEnd(), element.m_prefix) <= GetRoom();
-  if (!isHere) return EndInWriter(element);
+  const Name& name = *element.m_name;
+  if (element.m_context != nullptr || !HasRoom(name, element.m_prefix, 0)) {
+    return EndInWriter(element);
+  }
   m_innermost = element.m_outer;
   m_indent -= m_writer.m_indentUnit;
   char* out = m_out;
   if (element.m_isStartTagOpen) {
-    *out++ = '/';
-    *out++ = '>';
+    out = detail::PutText(out, "/>");
   } else {
     if (element.m_hasChildren) out = m_writer.PutIndent(out, m_indent);
-    out = CXmlTextWriter::PutTag(out, element.m_tags->GetEnd(), 2, element.m_prefix);
+    out = CXmlTextWriter::PutTag(out, name.m_tags.GetEnd(), 2, element.m_prefix);
   }
   m_out = m_writer.PutTagEol(out);
   ++m_elements;
 }
 
-inline char* XmlTextRun::BeginValue(const ElementTags& tags, const std::string& uri,
-                                    std::size_t room) {
-  if (!m_writer.FindElementPrefix(tags, uri, m_prefix)) return nullptr;
-  const std::size_t size = GetTagRoom(tags.GetStart(), m_prefix) + room + tags.GetEnd().GetRoom() +
-                           GetPrefixSize(m_prefix) + kTagEolRoom;
-  return size <= GetRoom() ? PutStart(tags, m_prefix) : nullptr;
+inline char* XmlTextRun::BeginValue(const Name& name, std::size_t room) {
+  if (!FindPrefix(name, m_prefix) || !HasRoom(name, m_prefix, room)) return nullptr;
+  return PutStart(name, m_prefix);
 }
 
-inline void XmlTextRun::EndValue(const ElementTags& tags, const char* text, char* end) {
+inline void XmlTextRun::EndValue(const Name& name, const char* text, char* end) {
   if (end == text) {
     end[-1] = '/';
     *end++ = '>';
   } else {
-    end = CXmlTextWriter::PutTag(end, tags.GetEnd(), 2, m_prefix);
+    end = CXmlTextWriter::PutTag(end, name.m_tags.GetEnd(), 2, m_prefix);
   }
   m_out = m_writer.PutTagEol(end);
   m_innermost->m_isStartTagOpen = false;
