@@ -7,6 +7,7 @@ namespace QzXmlLib16 {
 class CBoundClass;
 class CSerializationContext;
 class CXmlObjectBase;
+struct CXmlCollectionNode;
 }  // namespace QzXmlLib16
 
 namespace QzXmlLib16::detail {
@@ -42,6 +43,7 @@ class CPlannedWriting {
   bool PutText(const CChild& child, std::string_view text);
   bool IsLeftOut(const CChild& child, std::string_view text) const;
   bool Collection(const CChild& child, const CBoundClass& object);
+  static void FetchNext(const CXmlCollectionNode& node, const std::type_info* itemClass);
   void Text(const CPlannedValue& text, const CBoundClass& object);
   bool PutText(const CPlannedValue& text, const void* value);
   bool PutObject(const CChild& child, const CXmlObjectBase& object, bool optionalChoice);

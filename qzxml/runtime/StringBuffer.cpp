@@ -1,9 +1,11 @@
 #include "qzxml/runtime/StringBuffer.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <utility>
 
+#include "qzxml/platform/Memory.h"
 #include "qzxml/runtime/QzException.h"
 
 namespace QzXmlLib16 {
@@ -15,9 +17,48 @@ constexpr std::uint32_t kMaxLength = std::numeric_limits<std::uint32_t>::max();
 
 CInstanceClass s_class("CStringBuffer");
 
+// What comes behind much text.
+constexpr std::uint32_t kMuchText = std::uint32_t{4} << 20;
+constexpr std::uint32_t kLargestBlock = std::uint32_t{16} << 20;
+
+// Blocks of the size that whole documents are written into, which their thread keeps for the next
+// document: memory that the system has to give anew costs more than to write into it. At most 1 MB.
+class BlockPool {
+ public:
+  static constexpr std::uint32_t kSize = 65535;
+
+  // Null for none.
+  static std::unique_ptr<char[]> Take() {
+    if (s_isGone || s_kept.count == 0) return nullptr;
+    return std::move(s_kept.blocks[--s_kept.count]);
+  }
+  static void Give(std::unique_ptr<char[]> block) {
+    if (s_isGone || s_kept.count == s_kept.blocks.size()) return;
+    s_kept.blocks[s_kept.count++] = std::move(block);
+  }
+
+ private:
+  struct Kept {
+    ~Kept() { s_isGone = true; }  // buffers of static lifetime go later
+
+    std::array<std::unique_ptr<char[]>, 16> blocks;
+    std::size_t count = 0;
+  };
+  static thread_local bool s_isGone;
+  static thread_local Kept s_kept;
+};
+
+thread_local bool BlockPool::s_isGone = false;
+thread_local BlockPool::Kept BlockPool::s_kept;
+
 // One byte more than the text, for the terminator; not filled.
 std::unique_ptr<char[]> AllocateBlock(std::uint32_t size) {
-  return std::unique_ptr<char[]>(new char[std::size_t{size} + 1]);
+  if (size == BlockPool::kSize) {
+    if (std::unique_ptr<char[]> kept = BlockPool::Take()) return kept;
+  }
+  std::unique_ptr<char[]> block(new char[std::size_t{size} + 1]);
+  detail::ExpectToFill(block.get(), size);
+  return block;
 }
 
 [[noreturn]] void ThrowTooLong() {
@@ -31,7 +72,7 @@ CStringBuffer::CStringBuffer() : CStringBuffer(kDefaultBlockSize) {}
 CStringBuffer::CStringBuffer(std::uint32_t dwBlockSize)
     : CInstanceMonitor(s_class), m_dwBlockSize(std::max(dwBlockSize, 2U) - 1) {}
 
-CStringBuffer::~CStringBuffer() = default;
+CStringBuffer::~CStringBuffer() { Clear(); }
 
 const char* CStringBuffer::GetBuffer() {
   if (m_blocks.empty()) return "";
@@ -47,6 +88,7 @@ void CStringBuffer::Set(const char* text) {
 
 void CStringBuffer::AppendTo(std::string& out) const {
   out.reserve(out.size() + m_dwTotalBufferLen);
+  detail::ExpectToFill(out.data() + out.size(), m_dwTotalBufferLen);
   for (const Block& block : m_blocks) out.append(block.data.get(), GetDataIn(block));
 }
 
@@ -67,7 +109,11 @@ void CStringBuffer::Reset() {
   m_dwTotalBufferLen = 0;
 }
 
-void CStringBuffer::Clear() { TakeBlocks(); }
+void CStringBuffer::Clear() {
+  for (Block& block : TakeBlocks()) {
+    if (block.size == BlockPool::kSize) BlockPool::Give(std::move(block.data));
+  }
+}
 
 CStringBuffer::Blocks CStringBuffer::TakeBlocks() {
   m_LastBlock_DataIn = 0;
@@ -80,7 +126,11 @@ CStringBuffer::Blocks CStringBuffer::TakeBlocks() {
 // Blocks never reach past the greatest length, so that filling one needs no test of the total.
 void CStringBuffer::AddBlock() {
   QZ_ASSERT(m_LastBlock_SizeOf == m_LastBlock_DataIn);
-  const std::uint32_t size = std::min(m_dwBlockSize, kMaxLength - m_dwTotalBufferLen);
+  std::uint32_t size = m_dwBlockSize;
+  if (size >= BlockPool::kSize && m_dwTotalBufferLen >= kMuchText) {
+    size = std::max(size, std::min(m_dwTotalBufferLen, kLargestBlock));
+  }
+  size = std::min(size, kMaxLength - m_dwTotalBufferLen);
   if (size == 0) ThrowTooLong();
   m_blocks.push_back(Block{AllocateBlock(size), size});
   m_pLastBlock = m_blocks.back().data.get();

@@ -24,7 +24,8 @@ namespace QzXmlLib16 {
 class QZXML_API CStringBuffer : public ::CInstanceMonitor {
  public:
   CStringBuffer();  // blocks of 4095 bytes of text
-  // Blocks of dwBlockSize - 1 bytes of text; sizes below 2 count as 2.
+  // Blocks of dwBlockSize - 1 bytes of text; sizes below 2 count as 2. From 65536 on they grow with
+  // the text, once that has 4 MB, up to 16 MB.
   explicit CStringBuffer(std::uint32_t dwBlockSize);
   CStringBuffer(const CStringBuffer&) = delete;
   CStringBuffer& operator=(const CStringBuffer&) = delete;

@@ -3,6 +3,7 @@
 #include <cstring>
 #include <memory>
 
+#include "qzxml/platform/Memory.h"
 #include "qzxml/runtime/Encoder.h"
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/values/BinaryData.h"
@@ -17,6 +18,7 @@ CInstanceClass s_class("CTextStream");
 CBinaryData CopyBytes(const CStringBuffer& text) {
   const std::uint32_t length = text.GetLength();
   std::unique_ptr<unsigned char[]> bytes(new unsigned char[length]);
+  detail::ExpectToFill(bytes.get(), length);
   text.CopyTo(reinterpret_cast<char*>(bytes.get()));
   const void* const end = length != 0 ? std::memchr(bytes.get(), '\0', length) : nullptr;
   const std::uint32_t size =

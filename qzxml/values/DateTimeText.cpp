@@ -263,25 +263,52 @@ std::string CDateTime::ToString(const char* format) const {
 }
 
 char* detail::WriteDateTime(const CDateTime& value, char* out) {
-  const CDateTime::DTType type = value.m_type;
-  const bool isZero =
-      (value.m_year | value.m_month | value.m_day | value.m_hour | value.m_minute | value.m_second |
-       value.m_milliSecond | value.m_microSecond | value.m_nanoSecond) == 0;
-  if (type == CDateTime::dt_yearZero || (type != CDateTime::dt_time && isZero)) return nullptr;
+  // Has the rights of this function.
+  struct Fields {
+    static char* WriteTime(const CDateTime& value, char* out) {
+      out = WritePadded(out, value.m_hour, 2);
+      *out++ = ':';
+      out = WritePadded(out, value.m_minute, 2);
+      *out++ = ':';
+      out = WritePadded(out, value.m_second, 2);
+      return WriteFraction(out, value.m_milliSecond, value.m_microSecond, value.m_nanoSecond);
+    }
 
-  const unsigned fields = FieldsOf(type);
-  constexpr unsigned kDate = kHasYear | kHasMonth | kHasDay;
-  if ((fields & kDate) != 0) out = WriteDate(out, fields, value.m_year, value.m_month, value.m_day);
-  if (type == CDateTime::dt_dateTime) *out++ = 'T';
-  if ((fields & kHasTime) != 0) {
-    out = WritePadded(out, value.m_hour, 2);
-    *out++ = ':';
-    out = WritePadded(out, value.m_minute, 2);
-    *out++ = ':';
-    out = WritePadded(out, value.m_second, 2);
-    out = WriteFraction(out, value.m_milliSecond, value.m_microSecond, value.m_nanoSecond);
+    [[gnu::noinline]] static char* WriteAny(const CDateTime& value, char* out) {
+      const CDateTime::DTType type = value.m_type;
+      const bool isZero =
+          (value.m_year | value.m_month | value.m_day | value.m_hour | value.m_minute |
+           value.m_second | value.m_milliSecond | value.m_microSecond | value.m_nanoSecond) == 0;
+      if (type == CDateTime::dt_yearZero || (type != CDateTime::dt_time && isZero)) return nullptr;
+      const unsigned fields = FieldsOf(type);
+      constexpr unsigned kDate = kHasYear | kHasMonth | kHasDay;
+      if ((fields & kDate) != 0) {
+        out = WriteDate(out, fields, value.m_year, value.m_month, value.m_day);
+      }
+      if (type == CDateTime::dt_dateTime) *out++ = 'T';
+      if ((fields & kHasTime) != 0) out = WriteTime(value, out);
+      if (value.m_hasTimeZone) return WriteZone(out, value.m_zoneHour, value.m_zoneMinute);
+      if (value.m_isUTC) *out++ = 'Z';
+      return out;
+    }
+  };
+
+  // Most are a whole date, alone or with a time.
+  const CDateTime::DTType type = value.m_type;
+  const bool isPlain = (type == CDateTime::dt_date || type == CDateTime::dt_dateTime) &&
+                       value.m_year > 0 && value.m_year <= kMaxYear && value.m_month < 100 &&
+                       value.m_day < 100 && !value.m_hasTimeZone;
+  if (!isPlain) return Fields::WriteAny(value, out);
+  const auto year = static_cast<unsigned>(value.m_year);
+  out = WriteTwoDigits(WriteTwoDigits(out, year / 100), year % 100);
+  *out++ = '-';
+  out = WriteTwoDigits(out, value.m_month);
+  *out++ = '-';
+  out = WriteTwoDigits(out, value.m_day);
+  if (type == CDateTime::dt_dateTime) {
+    *out++ = 'T';
+    out = Fields::WriteTime(value, out);
   }
-  if (value.m_hasTimeZone) return WriteZone(out, value.m_zoneHour, value.m_zoneMinute);
   if (value.m_isUTC) *out++ = 'Z';
   return out;
 }

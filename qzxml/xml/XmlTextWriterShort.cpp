@@ -86,7 +86,7 @@ bool CXmlTextWriter::PutValueElement(const ElementTags& name, const std::string&
                     [&](char* out) { return WriteShortText(value, format, out); });
 }
 
-// The ordinary case is an open start tag, room as above, and a value with few bytes to escape.
+// The ordinary case is an open start tag, room as above, and a value with nothing to escape.
 template <typename PutContent>
 inline bool CXmlTextWriter::PutAttribute(const AttributeTag& name, std::size_t room,
                                          PutContent put) {
@@ -101,8 +101,9 @@ inline bool CXmlTextWriter::PutAttribute(const AttributeTag& name, std::size_t r
 }
 
 bool CXmlTextWriter::PutPlainAttribute(const AttributeTag& name, std::string_view value) {
-  return PutAttribute(name, value.size() + kEntityRoom, [=](char* out) {
-    return PutShortText<true>(out, value.data(), value.size());
+  return PutAttribute(name, value.size(), [=](char* out) {
+    const bool isClean = CopyClean<true>(value.data(), value.size(), out) == value.size();
+    return isClean ? out + value.size() : nullptr;
   });
 }
 
