@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <memory>
 #include <vector>
 
@@ -18,6 +19,7 @@
 #include "qzxml/serialization/ElementInfoChoice.h"
 #include "qzxml/serialization/ElementInfoSeq.h"
 #include "qzxml/serialization/Messages.h"
+#include "qzxml/values/ConversionsDetail.h"
 #include "qzxml/values/QzVariant.h"
 #include "qzxml/xml/XmlAttribute.h"
 #include "qzxml/xml/XmlElement.h"
@@ -351,11 +353,14 @@ CObjectHandle NewMemberObject(const CMember& member) {
 }
 
 void KeepEveryDigit(QzVariant& value) {
-  char text[32];
+  char text[kNumberSize];
   std::to_chars_result end{};
   int shown = 0;
   if (value.GetTypeAsEnum() == ItemType_r8) {
-    if (!std::isfinite(value.GetR8())) return;
+    // Most texts are seen to read back as the value.
+    double readBack = std::numeric_limits<double>::quiet_NaN();
+    WriteR8(text, value.GetR8(), readBack);
+    if (readBack == value.GetR8() || !std::isfinite(value.GetR8())) return;
     end = std::to_chars(text, text + sizeof text, value.GetR8(), std::chars_format::scientific);
     shown = 16;
   } else if (value.GetTypeAsEnum() == ItemType_r4) {

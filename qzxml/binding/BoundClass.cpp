@@ -331,11 +331,17 @@ void CBoundClass::ToXml_Int(CXmlWriter* writer, bool root, const char* namespace
 void CBoundClass::ContentToXml(const CParentElementInfo& info, CXmlWriter* writer,
                                const CSerializationContext& context, bool optionalChoice) const {
   CXmlTextWriter* const text = writer->GetPlainTextWriter();
+  detail::CShortWays* const ways = writer->GetShortWays();
   const detail::CWritePlan* const plan = detail::CWritePlan::For(*this);
-  if (text == nullptr || plan == nullptr) {
-    return CTabledClass::ContentToXml(info, writer, context, optionalChoice);
+  if (plan != nullptr && text != nullptr) {
+    detail::CPlannedWriting<detail::CXmlSink> writing(context, *text);
+    writing.Content(*plan, *this, optionalChoice);
+  } else if (plan != nullptr && ways != nullptr) {
+    detail::CPlannedWriting<detail::CShortWaysSink> writing(context, *writer, *ways);
+    writing.Content(*plan, *this, optionalChoice);
+  } else {
+    CTabledClass::ContentToXml(info, writer, context, optionalChoice);
   }
-  detail::CPlannedWriting(*text, context).Content(*plan, *this, optionalChoice);
 }
 
 CXmlElement* CBoundClass::FromXml_Int(CXmlElement* parent, CXmlElement* cursor,

@@ -159,6 +159,7 @@ class QZXML_API CBoundClass : public CTabledClass {
   friend class detail::CReadPlan;
   friend class detail::CReadValues;
   friend class detail::CWritePlan;
+  template <typename Sink>
   friend class detail::CPlannedWriting;
 
   void CheckValue(std::int32_t index, const QzVariant& value) const;

@@ -19,6 +19,7 @@ namespace QzXmlLib16 {
 
 namespace detail {
 class CPlannedValue;
+template <typename Sink>
 class CPlannedWriting;
 class CReadValues;
 }  // namespace detail
@@ -73,6 +74,7 @@ class CProperty {
  private:
   friend class CBoundClass;
   friend class detail::CPlannedValue;
+  template <typename Sink>
   friend class detail::CPlannedWriting;
   friend class detail::CReadValues;
 

@@ -36,6 +36,7 @@ class QZXML_API CBoundObjectCol : public CXmlCollection, public detail::IItemCop
                            const CSerializationContext& context, bool optionalChoice) override;
 
  private:
+  template <typename Sink>
   friend class detail::CPlannedWriting;
 
   void CopyItems(const CXmlCollectionBase& from) override;

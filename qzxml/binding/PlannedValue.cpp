@@ -88,4 +88,32 @@ std::string_view CPlannedValue::GetOtherText(const void* value, std::string& scr
   return scratch;
 }
 
+bool CPlannedValue::Lend(const void* value, QzVariant& variant) const {
+  char buffer[kRoom];
+  switch (m_kind) {
+#define QZXML_LEND(kind)                                                           \
+  case kind:                                                                       \
+    VariantKind<kind>::Set(variant, As<typename VariantKind<kind>::Value>(value)); \
+    return true;
+    QZXML_LEND(ItemType_i1)
+    QZXML_LEND(ItemType_i2)
+    QZXML_LEND(ItemType_i4)
+    QZXML_LEND(ItemType_i8)
+    QZXML_LEND(ItemType_ui1)
+    QZXML_LEND(ItemType_ui2)
+    QZXML_LEND(ItemType_ui4)
+    QZXML_LEND(ItemType_ui8)
+    QZXML_LEND(ItemType_year)
+    QZXML_LEND(ItemType_month)
+    QZXML_LEND(ItemType_day)
+    QZXML_LEND(ItemType_boolean)
+#undef QZXML_LEND
+    case ItemType_r8:
+      variant.SetR8(As<double>(value));
+      return Write(value, buffer) != nullptr;
+    default:
+      return false;
+  }
+}
+
 }  // namespace QzXmlLib16::detail

@@ -41,6 +41,13 @@ class CPlannedValue {
   char* Write(const void* value, char* out) const;
 
   bool IsString() const { return m_form == Form::Text; }
+  bool IsScalar() const { return m_form == Form::Scalar; }
+
+  // The kind that its text is written as.
+  ItemType GetWrittenKind() const { return m_form == Form::Enumeration ? ItemType_string : m_kind; }
+  // Puts a scalar into a variant; false for one that Write answers null for.
+  bool Lend(const void* value, QzVariant& variant) const;
+
   bool IsDefault(std::string_view text) const {
     return !m_defaultText.empty() && text == m_defaultText;
   }

@@ -21,22 +21,26 @@ inline void Fetch([[maybe_unused]] const void* address) {
 
 // --- The walk
 
+template <typename Sink>
 template <typename Step>
-inline void CPlannedWriting::Walk(Step step) {
-  m_run.Interrupt();
+inline void CPlannedWriting<Sink>::Walk(Step step) {
+  m_sink.Interrupt();
   step();
-  m_run.Resume();
+  m_sink.Resume();
 }
 
-[[gnu::noinline]] bool CPlannedWriting::WalkChild(const CChild& child, const CBoundClass& object) {
+template <typename Sink>
+[[gnu::noinline]] bool CPlannedWriting<Sink>::WalkChild(const CChild& child,
+                                                        const CBoundClass& object) {
   bool written = false;
-  Walk([&] { written = child.entry->ElementToXml(m_context, &object, &m_writer); });
+  Walk([&] { written = child.entry->ElementToXml(m_context, &object, &m_sink.GetWriter()); });
   return written;
 }
 
 // --- Attributes
 
-void CPlannedWriting::Attributes(const CWritePlan& plan, const CBoundClass& object) {
+template <typename Sink>
+void CPlannedWriting<Sink>::Attributes(const CWritePlan& plan, const CBoundClass& object) {
   try {
     for (const CWritePlan::CAttribute& attribute : plan.GetAttributes()) {
       Attribute(attribute, object);
@@ -46,17 +50,18 @@ void CPlannedWriting::Attributes(const CWritePlan& plan, const CBoundClass& obje
   }
 }
 
-inline void CPlannedWriting::Attribute(const CWritePlan::CAttribute& attribute,
-                                       const CBoundClass& object) {
+template <typename Sink>
+inline void CPlannedWriting<Sink>::Attribute(const CWritePlan::CAttribute& attribute,
+                                             const CBoundClass& object) {
   switch (attribute.way) {
     case Way::Text: {
       const std::optional<std::string>& text = object.*attribute.property.m_string;
-      if (text ? PutAttribute(attribute, *text) : attribute.isOptional) return;
+      if (text ? m_sink.PutAttribute(attribute, *text) : attribute.isOptional) return;
       break;
     }
     case Way::Value: {
       const void* const value = attribute.value.Find(object);
-      if (value == nullptr ? attribute.isOptional : PutAttribute(attribute, value)) return;
+      if (value == nullptr ? attribute.isOptional : m_sink.PutAttribute(attribute, value)) return;
       break;
     }
     case Way::WalkCollection: {
@@ -67,50 +72,21 @@ inline void CPlannedWriting::Attribute(const CWritePlan::CAttribute& attribute,
     default:
       break;
   }
-  Walk([&] { attribute.entry->AttributeToXml(m_context, &object, &m_writer); });
-}
-
-// These answer false when the walk has to do it.
-
-bool CPlannedWriting::PutAttribute(const CWritePlan::CAttribute& attribute, const void* value) {
-  if (attribute.value.IsText()) {
-    return PutAttribute(attribute, attribute.value.GetText(value, m_run.GetScratch()));
-  }
-  char* const begin = m_run.BeginAttribute(attribute.tag, CPlannedValue::kRoom);
-  if (begin == nullptr) return false;
-  char* const end = attribute.value.Write(value, begin);
-  if (end == nullptr) return false;
-  const std::string_view text(begin, static_cast<std::size_t>(end - begin));
-  if (!IsLeftOut(attribute, text)) m_run.EndAttribute(end);
-  return true;
-}
-
-bool CPlannedWriting::PutAttribute(const CWritePlan::CAttribute& attribute, std::string_view text) {
-  if (IsLeftOut(attribute, text)) return true;
-  char* const begin = m_run.BeginAttribute(attribute.tag, text.size() + kEntityRoom);
-  if (begin == nullptr) return false;
-  char* const end = m_run.PutText<true>(begin, text);
-  if (end == nullptr) return false;
-  m_run.EndAttribute(end);
-  return true;
-}
-
-inline bool CPlannedWriting::IsLeftOut(const CWritePlan::CAttribute& attribute,
-                                       std::string_view text) const {
-  return attribute.hasDefault && attribute.isOptional && attribute.value.IsDefault(text) &&
-         m_context.GetNoOptionalAttributeDefaultOutput();
+  Walk([&] { attribute.entry->AttributeToXml(m_context, &object, &m_sink.GetWriter()); });
 }
 
 // --- Children
 
-void CPlannedWriting::Content(const CWritePlan& plan, const CBoundClass& object,
-                              bool optionalChoice) {
+template <typename Sink>
+void CPlannedWriting<Sink>::Content(const CWritePlan& plan, const CBoundClass& object,
+                                    bool optionalChoice) {
   Children(plan, object, optionalChoice);
-  m_run.Finish();
+  m_sink.Finish();
 }
 
-inline void CPlannedWriting::Children(const CWritePlan& plan, const CBoundClass& object,
-                                      bool optionalChoice) {
+template <typename Sink>
+inline void CPlannedWriting<Sink>::Children(const CWritePlan& plan, const CBoundClass& object,
+                                            bool optionalChoice) {
   if (!plan.IsChoice()) {
     for (const CChild& child : plan.GetChildren()) Child(child, object);
     return;
@@ -121,16 +97,18 @@ inline void CPlannedWriting::Children(const CWritePlan& plan, const CBoundClass&
   object.EmptyChoiceToXml(m_context, optionalChoice);
 }
 
-inline bool CPlannedWriting::Child(const CChild& child, const CBoundClass& object) {
+template <typename Sink>
+inline bool CPlannedWriting<Sink>::Child(const CChild& child, const CBoundClass& object) {
   switch (child.way) {
     case Way::Text: {
       const std::optional<std::string>& text = object.*child.property.m_string;
-      if (text ? PutText(child, *text) : !child.isNeeded) return text.has_value();
+      if (text ? m_sink.PutText(child, *text) : !child.isNeeded) return text.has_value();
       break;
     }
     case Way::Value: {
       const void* const value = child.value.Find(object);
-      if (value == nullptr ? !child.isNeeded : PutValue(child, value)) return value != nullptr;
+      if (value == nullptr ? !child.isNeeded : m_sink.PutValue(child, value))
+        return value != nullptr;
       break;
     }
     case Way::Object:
@@ -153,35 +131,6 @@ inline bool CPlannedWriting::Child(const CChild& child, const CBoundClass& objec
   return WalkChild(child, object);
 }
 
-// These answer false when the walk has to do it.
-
-bool CPlannedWriting::PutValue(const CChild& child, const void* value) {
-  if (child.value.IsText()) {
-    return PutText(child, child.value.GetText(value, m_run.GetScratch()));
-  }
-  char* const begin = m_run.BeginValue(child.name, CPlannedValue::kRoom);
-  if (begin == nullptr) return false;
-  char* const end = child.value.Write(value, begin);
-  if (end == nullptr) return false;
-  const std::string_view text(begin, static_cast<std::size_t>(end - begin));
-  m_run.EndValue(child.name, begin, IsLeftOut(child, text) ? begin : end);
-  return true;
-}
-
-bool CPlannedWriting::PutText(const CChild& child, std::string_view text) {
-  if (IsLeftOut(child, text)) text = std::string_view();
-  char* const begin = m_run.BeginValue(child.name, text.size() + kEntityRoom);
-  if (begin == nullptr) return false;
-  char* const end = m_run.PutText<false>(begin, text);
-  if (end == nullptr) return false;
-  m_run.EndValue(child.name, begin, end);
-  return true;
-}
-
-inline bool CPlannedWriting::IsLeftOut(const CChild& child, std::string_view text) const {
-  return child.hasDefault && child.value.IsDefault(text) && !m_run.WritesDefaultValues();
-}
-
 namespace {
 
 // The memory of an object as far as it is likely to be looked at.
@@ -195,8 +144,9 @@ void FetchObject(const void* object) {
 
 // Objects lie where there was room. While one is written, the memory of those behind it can come
 // near: of the next but one the object itself, of the next one what that holds by pointers.
-inline void CPlannedWriting::FetchNext(const CXmlCollection::CNode& node,
-                                       const std::type_info* itemClass) {
+template <typename Sink>
+inline void CPlannedWriting<Sink>::FetchNext(const CXmlCollection::CNode& node,
+                                             const std::type_info* itemClass) {
   const CXmlCollection::CNode* const next = node.next;
   if (next == nullptr) return;
   const CXmlCollection::CNode* const second = next->next;
@@ -221,7 +171,8 @@ inline void CPlannedWriting::FetchNext(const CXmlCollection::CNode& node,
   }
 }
 
-bool CPlannedWriting::Collection(const CChild& child, const CBoundClass& object) {
+template <typename Sink>
+bool CPlannedWriting<Sink>::Collection(const CChild& child, const CBoundClass& object) {
   const CXmlCollectionBase* const held = object.*child.property.m_collection;
   if (held == nullptr) return child.isNeeded && WalkChild(child, object);
   const auto& collection = static_cast<const CBoundObjectCol&>(*held);
@@ -233,8 +184,8 @@ bool CPlannedWriting::Collection(const CChild& child, const CBoundClass& object)
     const CXmlObjectBase& item = *node->item;
     if (PutObject(child, item, false)) continue;
     Walk([&] {
-      CXmlObjectBase::ToXml_Int(&item, &m_writer, false, child.name.GetUri().c_str(), m_context,
-                                false);
+      CXmlObjectBase::ToXml_Int(&item, &m_sink.GetWriter(), false, child.name.GetUri().c_str(),
+                                m_context, false);
     });
   }
   return true;
@@ -243,8 +194,9 @@ bool CPlannedWriting::Collection(const CChild& child, const CBoundClass& object)
 // --- Objects
 
 // False when the walk has to do it.
-bool CPlannedWriting::PutObject(const CChild& child, const CXmlObjectBase& held,
-                                bool optionalChoice) {
+template <typename Sink>
+bool CPlannedWriting<Sink>::PutObject(const CChild& child, const CXmlObjectBase& held,
+                                      bool optionalChoice) {
   if (&typeid(held) != child.itemClass) return false;
   const auto& object = static_cast<const CBoundClass&>(held);
   const CWritePlan* const plan = CWritePlan::For(object);
@@ -254,39 +206,27 @@ bool CPlannedWriting::PutObject(const CChild& child, const CXmlObjectBase& held,
       !detail::AreEqual(object.ElementName(), child.name.GetName())) {
     return false;
   }
-  XmlTextRun::Element element;
-  if (!m_run.BeginElement(element, child.name)) return false;
+  typename Sink::Element element;
   try {
+    if (!m_sink.BeginElement(element, child.name)) return false;
     if (!plan->GetAttributes().empty()) Attributes(*plan, object);
     Children(*plan, object, optionalChoice);
     if (plan->GetText() != nullptr) Text(*plan->GetText(), object);
-    m_run.EndElement(element);
+    m_sink.EndElement(element);
   } catch (const CQzException& e) {
     CBoundClass::ThrowWritingFailed(object.ElementName(), e);
   }
   return true;
 }
 
-void CPlannedWriting::Text(const CPlannedValue& text, const CBoundClass& object) {
+template <typename Sink>
+void CPlannedWriting<Sink>::Text(const CPlannedValue& text, const CBoundClass& object) {
   const void* const value = text.IsPlanned() ? text.Find(object) : nullptr;
-  if (value == nullptr ? text.IsString() : PutText(text, value)) return;
-  Walk([&] { object.TextToXml(*object.GetClassInfo(), &m_writer); });
+  if (value == nullptr ? text.IsString() : m_sink.PutOwnText(text, value)) return;
+  Walk([&] { object.TextToXml(*object.GetClassInfo(), &m_sink.GetWriter()); });
 }
 
-// False when the walk has to do it.
-bool CPlannedWriting::PutText(const CPlannedValue& text, const void* value) {
-  std::string_view whole;
-  if (text.IsText()) {
-    whole = text.GetText(value, m_run.GetScratch());
-    if (whole.empty()) return true;
-  }
-  const std::size_t room = text.IsText() ? whole.size() + kEntityRoom : CPlannedValue::kRoom;
-  char* const begin = m_run.BeginText(room);
-  if (begin == nullptr) return false;
-  char* const end = text.IsText() ? m_run.PutText<false>(begin, whole) : text.Write(value, begin);
-  if (end == nullptr) return false;
-  m_run.EndText(end);
-  return true;
-}
+template class CPlannedWriting<CXmlSink>;
+template class CPlannedWriting<CShortWaysSink>;
 
 }  // namespace QzXmlLib16::detail

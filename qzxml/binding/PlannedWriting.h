@@ -1,7 +1,7 @@
 #pragma once
 
+#include "qzxml/binding/PlannedSinks.h"
 #include "qzxml/binding/WritePlan.h"
-#include "qzxml/xml/XmlTextRun.h"
 
 namespace QzXmlLib16 {
 class CBoundClass;
@@ -19,11 +19,16 @@ namespace QzXmlLib16::detail {
 // What is left out beside the calls: the facets of a value. They are those that the value was held
 // against on its way in, by the same member of the same class (CBoundClass::CheckValue), and a
 // value of a bound class does not change in its place.
+//
+// Sink is one of those in PlannedSinks.h.
+template <typename Sink>
 class CPlannedWriting {
  public:
-  // An element is open in the writer, which is at its place again when the object is gone.
-  CPlannedWriting(CXmlTextWriter& writer, const CSerializationContext& context)
-      : m_writer(writer), m_context(context), m_run(writer) {}
+  // An element is open in the writer, which is at its place again when Content is done. The
+  // arguments are those of the sink.
+  template <typename... Arguments>
+  explicit CPlannedWriting(const CSerializationContext& context, Arguments&... arguments)
+      : m_context(context), m_sink(context, arguments...) {}
 
   // The children of an object that is not nil; then nothing else is written by this object.
   void Content(const CWritePlan& plan, const CBoundClass& object, bool optionalChoice);
@@ -34,27 +39,19 @@ class CPlannedWriting {
   // What a step answers is whether something was written.
   void Attributes(const CWritePlan& plan, const CBoundClass& object);
   void Attribute(const CWritePlan::CAttribute& attribute, const CBoundClass& object);
-  bool PutAttribute(const CWritePlan::CAttribute& attribute, const void* value);
-  bool PutAttribute(const CWritePlan::CAttribute& attribute, std::string_view text);
-  bool IsLeftOut(const CWritePlan::CAttribute& attribute, std::string_view text) const;
   void Children(const CWritePlan& plan, const CBoundClass& object, bool optionalChoice);
   bool Child(const CChild& child, const CBoundClass& object);
-  bool PutValue(const CChild& child, const void* value);
-  bool PutText(const CChild& child, std::string_view text);
-  bool IsLeftOut(const CChild& child, std::string_view text) const;
   bool Collection(const CChild& child, const CBoundClass& object);
   static void FetchNext(const CXmlCollectionNode& node, const std::type_info* itemClass);
   void Text(const CPlannedValue& text, const CBoundClass& object);
-  bool PutText(const CPlannedValue& text, const void* value);
   bool PutObject(const CChild& child, const CXmlObjectBase& object, bool optionalChoice);
 
   template <typename Step>
   void Walk(Step step);
   bool WalkChild(const CChild& child, const CBoundClass& object);
 
-  CXmlTextWriter& m_writer;
   const CSerializationContext& m_context;
-  XmlTextRun m_run;
+  Sink m_sink;
 };
 
 }  // namespace QzXmlLib16::detail

@@ -45,6 +45,7 @@ class XmlTextRun {
 
     const std::string& GetName() const { return m_tags.GetName(); }
     const std::string& GetUri() const { return m_uri; }
+    const ElementTags& GetTags() const { return m_tags; }
 
    private:
     friend class XmlTextRun;

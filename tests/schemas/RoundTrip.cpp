@@ -100,7 +100,8 @@ std::string WholeText(const CXmlObjectBase& object) {
 // Whether the walk over the tables writes what is written otherwise.
 bool IsWrittenAsWalked(const CXmlObjectBase& object) {
   const CSerializationContext context;
-  return ByPlan(object, Form(), context).text == ByWalk(object, Form(), context).text;
+  return ByPlan(object, Form(), context).text == ByWalk(object, Form(), context).text &&
+         OctetsByPlan(object, context).text == OctetsByWalk(object, context).text;
 }
 
 // Whether text stands beside children somewhere. Fast Infoset and JSON move it into other elements.

@@ -24,6 +24,8 @@ inline std::vector<CSerializationContext> WritingContexts(const char* uri) {
         context.GetProcessingInstructions().push_back("<?p i?>");
       },
       [](CSerializationContext& context) {
+        CFastInfosetContext& options = context.GetFIContext();
+        options.SetSuggestedValues();
         context.SetIgnoreInvalidCollectionCounts(true);
         context.SetIgnoreMissingChoice(true);
       },
@@ -65,6 +67,10 @@ inline void ExpectPlannedAsWalked(const CXmlObjectBase& object, const char* uri)
       ASSERT_EQ(walked.failure, planned.failure);
       ASSERT_EQ(walked.flushes, planned.flushes);
     }
+    const Written planned = OctetsByPlan(object, context);
+    const Written walked = OctetsByWalk(object, context);
+    ASSERT_EQ(walked.text, planned.text);
+    ASSERT_EQ(walked.failure, planned.failure);
   }
 }
 

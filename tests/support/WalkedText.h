@@ -4,10 +4,14 @@
 #include <string>
 #include <vector>
 
+#include "qzxml/fastinfoset/FastInfosetContext.h"
+#include "qzxml/fastinfoset/FastInfosetWriter.h"
+#include "qzxml/runtime/BinaryStream.h"
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/runtime/TextStream.h"
 #include "qzxml/serialization/SerializationContext.h"
 #include "qzxml/serialization/XmlObjectBase.h"
+#include "qzxml/values/BinaryData.h"
 #include "qzxml/xml/XmlTextWriter.h"
 
 // The text of an object as the walk over the tables of its class writes it, beside that of its
@@ -21,6 +25,11 @@ using namespace QzXmlLib16;
 class WalkedWriter : public CXmlTextWriter {
  public:
   using CXmlTextWriter::CXmlTextWriter;
+};
+
+class WalkedFastInfosetWriter : public CFastInfosetWriter {
+ public:
+  using CFastInfosetWriter::CFastInfosetWriter;
 };
 
 // How a document is written, and in pieces of which size.
@@ -82,6 +91,29 @@ class Writing : public CXmlObjectBase {
     written.flushes = stream.flushes;
     return written;
   }
+
+  // The octets of Fast Infoset.
+  template <typename Writer>
+  static Written OctetsBy(const CXmlObjectBase& object, const CSerializationContext& context) {
+    CBinaryStream stream;
+    Written written;
+    {
+      Writer writer(&context.GetFIContext(), &stream);
+      try {
+        writer.StartDocument();
+        writer.WriteHeader(FInfoDecl_None);
+        CXmlObjectBase::ToXml_Int(&object, &writer, true, object.GetTargetNamespace().c_str(),
+                                  context, false);
+        writer.WriteDocumentEnd();
+        writer.EndDocument();
+      } catch (const CQzException& e) {
+        written.failure = e.GetFullMessage();
+      }
+    }
+    const CBinaryData octets = stream.GetData();
+    written.text.assign(octets.GetData(), octets.GetData() + octets.GetLength());
+    return written;
+  }
 };
 
 inline Written ByPlan(const CXmlObjectBase& object, const Form& form,
@@ -92,6 +124,14 @@ inline Written ByPlan(const CXmlObjectBase& object, const Form& form,
 inline Written ByWalk(const CXmlObjectBase& object, const Form& form,
                       const CSerializationContext& context) {
   return Writing::By<WalkedWriter>(object, form, context);
+}
+
+inline Written OctetsByPlan(const CXmlObjectBase& object, const CSerializationContext& context) {
+  return Writing::OctetsBy<CFastInfosetWriter>(object, context);
+}
+
+inline Written OctetsByWalk(const CXmlObjectBase& object, const CSerializationContext& context) {
+  return Writing::OctetsBy<WalkedFastInfosetWriter>(object, context);
 }
 
 }  // namespace qztest
