@@ -333,7 +333,7 @@ void CBoundClass::ContentToXml(const CParentElementInfo& info, CXmlWriter* write
   CXmlTextWriter* const text = writer->GetPlainTextWriter();
   detail::CShortWays* const ways = writer->GetShortWays();
   const detail::CWritePlan* const plan = detail::CWritePlan::For(*this);
-  if (plan != nullptr && text != nullptr) {
+  if (plan != nullptr && text != nullptr && detail::XmlTextRun::IsPossible(*text)) {
     detail::CPlannedWriting<detail::CXmlSink> writing(context, *text);
     writing.Content(*plan, *this, optionalChoice);
   } else if (plan != nullptr && ways != nullptr) {

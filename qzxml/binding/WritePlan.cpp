@@ -87,11 +87,10 @@ CWritePlan::CWritePlan(const CClassBinding& binding, const CTabledClass::CTables
       m_isChoice(binding.GetTraits().group == XmlElementGroupType_Choice),
       m_isNillable(binding.GetTraits().isNillable),
       m_requiresContent(binding.GetTraits().requiresContent) {
-  const ClassFactory newObject = binding.GetTraits().newObject;
-  if (newObject != nullptr) {
-    const CObjectHandle sample = newObject(0, nullptr);
-    const CXmlObjectBase& object = *sample;
-    m_class = &typeid(object);
+  if (binding.GetTraits().newObject != nullptr) {
+    const CObjectHandle sample = binding.GetTraits().newObject(0, nullptr);
+    const CXmlObjectBase* const object = sample;
+    if (object != nullptr) m_class = &typeid(*object);
   }
   CElementInfo* const* element = tables.GetElements();
   CAttributeInfo* const* attribute = tables.GetAttributes();

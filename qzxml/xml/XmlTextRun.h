@@ -74,7 +74,9 @@ class XmlTextRun {
     bool m_hasChildren = false;
   };
 
-  // What is written by Begin... and the matching End... as one piece.
+  // Whether an element is open in the writer, as there has to be one.
+  static bool IsPossible(const CXmlTextWriter& writer) { return writer.m_pContext != nullptr; }
+
   explicit XmlTextRun(CXmlTextWriter& writer)
       : m_writer(writer), m_stream(*writer.m_pStream), m_innermost(&m_base) {
     m_base.m_context = writer.m_pContext;

@@ -78,6 +78,14 @@ TEST(PlannedWriting, IsTheWalkForAnyMemberOfAChoice) {
   ExpectAsWalked(payment);
 }
 
+// Nobody has opened an element for it.
+TEST(PlannedWriting, IsTheWalkForAGroupAlone) {
+  COrder::CGift gift;
+  ExpectAsWalked(gift);
+  gift.SetCard("c");
+  ExpectAsWalked(gift);
+}
+
 TEST(PlannedWriting, IsTheWalkForAnObjectThatIsNil) {
   const CSmartPtr<COrder> order = NewOrder();
   order->GetCustomer()->SetIsNil(true);
