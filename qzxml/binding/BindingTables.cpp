@@ -84,13 +84,11 @@ struct Choice {
   using UntypedMany = CElementInfoChoiceUntpdCol;
 };
 
-// What the walks check once more on the way out. A real or a duration may leave as a text
-// (KeepEveryDigit); it was checked on its way in.
-const CPrimitiveRestrictions& RestrictionsOf(const CSimpleTypeInfo& type) {
+// What the walks check once more on the way out: nothing, as all of a type was checked on the way
+// in.
+const CPrimitiveRestrictions& NoRestrictions() {
   static const CPrimitiveRestrictions kNone;
-  const ItemType kind = type.GetKind();
-  const bool mayBeText = kind == ItemType_r4 || kind == ItemType_r8 || kind == ItemType_duration;
-  return mayBeText ? kNone : type.GetRestrictions();
+  return kNone;
 }
 
 // Makes the entry of one child.
@@ -139,12 +137,12 @@ class CElementMaker {
     const char* const noFormat = nullptr;
     if constexpr (std::is_same_v<Group, Choice>) {
       return MakeMany<Choice::ValueOptional>(m_member.isNillable, type.GetKind(), noFormat,
-                                             type.GetWhitespaceRule(), RestrictionsOf(type),
+                                             type.GetWhitespaceRule(), NoRestrictions(),
                                              m_member.defaultValue);
     } else {
       return MakeOne<typename Group::ValueMandatory, typename Group::ValueOptional>(
-          m_member.isNillable, type.GetKind(), noFormat, type.GetWhitespaceRule(),
-          RestrictionsOf(type), m_member.defaultValue);
+          m_member.isNillable, type.GetKind(), noFormat, type.GetWhitespaceRule(), NoRestrictions(),
+          m_member.defaultValue);
     }
   }
 
@@ -247,7 +245,7 @@ class CValueAttributeInfo : public CAttributeInfoPrimitive {
   CValueAttributeInfo(const CMember& member, int index)
       : CAttributeInfoPrimitive(member.name, member.namespaceUri, index, member.occurs.min == 0,
                                 member.type->GetKind(), nullptr, member.type->GetWhitespaceRule(),
-                                RestrictionsOf(*member.type), member.defaultValue),
+                                NoRestrictions(), member.defaultValue),
         m_kind(member.type->GetKind()) {}
 
   bool AttributeFromXml(const CSerializationContext& context, CXmlGeneratedClass* object,

@@ -45,7 +45,6 @@ CPlannedValue::CPlannedValue(const CMember& member, const CMember& declared)
       break;
     case ItemType_hexBinary:
     case ItemType_base64Binary:
-    case ItemType_duration:
     case ItemType_decimal:
     case ItemType_integer:
       m_form = Form::Composed;
@@ -74,9 +73,6 @@ std::string_view CPlannedValue::GetOtherText(const void* value, std::string& scr
       break;
     case ItemType_base64Binary:
       AppendTextOf<ItemType_base64Binary>(value, scratch);
-      break;
-    case ItemType_duration:
-      AppendTextOf<ItemType_duration>(value, scratch);
       break;
     case ItemType_decimal:
       AppendTextOf<ItemType_decimal>(value, scratch);

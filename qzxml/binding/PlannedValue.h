@@ -114,8 +114,6 @@ inline const void* CPlannedValue::Find(const CBoundClass& object) const {
     case ItemType_datetime:
     case ItemType_time:
       return PlaceOf(object.*m_property.m_dateTime);
-    case ItemType_duration:
-      return PlaceOf(object.*m_property.m_duration);
     case ItemType_decimal:
       return PlaceOf(object.*m_property.m_decimal);
     case ItemType_integer:
