@@ -100,7 +100,7 @@ TEST(PlannedWriting, IsTheWalkForAnObjectOfAnotherNameOrType) {
   order->GetCustomer()->TakeElementName("client");
   order->GetItems()[0]->TakeElementName("book");
   ExpectAsWalked(*order);
-  order->TakeRootNamespace("urn:root");
+  order->BeRoot("urn:root");
   ExpectAsWalked(*order);
 }
 
