@@ -1,5 +1,7 @@
 #include "qzxml/binding/PlannedWriting.h"
 
+#include <cstdint>
+
 #include "qzxml/binding/BoundClass.h"
 #include "qzxml/binding/ObjectCol.h"
 #include "qzxml/serialization/SerializationContext.h"
@@ -133,11 +135,14 @@ inline bool CPlannedWriting<Sink>::Child(const CChild& child, const CBoundClass&
 
 namespace {
 
-// The memory of an object as far as it is likely to be looked at.
+// The memory of an object as far as it is likely to be looked at, wherever that ends.
 void FetchObject(const void* object) {
-  constexpr int kLines = 6;
-  constexpr int kLineSize = 64;
-  for (int i = 0; i < kLines; ++i) Fetch(static_cast<const char*>(object) + i * kLineSize);
+  constexpr std::uintptr_t kLine = 64;
+  constexpr std::uintptr_t kLines = 6;
+  const auto first = reinterpret_cast<std::uintptr_t>(object);
+  for (std::uintptr_t i = 0; i < kLines; ++i) {
+    Fetch(reinterpret_cast<const void*>(first + i * kLine));
+  }
 }
 
 }  // namespace
