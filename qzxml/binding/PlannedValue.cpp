@@ -13,6 +13,9 @@ CPlannedValue::CPlannedValue(const CMember& member, const CMember& declared)
   m_kind = type.IsEnumeration() ? ItemType_i4 : type.GetKind();
   m_enumToString = type.GetEnumToString();
   if (member.defaultValue != nullptr) m_defaultText = member.defaultValue;
+  // A restriction has the kind of its base.
+  const CSimpleTypeInfo& held = *declared.type;
+  if (type.GetKind() != held.GetKind() || type.IsEnumeration() != held.IsEnumeration()) return;
   if (type.IsEnumeration()) {
     m_form = Form::Enumeration;
     return;
