@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "qzxml/binding/BoundClassDetail.h"
+#include "qzxml/binding/DateForms.h"
 #include "qzxml/binding/SimpleElement.h"
 #include "qzxml/collections/XmlCollectionBase.h"
 #include "qzxml/runtime/QzException.h"
@@ -80,23 +81,6 @@ bool Passes(const ReadMember& member, const typename VariantKind<kind>::Value& v
   VariantKind<kind>::Set(variant, value);
   type.Check(member.member.name, variant);
   return true;
-}
-
-// The form that dates of the kind have; CSimpleTypeInfo::Check refuses any other.
-template <ItemType kind>
-constexpr CDateTime::DTType FormOf() {
-  switch (kind) {
-    case ItemType_yearMonth:
-      return CDateTime::dt_gYearMonth;
-    case ItemType_monthDay:
-      return CDateTime::dt_gMonthDay;
-    case ItemType_date:
-      return CDateTime::dt_date;
-    case ItemType_time:
-      return CDateTime::dt_time;
-    default:
-      return CDateTime::dt_dateTime;
-  }
 }
 
 // --- Texts
@@ -224,7 +208,7 @@ bool StoreDateTime(CBoundClass& object, const ReadMember& member, std::string_vi
   } else {
     value.ParseXSDDate(text.data());
   }
-  if (value.GetType() != FormOf<kind>()) return false;
+  if (value.GetType() != DateFormOf(kind)) return false;
   if (!HasCommonForm<kind>(text) && !IsLexicalForm(kind, text)) return false;
   const CSimpleTypeInfo& type = *member.member.type;
   const bool isChecked = type.HasFacets() || type.GetRules() != nullptr;

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "qzxml/binding/DateForms.h"
 #include "qzxml/platform/Assert.h"
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/QzException.h"
@@ -12,21 +13,6 @@
 namespace QzXmlLib16 {
 
 namespace {
-
-CDateTime::DTType GetForm(ItemType kind) {
-  switch (kind) {
-    case ItemType_yearMonth:
-      return CDateTime::dt_gYearMonth;
-    case ItemType_monthDay:
-      return CDateTime::dt_gMonthDay;
-    case ItemType_date:
-      return CDateTime::dt_date;
-    case ItemType_time:
-      return CDateTime::dt_time;
-    default:
-      return CDateTime::dt_dateTime;
-  }
-}
 
 CDateTime GetDateTime(const QzVariant& value) {
   switch (value.GetTypeAsEnum()) {
@@ -57,7 +43,7 @@ void CheckForm(const char* memberName, const QzVariant& value) {
   std::string text;
   if (detail::HoldsDateTime(kind)) {
     const CDateTime date = GetDateTime(value);
-    if (date.GetType() == GetForm(kind)) return;
+    if (date.GetType() == detail::DateFormOf(kind)) return;
     text = date.ToString();
   } else if (!value.GetBase64Binary().IsRefusedBase64()) {
     return;

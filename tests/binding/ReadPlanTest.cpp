@@ -334,27 +334,7 @@ CBoundClass* New() {
 }  // namespace
 
 TEST(ReadPlan, ReadsValuesOfEachKindAsTheWalkDoes) {
-  ExpectSameByPlanAndWalk(
-      &New<kinds::CKinds>,
-      "<kinds xmlns='urn:kinds' text='t' count='3' xmlns:l='urn:lang' l:currency='CHF' price='1.5'"
-      " date='2004-02-29' flag='true'>"
-      "<string> a  b </string><token> a  b </token><coded>ABC-123</coded><patterned>abx</patterned>"
-      "<year>2004</year><boolean>true</boolean><byte>-12</byte><short>-1234</short><int>7</int>"
-      "<long>-123456789012</long><unsignedByte>200</unsignedByte>"
-      "<unsignedShort>60000</unsignedShort><unsignedInt>4000000000</unsignedInt>"
-      "<unsignedLong>10000000000000000000</unsignedLong><bounded>9</bounded><open>0</open>"
-      "<large>18446744073709551614</large><digits>-12</digits><float>0.1</float>"
-      "<double>12.625</double><decimal>-0.50</decimal><price>123.45</price>"
-      "<integer>123456789012345678901234567890</integer><positive>1</positive>"
-      "<date>2004-02-29</date><recent>2004-02-29</recent>"
-      "<dateTime>2004-02-29T12:00:00Z</dateTime><time>12:00:00</time>"
-      "<yearMonth>2004-02</yearMonth><monthDay>--02-29</monthDay><duration>P1D</duration>"
-      "<hex>0aFF</hex><base64>QUJD</base64><currency>USD</currency><fixed>1.0</fixed>"
-      "<defaulted>6</defaulted><nillable>8</nillable><amount currency='EUR'>1.25</amount>"
-      "<fee currency='CHF'>2</fee>"
-      "<remark l:lang='de'>so <amount currency='USD'>3</amount><bold>1</bold></remark>"
-      "<part currency='EUR'>4</part><part currency='EUR'>5</part><number>1</number>"
-      "<number>2</number><day>2004-02-29</day><free><any/></free></kinds>");
+  ExpectSameByPlanAndWalk(&New<kinds::CKinds>, kinds::kDocument);
 }
 
 TEST(ReadPlan, ReadsMembersOfEachFormAsTheWalkDoes) {
