@@ -1,6 +1,7 @@
 // Counts what reading numbers takes from the heap, in a process of its own, which counts every
-// allocation there is: a decimal needs its digits and nothing besides. Ends with the number of
-// cases that took something else.
+// allocation there is: up to 27 digits on either side of the point stand in the decimal itself, and
+// more of them are a vector for the side, with its digits. Ends with the number of cases that took
+// something else.
 #include <cstdio>
 #include <cstdlib>
 #include <new>
@@ -45,9 +46,8 @@ int Compare(const char* what, int expected, int counted) {
   return 1;
 }
 
-// The digits ahead of the point and those behind it are an allocation each.
-int CheckDecimal(const char* text) {
-  return Compare(text, 2, CountOf([text] { const CDecimal value(text); }));
+int CheckDecimal(int expected, const std::string& text) {
+  return Compare(text.c_str(), expected, CountOf([&text] { const CDecimal value(text.c_str()); }));
 }
 
 int CheckRead(const char* what, ItemType type, const std::string& text, int first, int next) {
@@ -60,13 +60,21 @@ int CheckRead(const char* what, ItemType type, const std::string& text, int firs
 
 int main() {
   int failures = 0;
-  for (const char* text : {"0", "-1", "1.5", "-0.05", "123456789012345678", "12345678901234.5678",
-                           "0.123456789012345678", " +12 . 50 "}) {
-    failures += CheckDecimal(text);
+  const std::string inPlace(27, '9');
+  const std::string onHeap(28, '9');
+  for (const std::string& text :
+       {std::string("0"), std::string("-1"), std::string("-0.05"), std::string(" +12 . 50 "),
+        inPlace, "0." + inPlace, inPlace + '.' + inPlace}) {
+    failures += CheckDecimal(0, text);
   }
-  // A variant takes one more for a value, and keeps all of them for the next of the same kind.
-  failures += CheckRead("decimal", ItemType_decimal, "12345678901234.5678", 3, 0);
-  failures += CheckRead("integer", ItemType_integer, "123456789012345678", 2, 0);
+  failures += CheckDecimal(2, onHeap) + CheckDecimal(2, "0." + onHeap);
+  failures += CheckDecimal(4, onHeap + '.' + onHeap);
+  // A variant takes one for a value, which it keeps for the next of the same kind, and only long
+  // digits are made anew.
+  failures += CheckRead("decimal", ItemType_decimal, "12345678901234.5678", 1, 0);
+  failures += CheckRead("a long decimal", ItemType_decimal, onHeap + '.' + onHeap, 5, 2);
+  failures += CheckRead("integer", ItemType_integer, "123456789012345678", 1, 0);
+  failures += CheckRead("a long integer", ItemType_integer, onHeap, 3, 1);
   failures += CheckRead("date", ItemType_date, "2004-05-06", 1, 0);
   failures += CheckRead("i4", ItemType_i4, "-2147483648", 0, 0);
   failures += CheckRead("r8", ItemType_r8, "-1.7976931348623157e+308", 0, 0);

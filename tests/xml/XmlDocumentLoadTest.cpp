@@ -422,8 +422,17 @@ TEST_F(XmlDocumentLoad, AWideTextThatDeclaresAnEncodingOfOctetsFails) {
 TEST_F(XmlDocumentLoad, ALoneSurrogateInAWideTextFails) {
   const char16_t lone[] = {'<', 'r', '>', 0xD800, '<', '/', 'r', '>', 0};
   CXmlDocument document;
-  EXPECT_QZ_THROW(CQzException, "not well-formed (invalid token) at line 1",
-                  document.LoadXml(lone));
+  try {
+    document.LoadXml(lone);
+    ADD_FAILURE() << "loaded";
+  } catch (const CQzException& e) {
+    // Expat 2.5.0 without its later security updates takes the '<' for the other half, and misses
+    // the end tag.
+    const std::string text = e.GetMessage();
+    EXPECT_TRUE(text == "not well-formed (invalid token) at line 1" ||
+                text == "no element found at line 1")
+        << text;
+  }
 }
 
 // --- What a load leaves
