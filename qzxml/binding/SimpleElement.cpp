@@ -12,6 +12,7 @@
 #include "qzxml/serialization/Messages.h"
 #include "qzxml/serialization/SerializationContext.h"
 #include "qzxml/values/ConversionsDetail.h"
+#include "qzxml/values/QzVariant.h"
 #include "qzxml/xml/XmlAttribute.h"
 #include "qzxml/xml/XmlElement.h"
 
@@ -74,7 +75,11 @@ bool IsLexicalForm(ItemType kind, std::string_view text) {
 }
 
 void RequireLexicalForm(ItemType kind, std::string_view text) {
-  if (!IsLexicalForm(kind, text)) ThrowNotConvertible(text, GetLexicalType(kind).kindName);
+  if (IsLexicalForm(kind, text)) return;
+  // What the library's conversion refuses as well, it tells of in its own words.
+  QzVariant value;
+  value.FromString(std::string(text), kind, CWhitespaceUtils::WhitespaceRule_Collapse);
+  ThrowNotConvertible(text, GetLexicalType(kind).kindName);
 }
 
 void RequireSimpleType(const CMember& member, const CXmlElement& element, bool isNil) {

@@ -16,8 +16,8 @@ namespace detail {
 // part 2, section 3.
 bool IsLexicalForm(ItemType kind, std::string_view text);
 
-// Throws CQzInvalidValueException "The value [%s] can not be converted to a %s" for a text that is
-// none.
+// Throws for a text that is none what its conversion throws, and where that would take it
+// CQzInvalidValueException "The value [%s] can not be converted to a %s".
 void RequireLexicalForm(ItemType kind, std::string_view text);
 
 // Throws CQzValidationException "The type [%s] that xsi:type names cannot stand in the element
