@@ -8,19 +8,6 @@ namespace QzXmlLib16::detail {
 
 // --- XML text
 
-bool CXmlSink::PutAttribute(const CAttribute& attribute, const void* value) {
-  if (attribute.value.IsText()) {
-    return PutAttribute(attribute, attribute.value.GetText(value, m_run.GetScratch()));
-  }
-  char* const begin = m_run.BeginAttribute(attribute.tag, CPlannedValue::kRoom);
-  if (begin == nullptr) return false;
-  char* const end = attribute.value.Write(value, begin);
-  if (end == nullptr) return false;
-  const std::string_view text(begin, static_cast<std::size_t>(end - begin));
-  if (!IsLeftOut(attribute, text)) m_run.EndAttribute(end);
-  return true;
-}
-
 bool CXmlSink::PutAttribute(const CAttribute& attribute, std::string_view text) {
   if (IsLeftOut(attribute, text)) return true;
   char* const begin = m_run.BeginAttribute(attribute.tag, text.size() + kEntityRoom);
@@ -31,22 +18,16 @@ bool CXmlSink::PutAttribute(const CAttribute& attribute, std::string_view text) 
   return true;
 }
 
-inline bool CXmlSink::IsLeftOut(const CAttribute& attribute, std::string_view text) const {
-  return attribute.hasDefault && attribute.isOptional && attribute.value.IsDefault(text) &&
-         m_context.GetNoOptionalAttributeDefaultOutput();
+bool CXmlSink::PutAttribute(const CAttribute& attribute, const void* value) {
+  const CPlannedValue& planned = attribute.value;
+  if (planned.IsText()) return PutAttribute(attribute, planned.GetText(value, m_run.GetScratch()));
+  return PutWritten(attribute, [&](char* out) { return planned.Write(value, out); });
 }
 
 bool CXmlSink::PutValue(const CChild& child, const void* value) {
-  if (child.value.IsText()) {
-    return PutText(child, child.value.GetText(value, m_run.GetScratch()));
-  }
-  char* const begin = m_run.BeginValue(child.name, CPlannedValue::kRoom);
-  if (begin == nullptr) return false;
-  char* const end = child.value.Write(value, begin);
-  if (end == nullptr) return false;
-  const std::string_view text(begin, static_cast<std::size_t>(end - begin));
-  m_run.EndValue(child.name, begin, IsLeftOut(child, text) ? begin : end);
-  return true;
+  const CPlannedValue& planned = child.value;
+  if (planned.IsText()) return PutText(child, planned.GetText(value, m_run.GetScratch()));
+  return PutWritten(child, [&](char* out) { return planned.Write(value, out); });
 }
 
 bool CXmlSink::PutText(const CChild& child, std::string_view text) {
@@ -57,10 +38,6 @@ bool CXmlSink::PutText(const CChild& child, std::string_view text) {
   if (end == nullptr) return false;
   m_run.EndValue(child.name, begin, end);
   return true;
-}
-
-inline bool CXmlSink::IsLeftOut(const CChild& child, std::string_view text) const {
-  return child.hasDefault && child.value.IsDefault(text) && !m_run.WritesDefaultValues();
 }
 
 bool CXmlSink::PutOwnText(const CPlannedValue& text, const void* value) {

@@ -31,6 +31,8 @@ class CXmlSink {
   void Resume() { m_run.Resume(); }
   void Finish() { m_run.Finish(); }
   CXmlWriter& GetWriter() { return m_writer; }
+  // Whether what is written next may have to be fetched from far away.
+  bool IsLong() const { return m_run.IsLong(); }
 
   bool BeginElement(Element& element, const XmlTextRun::Name& name) {
     return m_run.BeginElement(element, name);
@@ -43,8 +45,21 @@ class CXmlSink {
   bool PutAttribute(const CAttribute& attribute, std::string_view text);
   bool PutAttribute(const CAttribute& attribute, const void* value);
   bool PutOwnText(const CPlannedValue& text, const void* value);
+  // One whose kind the way has told: a number of 32 bits, a double or a date.
+  template <typename T>
+  bool PutValueAs(const CChild& child, const T& value) {
+    return PutWritten(child, [&](char* out) { return CPlannedValue::WriteAs(value, out); });
+  }
+  template <typename T>
+  bool PutAttributeAs(const CAttribute& attribute, const T& value) {
+    return PutWritten(attribute, [&](char* out) { return CPlannedValue::WriteAs(value, out); });
+  }
 
  private:
+  template <typename Write>
+  bool PutWritten(const CChild& child, Write write);
+  template <typename Write>
+  bool PutWritten(const CAttribute& attribute, Write write);
   bool IsLeftOut(const CChild& child, std::string_view text) const;
   bool IsLeftOut(const CAttribute& attribute, std::string_view text) const;
 
@@ -67,6 +82,7 @@ class CShortWaysSink {
   void Resume() {}
   void Finish() {}
   CXmlWriter& GetWriter() { return m_writer; }
+  bool IsLong() const { return true; }
 
   bool BeginElement(Element&, const XmlTextRun::Name& name) {
     m_writer.WriteStartElement(name.GetName(), name.GetUri());
@@ -81,6 +97,14 @@ class CShortWaysSink {
   bool PutAttribute(const CAttribute& attribute, const std::string& text);
   bool PutAttribute(const CAttribute& attribute, const void* value);
   bool PutOwnText(const CPlannedValue&, const void*) { return false; }
+  template <typename T>
+  bool PutValueAs(const CChild& child, const T& value) {
+    return PutValue(child, &value);
+  }
+  template <typename T>
+  bool PutAttributeAs(const CAttribute& attribute, const T& value) {
+    return PutAttribute(attribute, static_cast<const void*>(&value));
+  }
 
  private:
   const std::string& GetText(const CPlannedValue& value, const void* found);
@@ -91,5 +115,38 @@ class CShortWaysSink {
   CShortWays& m_ways;
   const std::string m_noFormat;
 };
+
+// ---- XML text, on the path of each value ----
+
+inline bool CXmlSink::IsLeftOut(const CAttribute& attribute, std::string_view text) const {
+  return attribute.hasDefault && attribute.isOptional && attribute.value.IsDefault(text) &&
+         m_context.GetNoOptionalAttributeDefaultOutput();
+}
+
+template <typename Write>
+inline bool CXmlSink::PutWritten(const CAttribute& attribute, Write write) {
+  char* const begin = m_run.BeginAttribute(attribute.tag, CPlannedValue::kRoom);
+  if (begin == nullptr) return false;
+  char* const end = write(begin);
+  if (end == nullptr) return false;
+  const std::string_view text(begin, static_cast<std::size_t>(end - begin));
+  if (!IsLeftOut(attribute, text)) m_run.EndAttribute(end);
+  return true;
+}
+
+inline bool CXmlSink::IsLeftOut(const CChild& child, std::string_view text) const {
+  return child.hasDefault && child.value.IsDefault(text) && !m_run.WritesDefaultValues();
+}
+
+template <typename Write>
+inline bool CXmlSink::PutWritten(const CChild& child, Write write) {
+  char* const begin = m_run.BeginValue(child.name, CPlannedValue::kRoom);
+  if (begin == nullptr) return false;
+  char* const end = write(begin);
+  if (end == nullptr) return false;
+  const std::string_view text(begin, static_cast<std::size_t>(end - begin));
+  m_run.EndValue(child.name, begin, IsLeftOut(child, text) ? begin : end);
+  return true;
+}
 
 }  // namespace QzXmlLib16::detail

@@ -39,9 +39,19 @@ class CPlannedValue {
   // for a value whose text is not easily told. Takes kRoom.
   static constexpr std::size_t kRoom = 64;
   char* Write(const void* value, char* out) const;
+  // The same for those whose kind the caller knows.
+  static char* WriteAs(std::int32_t value, char* out) { return WriteInteger(out, value); }
+  static char* WriteAs(const CDateTime& value, char* out) { return WriteDateTime(value, out); }
+  static char* WriteAs(double value, char* out) {
+    // A text that reads back as the value has all its digits (KeepEveryDigit).
+    double readBack = std::numeric_limits<double>::quiet_NaN();
+    char* const end = WriteR8(out, value, readBack);
+    return readBack == value ? end : nullptr;
+  }
 
   bool IsString() const { return m_form == Form::Text; }
   bool IsScalar() const { return m_form == Form::Scalar; }
+  bool IsDate() const { return m_form == Form::Date; }
 
   // The kind that its text is written as.
   ItemType GetWrittenKind() const { return m_form == Form::Enumeration ? ItemType_string : m_kind; }
@@ -145,12 +155,8 @@ inline char* CPlannedValue::Write(const void* value, char* out) const {
       return WriteInteger(out, As<std::uint32_t>(value));
     case ItemType_ui8:
       return WriteInteger(out, As<std::uint64_t>(value));
-    case ItemType_r8: {
-      // A text that reads back as the value has all its digits (KeepEveryDigit).
-      double readBack = std::numeric_limits<double>::quiet_NaN();
-      char* const end = WriteR8(out, As<double>(value), readBack);
-      return readBack == As<double>(value) ? end : nullptr;
-    }
+    case ItemType_r8:
+      return WriteAs(As<double>(value), out);
     case ItemType_year:
       return WriteYear(out, As<std::uint16_t>(value));
     case ItemType_month:

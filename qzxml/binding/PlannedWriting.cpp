@@ -1,6 +1,7 @@
 #include "qzxml/binding/PlannedWriting.h"
 
 #include <cstdint>
+#include <optional>
 
 #include "qzxml/binding/BoundClass.h"
 #include "qzxml/binding/ObjectCol.h"
@@ -42,7 +43,8 @@ template <typename Sink>
 // --- Attributes
 
 template <typename Sink>
-void CPlannedWriting<Sink>::Attributes(const CWritePlan& plan, const CBoundClass& object) {
+[[gnu::always_inline]] inline void CPlannedWriting<Sink>::Attributes(const CWritePlan& plan,
+                                                                     const CBoundClass& object) {
   try {
     for (const CWritePlan::CAttribute& attribute : plan.GetAttributes()) {
       Attribute(attribute, object);
@@ -61,7 +63,14 @@ inline void CPlannedWriting<Sink>::Attribute(const CWritePlan::CAttribute& attri
       if (text ? m_sink.PutAttribute(attribute, *text) : attribute.isOptional) return;
       break;
     }
-    case Way::Value: {
+    case Way::Int: {
+      const std::optional<std::int32_t>& value = object.*attribute.property.m_i4;
+      if (value ? m_sink.PutAttributeAs(attribute, *value) : attribute.isOptional) return;
+      break;
+    }
+    case Way::Value:
+    case Way::Real:
+    case Way::Date: {
       const void* const value = attribute.value.Find(object);
       if (value == nullptr ? attribute.isOptional : m_sink.PutAttribute(attribute, value)) return;
       break;
@@ -87,20 +96,19 @@ void CPlannedWriting<Sink>::Content(const CWritePlan& plan, const CBoundClass& o
 }
 
 template <typename Sink>
-inline void CPlannedWriting<Sink>::Children(const CWritePlan& plan, const CBoundClass& object,
-                                            bool optionalChoice) {
-  if (!plan.IsChoice()) {
-    for (const CChild& child : plan.GetChildren()) Child(child, object);
-    return;
-  }
+[[gnu::noinline]] void CPlannedWriting<Sink>::Children(const CWritePlan& plan,
+                                                       const CBoundClass& object,
+                                                       bool optionalChoice) {
+  const bool isChoice = plan.IsChoice();
   for (const CChild& child : plan.GetChildren()) {
-    if (Child(child, object)) return;
+    if (Child(child, object) && isChoice) return;
   }
-  object.EmptyChoiceToXml(m_context, optionalChoice);
+  if (isChoice) object.EmptyChoiceToXml(m_context, optionalChoice);
 }
 
 template <typename Sink>
-inline bool CPlannedWriting<Sink>::Child(const CChild& child, const CBoundClass& object) {
+[[gnu::always_inline]] inline bool CPlannedWriting<Sink>::Child(const CChild& child,
+                                                                const CBoundClass& object) {
   switch (child.way) {
     case Way::Text: {
       const std::optional<std::string>& text = object.*child.property.m_string;
@@ -111,6 +119,21 @@ inline bool CPlannedWriting<Sink>::Child(const CChild& child, const CBoundClass&
       const void* const value = child.value.Find(object);
       if (value == nullptr ? !child.isNeeded : m_sink.PutValue(child, value))
         return value != nullptr;
+      break;
+    }
+    case Way::Int: {
+      const std::optional<std::int32_t>& value = object.*child.property.m_i4;
+      if (value ? m_sink.PutValueAs(child, *value) : !child.isNeeded) return value.has_value();
+      break;
+    }
+    case Way::Real: {
+      const std::optional<double>& value = object.*child.property.m_r8;
+      if (value ? m_sink.PutValueAs(child, *value) : !child.isNeeded) return value.has_value();
+      break;
+    }
+    case Way::Date: {
+      const std::optional<CDateTime>& value = object.*child.property.m_dateTime;
+      if (value ? m_sink.PutValueAs(child, *value) : !child.isNeeded) return value.has_value();
       break;
     }
     case Way::Object:
@@ -148,7 +171,8 @@ void FetchObject(const void* object) {
 }  // namespace
 
 // Objects lie where there was room. While one is written, the memory of those behind it can come
-// near: of the next but one the object itself, of the next one what that holds by pointers.
+// near: of the next but one the object itself, of the next one what that holds by pointers, unless
+// all of it is little enough to be near yet.
 template <typename Sink>
 inline void CPlannedWriting<Sink>::FetchNext(const CXmlCollection::CNode& node,
                                              const std::type_info* itemClass) {
@@ -160,7 +184,12 @@ inline void CPlannedWriting<Sink>::FetchNext(const CXmlCollection::CNode& node,
     const CXmlObjectBase* const object = second->item;
     FetchObject(object);
   }
-  const CXmlObjectBase& object = *next->item;
+  if (m_sink.IsLong()) FetchHeld(*next->item, itemClass);
+}
+
+template <typename Sink>
+[[gnu::noinline]] void CPlannedWriting<Sink>::FetchHeld(const CXmlObjectBase& object,
+                                                        const std::type_info* itemClass) {
   if (&typeid(object) != itemClass) return;
   const auto& bound = static_cast<const CBoundClass&>(object);
   const CWritePlan* const plan = CWritePlan::For(bound);
@@ -198,6 +227,13 @@ bool CPlannedWriting<Sink>::Collection(const CChild& child, const CBoundClass& o
 
 // --- Objects
 
+template <typename Sink>
+[[gnu::noinline]] bool CPlannedWriting<Sink>::IsEmpty(const CWritePlan& plan,
+                                                      const CBoundClass& object) {
+  return (plan.RequiresContent() && object.MissesContent()) ||
+         (plan.IsNillable() && object.IsNilObject());
+}
+
 // False when the walk has to do it.
 template <typename Sink>
 bool CPlannedWriting<Sink>::PutObject(const CChild& child, const CXmlObjectBase& held,
@@ -206,8 +242,7 @@ bool CPlannedWriting<Sink>::PutObject(const CChild& child, const CXmlObjectBase&
   const auto& object = static_cast<const CBoundClass&>(held);
   const CWritePlan* const plan = CWritePlan::For(object);
   if (plan == nullptr || !plan->HasTag() || object.m_writesType ||
-      (plan->RequiresContent() && object.MissesContent()) ||
-      (plan->IsNillable() && object.IsNilObject()) ||
+      (plan->MayBeEmpty() && IsEmpty(*plan, object)) ||
       !detail::AreEqual(object.ElementName(), child.name.GetName())) {
     return false;
   }

@@ -42,8 +42,11 @@ class CPlannedWriting {
   void Children(const CWritePlan& plan, const CBoundClass& object, bool optionalChoice);
   bool Child(const CChild& child, const CBoundClass& object);
   bool Collection(const CChild& child, const CBoundClass& object);
-  static void FetchNext(const CXmlCollectionNode& node, const std::type_info* itemClass);
+  void FetchNext(const CXmlCollectionNode& node, const std::type_info* itemClass);
+  static void FetchHeld(const CXmlObjectBase& object, const std::type_info* itemClass);
   void Text(const CPlannedValue& text, const CBoundClass& object);
+  // An object that is nil, or has not the content that its class requires.
+  static bool IsEmpty(const CWritePlan& plan, const CBoundClass& object);
   bool PutObject(const CChild& child, const CXmlObjectBase& object, bool optionalChoice);
 
   template <typename Step>

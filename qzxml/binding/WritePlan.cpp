@@ -28,6 +28,22 @@ bool HoldsBoundObjects(const CMember& member) {
   return dynamic_cast<const CBoundObjectCol*>(collection) != nullptr;
 }
 
+CWritePlan::Way WayOf(const CPlannedValue& value) {
+  using Way = CWritePlan::Way;
+  if (!value.IsPlanned()) return Way::Walk;
+  if (value.IsString()) return Way::Text;
+  if (value.IsDate()) return Way::Date;
+  if (!value.IsScalar()) return Way::Value;
+  switch (value.GetWrittenKind()) {
+    case ItemType_i4:
+      return Way::Int;
+    case ItemType_r8:
+      return Way::Real;
+    default:
+      return Way::Value;
+  }
+}
+
 }  // namespace
 
 CWritePlan::CChild::CChild(const CMember& member, const CElementInfo* childEntry)
@@ -53,7 +69,7 @@ void CWritePlan::AddChild(const CMember& member, const CMember& declared,
     child.way = isPlanned ? Way::Collection : Way::WalkCollection;
   } else if (member.form == MemberForm::Value) {
     child.value = CPlannedValue(member, declared);
-    if (child.value.IsPlanned()) child.way = child.value.IsString() ? Way::Text : Way::Value;
+    child.way = WayOf(child.value);
     // An absent value may stand for nil.
     child.isNeeded = child.isNeeded || (member.isNillable && member.occurs.min > 0);
   } else {
@@ -62,7 +78,6 @@ void CWritePlan::AddChild(const CMember& member, const CMember& declared,
     // The attributes of a group belong to the class around it.
     if (member.form == MemberForm::Group) m_hasTag = false;
   }
-  if (member.form == MemberForm::Group) m_hasTag = false;
 }
 
 void CWritePlan::AddAttribute(const CMember& member, const CMember& declared,
@@ -73,9 +88,7 @@ void CWritePlan::AddAttribute(const CMember& member, const CMember& declared,
     attribute.way = Way::WalkCollection;
   } else if (*member.namespaceUri == '\0') {
     attribute.value = CPlannedValue(member, declared);
-    if (attribute.value.IsPlanned()) {
-      attribute.way = attribute.value.IsString() ? Way::Text : Way::Value;
-    }
+    attribute.way = WayOf(attribute.value);
   }
 }
 

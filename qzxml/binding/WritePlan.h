@@ -27,6 +27,9 @@ class CWritePlan {
     WalkCollection,  // nothing is written for an empty collection
     Text,            // a value that is a text
     Value,           // any other
+    Int,             // of these: ItemType_i4
+    Real,            // ItemType_r8
+    Date,            // a CDateTime
     Object,
     Collection,  // of objects
   };
@@ -73,6 +76,8 @@ class CWritePlan {
   bool IsChoice() const { return m_isChoice; }
   bool IsNillable() const { return m_isNillable; }
   bool RequiresContent() const { return m_requiresContent; }
+  // Whether one of the two has to be looked into.
+  bool MayBeEmpty() const { return m_isNillable || m_requiresContent; }
   // Null for a class without a text.
   const CPlannedValue* GetText() const { return m_hasText ? &m_text : nullptr; }
   // Whether start tag and attributes can be planned too: the class has a tag, and no groups whose

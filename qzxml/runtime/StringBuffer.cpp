@@ -17,6 +17,10 @@ constexpr std::uint32_t kMaxLength = std::numeric_limits<std::uint32_t>::max();
 
 CInstanceClass s_class("CStringBuffer");
 
+// A block that has just been filled is near, and copied in pieces: for more at once the C library
+// takes a way that begins slowly.
+constexpr std::uint32_t kCopiedPiece = 2048;
+
 // What comes behind much text.
 constexpr std::uint32_t kMuchText = std::uint32_t{4} << 20;
 constexpr std::uint32_t kLargestBlock = std::uint32_t{16} << 20;
@@ -89,7 +93,15 @@ void CStringBuffer::Set(const char* text) {
 void CStringBuffer::AppendTo(std::string& out) const {
   out.reserve(out.size() + m_dwTotalBufferLen);
   detail::ExpectToFill(out.data() + out.size(), m_dwTotalBufferLen);
-  for (const Block& block : m_blocks) out.append(block.data.get(), GetDataIn(block));
+  for (const Block& block : m_blocks) {
+    const char* text = block.data.get();
+    std::uint32_t rest = GetDataIn(block);
+    for (; rest > kCopiedPiece && block.size <= BlockPool::kSize; rest -= kCopiedPiece) {
+      out.append(text, kCopiedPiece);
+      text += kCopiedPiece;
+    }
+    out.append(text, rest);
+  }
 }
 
 void CStringBuffer::CopyTo(char* out) const {

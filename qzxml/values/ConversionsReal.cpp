@@ -333,13 +333,17 @@ char* WriteR4(char* buffer, float value) {
   return WriteReal(buffer, static_cast<double>(value), kR4Digits);
 }
 
-char* WriteR8(char* buffer, double value) { return WriteReal(buffer, value, kR8Digits); }
+char* WriteR8(char* buffer, double value) {
+  if (char* const end = WriteShortFraction(buffer, value, nullptr)) return end;
+  return WriteReal(buffer, value, kR8Digits);
+}
 
 char* WriteR4(char* buffer, float value, double& readBack) {
   return WriteReal(buffer, static_cast<double>(value), kR4Digits, &readBack);
 }
 
 char* WriteR8(char* buffer, double value, double& readBack) {
+  if (char* const end = WriteShortFraction(buffer, value, &readBack)) return end;
   return WriteReal(buffer, value, kR8Digits, &readBack);
 }
 

@@ -13,6 +13,58 @@
 // any number of digits, and works long for it.
 namespace QzXmlLib16::detail {
 
+// Writes what "%.16g" gives for a number from 0.001 to 9999.999 that shows three places at most, as
+// most prices do; null for any other. readBack is the number itself then.
+//
+// A thousand times the number is a whole one and a rest, which is counted in a thousandth of the
+// unit of the number's last binary place. A rest of less than half of such a unit says that no
+// other double is as near to the text: r8FromString makes the number of it. A rest of less than
+// half of the last of 16 digits says that the text has no more digits.
+inline char* WriteShortFraction(char* buffer, double value, double* readBack) {
+  constexpr unsigned kBias = 1023;
+  constexpr int kMantissaBits = 52;
+  constexpr std::uint64_t kLeadingBit = std::uint64_t{1} << kMantissaBits;
+  constexpr unsigned kScale = 1000;
+  constexpr std::uint64_t kHalfUnit = 500;
+  // Twice what a thousandth is to the last of 16 digits, by the digits of the thousandths.
+  static constexpr std::uint64_t kDigitRatio[] = {2000000000000000, 200000000000000, 20000000000000,
+                                                  2000000000000,    200000000000,    20000000000,
+                                                  2000000000};
+
+  std::uint64_t bits = 0;
+  std::memcpy(&bits, &value, sizeof(bits));
+  const unsigned binaryPlaces =
+      kBias + kMantissaBits - static_cast<unsigned>(bits >> kMantissaBits);
+  if (binaryPlaces < 39 || binaryPlaces > 62) return nullptr;  // also what has a sign
+  const std::uint64_t one = std::uint64_t{1} << binaryPlaces;
+  const std::uint64_t scaled = ((bits & (kLeadingBit - 1)) | kLeadingBit) * kScale;  // below 2^63
+  const std::uint64_t nearest = (scaled + one / 2) >> binaryPlaces;
+  const std::uint64_t below = nearest << binaryPlaces;
+  const std::uint64_t rest = below > scaled ? below - scaled : scaled - below;
+  const auto shown = static_cast<unsigned>(nearest);
+  const unsigned whole = shown / kScale;
+  unsigned digits = unsigned{shown > 9} + unsigned{shown > 99} + unsigned{shown > 999};
+  if (digits == 3) digits += unsigned{whole > 9} + unsigned{whole > 99} + unsigned{whole > 999};
+  if (whole > 9999 || rest >= kHalfUnit || rest * kDigitRatio[digits] >= one) return nullptr;
+
+  if (readBack != nullptr) *readBack = value;
+  if (whole > 99) {
+    buffer = WriteUpTo99(buffer, whole / 100);
+    std::memcpy(buffer, kDigitPairs + std::size_t{2} * (whole % 100), 2);
+    buffer += 2;
+  } else {
+    buffer = WriteUpTo99(buffer, whole);
+  }
+  const unsigned places = shown % kScale;
+  if (places == 0) return buffer;
+  const char* const last = kDigitPairs + std::size_t{2} * (places % 100);
+  buffer[0] = '.';
+  buffer[1] = static_cast<char>('0' + places / 100);
+  std::memcpy(buffer + 2, last, 2);  // of which zeros at the end do not count
+  if (last[1] != '0') return buffer + 4;
+  return buffer + (last[0] != '0' ? 3 : 2);
+}
+
 #if defined(__SIZEOF_INT128__)
 #define QZXML_WRITES_ORDINARY_FRACTIONS 1
 

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -37,41 +38,58 @@ class XmlTextRun {
   // The name of elements, made once for many of them.
   class Name {
    public:
-    Name(const char* name, const char* uri)
-        : m_tags(ElementTags::InOneNamespace(name)),
-          m_uri(uri),
-          m_room(1 + 2 * kTagEolRoom + kShortIndent + m_tags.GetStart().GetRoom() +
-                 m_tags.GetEnd().GetRoom()) {}
+    Name(const char* name, const char* uri);
 
     const std::string& GetName() const { return m_tags.GetName(); }
-    const std::string& GetUri() const { return m_uri; }
+    const std::string& GetUri() const { return *m_uri; }
     const ElementTags& GetTags() const { return m_tags; }
 
    private:
     friend class XmlTextRun;
 
-    ElementTags m_tags;
-    std::string m_uri;
+    // One string for all names of a namespace, so that namespaces are the same where their
+    // addresses are. As plans, they are never freed.
+    static const std::string& KeepUri(const char* uri);
+
+    // A tag at hand, cut off where it is too long.
+    struct Tag {
+      static constexpr std::size_t kRoom = 32;
+
+      void Set(std::string_view tag) { size = tag.copy(text, kRoom); }
+      char* Put(char* out) const {
+        std::memcpy(out, text, kRoom / 2);
+        if (size > kRoom / 2) std::memcpy(out + kRoom / 2, text + kRoom / 2, kRoom / 2);
+        return out + size;
+      }
+
+      std::size_t size = 0;
+      char text[kRoom] = {};
+    };
+
+    const std::string* m_plainUri;  // m_uri; null where a tag is longer than Tag
     std::size_t m_room;  // what an element takes beside its indent, its prefix and its text
+    Tag m_start;
+    Tag m_end;
+    const std::string* m_uri;
+    ElementTags m_tags;
   };
 
   // An element that is open; not copied, and at its place until its end.
   class Element {
    public:
-    Element() = default;
+    Element() {}
     Element(const Element&) = delete;
     Element& operator=(const Element&) = delete;
 
    private:
     friend class XmlTextRun;
 
-    Element* m_outer = nullptr;
-    Element* m_inner = nullptr;  // while that is open
-    const Name* m_name = nullptr;
-    const std::string* m_prefix = nullptr;
+    // Of an element that has begun.
+    Element* m_outer;
+    Element* m_inner;  // during an interruption
+    const Name* m_name;
+    const std::string* m_prefix;
     CXmlWriter::CXmlWriterContext* m_context = nullptr;  // the writer's, where it has one
-    bool m_isStartTagOpen = true;
-    bool m_hasChildren = false;
   };
 
   // Whether an element is open in the writer, as there has to be one.
@@ -119,8 +137,14 @@ class XmlTextRun {
   // Text of the innermost element, likewise; not for an empty text.
   char* BeginText(std::size_t room);
   void EndText(char* end) {
-    m_innermost->m_isStartTagOpen = false;
+    m_isStartTagOpen = false;
     m_out = end;
+  }
+
+  // Whether so much is in the stream that the objects behind it are none that have just been made.
+  bool IsLong() const {
+    return m_writer.m_bStreamFlushes ||
+           m_stream.GetLength() + static_cast<std::size_t>(m_out - m_begin) >= kLong;
   }
 
   // Writes a text with few bytes to escape and answers its end; null for any other. Takes
@@ -129,81 +153,124 @@ class XmlTextRun {
   char* PutText(char* out, std::string_view text) const {
     // May be a CDATA section.
     if (!inAttribute && !text.empty() && text[0] == '<') return nullptr;
-    return m_writer.PutShortText<inAttribute>(out, text.data(), text.size());
+    const std::size_t clean = CopyClean<inAttribute>(text.data(), text.size(), out);
+    if (clean == text.size()) return out + clean;
+    return PutEscapedText<inAttribute>(out + clean, text.substr(clean));
   }
 
  private:
+  static constexpr std::size_t kLong = 32768;  // bytes
+  static const std::string kNoUri;             // that of no name
+
   void Commit();
+  template <bool inAttribute>
+  char* PutEscapedText(char* out, std::string_view text) const;
   void EndInWriter(const Element& element);
   void Settle(const Element& element) const;
+  bool FindPrefix(const Name& name, const std::string*& prefix);
+  char* BeginOtherValue(const Name& name, std::size_t room);
+  bool BeginOtherElement(Element& element, const Name& name);
+  void EnterElement(Element& element, const Name& name, const std::string* prefix);
+  void LeaveElement(char* out);
+  char* PutLongIndent(char* out) const;
+
+  // Most elements are in the namespace that takes no prefix.
+  bool IsPlain(const Name& name) const { return name.m_plainUri == m_plainUri; }
   std::size_t GetRoom() const { return static_cast<std::size_t>(m_limit - m_out); }
-  bool FindPrefix(const Name& name, const std::string*& prefix) {
-    return m_writer.FindElementPrefix(name.m_tags, name.m_uri, prefix);
+  bool HasRoom(const Name& name, std::size_t more) const {
+    return m_indent + name.m_room + more <= GetRoom();
   }
-  bool HasRoom(const Name& name, const std::string* prefix, std::size_t more) const {
-    return m_indent + name.m_room + 2 * GetPrefixSize(prefix) + more <= GetRoom();
+  char* PutIndent(char* out) const {
+    std::memcpy(out, m_indents, kShortIndent);
+    return m_indent <= kShortIndent ? out + m_indent : PutLongIndent(out);
   }
-  char* PutStart(const Name& name, const std::string* prefix) const;
+  char* PutTagEol(char* out) const {
+    std::memcpy(out, m_tagEol, kTagEolRoom);
+    return out + m_tagEolSize;
+  }
+  char* PutGap() const;
+  // The end tag of an element with that prefix, unless it is plain.
+  char* PutEnd(char* out, const Name& name, const std::string* prefix) const {
+    return IsPlain(name) ? name.m_end.Put(out) : PutOtherEnd(out, name, prefix);
+  }
+  static char* PutOtherEnd(char* out, const Name& name, const std::string* prefix);
 
   CXmlTextWriter& m_writer;
   CTextStream& m_stream;
   char* m_begin = nullptr;  // what the stream does not know of
   char* m_out = nullptr;
   char* m_limit = nullptr;
-  std::size_t m_indent = 0;               // of a child of the innermost element
-  std::uint32_t m_elements = 0;           // that had no context, since the last interruption
-  const std::string* m_prefix = nullptr;  // of the value that has begun
+  std::size_t m_indent = 0;                 // of a child of the innermost element
+  bool m_isStartTagOpen = false;            // of the innermost element
+  bool m_hasChildren = false;               // likewise; those around it have some
+  char m_tagEol[kTagEolRoom] = {};          // as in the writer
+  std::uint32_t m_elements = 0;             // that had no context, since the last interruption
+  std::size_t m_tagEolSize = 0;             // as in the writer
+  const char* m_indents = nullptr;          // likewise
+  std::uint64_t m_namespaceState = 0;       // of the writer's context
+  const std::string* m_plainUri = &kNoUri;  // a namespace without a prefix there
+  const std::string* m_prefix = nullptr;    // of the value that has begun, unless it is plain
   Element m_base;
   Element* m_innermost;
 };
 
-// The start of a child, with what the innermost element needs in front of it.
-inline char* XmlTextRun::PutStart(const Name& name, const std::string* prefix) const {
+// What stands between the innermost element's last piece and its child.
+inline char* XmlTextRun::PutGap() const {
   char* out = m_out;
-  if (m_innermost->m_isStartTagOpen) {
+  if (m_isStartTagOpen) {
     *out++ = '>';
-    out = m_writer.PutTagEol(out);
+    out = PutTagEol(out);
   }
-  out = m_writer.PutIndent(out, m_indent);
-  return CXmlTextWriter::PutTag(out, name.m_tags.GetStart(), 1, prefix);
+  return PutIndent(out);
 }
 
-inline bool XmlTextRun::BeginElement(Element& element, const Name& name) {
-  const std::string* prefix = nullptr;
-  if (!FindPrefix(name, prefix) || !HasRoom(name, prefix, 0)) return false;
-  m_out = PutStart(name, prefix) - 1;  // the tag is open yet
-  m_innermost->m_isStartTagOpen = false;
-  m_innermost->m_hasChildren = true;
-  m_innermost->m_inner = &element;
+inline void XmlTextRun::EnterElement(Element& element, const Name& name,
+                                     const std::string* prefix) {
+  m_isStartTagOpen = true;
+  m_hasChildren = false;
   element.m_outer = m_innermost;
   element.m_name = &name;
   element.m_prefix = prefix;
   m_innermost = &element;
   m_indent += m_writer.m_indentUnit;
+}
+
+inline bool XmlTextRun::BeginElement(Element& element, const Name& name) {
+  if (!IsPlain(name)) return BeginOtherElement(element, name);
+  if (!HasRoom(name, 0)) return false;
+  m_out = name.m_start.Put(PutGap()) - 1;  // the tag is open yet
+  EnterElement(element, name, nullptr);
   return true;
+}
+
+// A child of the innermost element has ended.
+inline void XmlTextRun::LeaveElement(char* out) {
+  m_out = PutTagEol(out);
+  m_isStartTagOpen = false;
+  m_hasChildren = true;
+  ++m_elements;
 }
 
 inline void XmlTextRun::EndElement(Element& element) {
   const Name& name = *element.m_name;
-  if (element.m_context != nullptr || !HasRoom(name, element.m_prefix, 0)) {
+  if (element.m_context != nullptr || !HasRoom(name, 2 * GetPrefixSize(element.m_prefix))) {
     return EndInWriter(element);
   }
   m_innermost = element.m_outer;
   m_indent -= m_writer.m_indentUnit;
   char* out = m_out;
-  if (element.m_isStartTagOpen) {
+  if (m_isStartTagOpen) {
     out = detail::PutText(out, "/>");
   } else {
-    if (element.m_hasChildren) out = m_writer.PutIndent(out, m_indent);
-    out = CXmlTextWriter::PutTag(out, name.m_tags.GetEnd(), 2, element.m_prefix);
+    if (m_hasChildren) out = PutIndent(out);
+    out = PutEnd(out, name, element.m_prefix);
   }
-  m_out = m_writer.PutTagEol(out);
-  ++m_elements;
+  LeaveElement(out);
 }
 
 inline char* XmlTextRun::BeginValue(const Name& name, std::size_t room) {
-  if (!FindPrefix(name, m_prefix) || !HasRoom(name, m_prefix, room)) return nullptr;
-  return PutStart(name, m_prefix);
+  if (!IsPlain(name)) return BeginOtherValue(name, room);
+  return HasRoom(name, room) ? name.m_start.Put(PutGap()) : nullptr;
 }
 
 inline void XmlTextRun::EndValue(const Name& name, const char* text, char* end) {
@@ -211,22 +278,19 @@ inline void XmlTextRun::EndValue(const Name& name, const char* text, char* end) 
     end[-1] = '/';
     *end++ = '>';
   } else {
-    end = CXmlTextWriter::PutTag(end, name.m_tags.GetEnd(), 2, m_prefix);
+    end = PutEnd(end, name, m_prefix);
   }
-  m_out = m_writer.PutTagEol(end);
-  m_innermost->m_isStartTagOpen = false;
-  m_innermost->m_hasChildren = true;
-  ++m_elements;
+  LeaveElement(end);
 }
 
 inline char* XmlTextRun::BeginAttribute(const AttributeTag& tag, std::size_t room) {
-  if (!m_innermost->m_isStartTagOpen) return nullptr;
+  if (!m_isStartTagOpen) return nullptr;
   return tag.GetStart().GetRoom() + room + 1 <= GetRoom() ? tag.GetStart().Put(m_out) : nullptr;
 }
 
 inline char* XmlTextRun::BeginText(std::size_t room) {
   if (1 + room > GetRoom()) return nullptr;
-  if (!m_innermost->m_isStartTagOpen) return m_out;
+  if (!m_isStartTagOpen) return m_out;
   *m_out = '>';
   return m_out + 1;
 }

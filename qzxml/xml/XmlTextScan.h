@@ -70,7 +70,7 @@ inline bool MayHoldEscaped(std::uint64_t first, std::uint64_t second) {
 
 // Copies bytes up to the first one that has to be escaped; answers how many.
 template <bool inAttribute>
-inline std::size_t CopyBytewise(const char* in, std::size_t size, char* out) {
+[[gnu::noinline]] std::size_t CopyBytewise(const char* in, std::size_t size, char* out) {
   std::size_t i = 0;
   for (; i < size && !IsEscaped<inAttribute>(in[i]); ++i) out[i] = in[i];
   return i;
@@ -139,16 +139,19 @@ inline bool CopyIfClean(const char* in, std::size_t size, char* out) {
 // As CopyBytewise. The room behind out is at least size.
 template <bool inAttribute>
 inline std::size_t CopyClean(const char* in, std::size_t size, char* out) {
-  if (size <= 16 && CopyIfClean<inAttribute>(in, size, out)) return size;
-  std::size_t i = 0;
-  for (; size - i >= 16; i += 16) {
-    if (CopySixteen<inAttribute>(in + i, out + i)) continue;
-    const std::size_t clean = CopyBytewise<inAttribute>(in + i, 16, out + i);
-    if (clean < 16) return i + clean;
+  if (size <= 16) {
+    if (CopyIfClean<inAttribute>(in, size, out)) return size;
+    return CopyBytewise<inAttribute>(in, size, out);
   }
   // The last sixteen may begin among those that are copied already.
-  if (i > 0 && CopySixteen<inAttribute>(in + size - 16, out + size - 16)) return size;
-  return i + CopyBytewise<inAttribute>(in + i, size - i, out + i);
+  const std::size_t last = size - 16;
+  for (std::size_t i = 0;; i = i + 16 < last ? i + 16 : last) {
+    if (!CopySixteen<inAttribute>(in + i, out + i)) {
+      const std::size_t clean = CopyBytewise<inAttribute>(in + i, 16, out + i);
+      if (clean < 16) return i + clean;
+    }
+    if (i == last) return size;
+  }
 }
 
 }  // namespace QzXmlLib16::detail

@@ -1,5 +1,10 @@
+#include <cstdint>
+#include <optional>
 #include <string>
 
+#include "qzxml/binding/BoundClass.h"
+#include "qzxml/binding/BuiltInTypes.h"
+#include "qzxml/binding/ObjectFactory.h"
 #include "qzxml/collections/Attribute.h"
 #include "qzxml/runtime/MemoryLeakHelp.h"
 #include "qzxml/xml/XmlWriter.h"
@@ -185,6 +190,76 @@ TEST(PlannedWriting, IsTheWalkForEachKind) {
   kinds::CKinds object;
   object.FromXml(kinds::kDocument);
   ExpectPlannedAsWalked(object, "urn:kinds");
+}
+
+namespace {
+
+// Elements of many names and of several namespaces, one of which may take no prefix; an object of
+// the same class inside another.
+class CNames : public CBoundClass {
+ public:
+  CNames() : CBoundClass(s_binding) {}
+
+  void Fill(int depth) {
+    m_text = "a < b, \xC3\xA9 and more than sixteen octets";
+    m_empty = "";
+    m_int = depth;
+    m_real = 12.25 + depth;
+    m_date.emplace().ParseXSDDate("2004-02-29");
+    m_flag = true;
+    if (depth == 0) return;
+    const CSmartPtr<CNames> inner(new CNames);
+    inner->SetElementName("inner");
+    inner->Fill(depth - 1);
+    m_inner = inner;
+    const CSmartPtr<CNames> outside(new CNames);
+    outside->SetElementName("a23456789012345678901234567890123456789");
+    outside->Fill(depth - 1);
+    m_outside = outside;
+  }
+
+ private:
+  static const CMember s_members[];
+  static CClassBinding s_binding;
+
+  std::optional<std::string> m_text;
+  std::optional<std::string> m_empty;
+  std::optional<std::int32_t> m_int;
+  std::optional<double> m_real;
+  std::optional<CDateTime> m_date;
+  std::optional<bool> m_flag;
+  CObjectHandle m_inner;
+  CObjectHandle m_outside;
+};
+
+const CMember CNames::s_members[] = {
+    OptionalAttribute("int", "", &CNames::m_int, kXsdInt),
+    OptionalAttribute("a234567890123456789012345678901234567890", "", &CNames::m_text, kXsdString),
+    ValueElement("a2345678901", kUri, Optional, &CNames::m_text, kXsdString),
+    ValueElement("a23456789012", kUri, Optional, &CNames::m_int, kXsdInt),
+    ValueElement("a234567890123", "", Optional, &CNames::m_real, kXsdDouble),
+    ValueElement("a2345678901234", "urn:other", Optional, &CNames::m_date, kXsdDate),
+    ValueElement("a23456789012345", kUri, Optional, &CNames::m_flag, kXsdBoolean),
+    ValueElement("a2345678901234567890123456789", kUri, Optional, &CNames::m_empty, kXsdString),
+    ObjectElement("inner", kUri, Optional, &CNames::m_inner, &NewObject<CNames>),
+    ValueElement("a23456789012345678901234567890", kUri, Optional, &CNames::m_text, kXsdString),
+    ObjectElement("a23456789012345678901234567890123456789", "urn:other", Optional,
+                  &CNames::m_outside, &NewObject<CNames>),
+    ValueElement("a234567890123456789012345678901", "", Optional, &CNames::m_int, kXsdInt),
+    ValueElement("a2345678901234567890123456789012", kUri, Optional, &CNames::m_real, kXsdDouble),
+};
+
+CClassBinding CNames::s_binding({"Names", kUri, "names", &NewObject<CNames>}, s_members);
+
+}  // namespace
+
+TEST(PlannedWriting, IsTheWalkForNamesOfAnyLengthAndNamespace) {
+  for (const int depth : {0, 3}) {
+    CNames names;
+    names.Fill(depth);
+    ExpectAsWalked(names);
+    ExpectPlannedAsWalked(names, "urn:other");
+  }
 }
 
 TEST(PlannedWriting, FailsAsTheWalkDoes) {

@@ -212,6 +212,20 @@ TEST_F(StringBuffer, AppendToAddsToWhatIsThere) {
   EXPECT_EQ(10U, buffer.GetLength());
 }
 
+// It is copied in pieces of 2048 bytes.
+TEST_F(StringBuffer, AppendToCopiesBlocksOfAnySize) {
+  for (const std::uint32_t blockSize : {3000U, 4096U, 65536U, 100000U}) {
+    for (const std::size_t size : {1U, 2047U, 2048U, 2049U, 4095U, 4096U, 4097U, 70001U, 200000U}) {
+      const std::string text = MakeText(size);
+      CStringBuffer buffer(blockSize);
+      buffer.Append(text);
+      std::string out = "before:";
+      buffer.AppendTo(out);
+      EXPECT_EQ("before:" + text, out) << blockSize << ' ' << size;
+    }
+  }
+}
+
 TEST_F(StringBuffer, RefusesMoreThan32BitsCountAndKeepsWhatItHas) {
   // Lengths that the compiler does not see through: the text is refused before it is looked at.
   for (const volatile std::size_t length : {std::size_t{0x100000000}, std::size_t{0xFFFFFFFF}}) {

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "qzxml/values/Conversions.h"
+#include "qzxml/values/OrdinaryFraction.h"
 #include "tests/support/CLocale.h"
 #include "tests/support/CommaLocale.h"
 #include "tests/support/QzTest.h"
@@ -17,6 +18,7 @@
 using QzXmlLib16::CConversions;
 using QzXmlLib16::CQzInvalidValueException;
 using QzXmlLib16::CWhitespaceUtils;
+using QzXmlLib16::detail::WriteShortFraction;
 
 namespace {
 
@@ -261,6 +263,50 @@ TEST(ConversionsReal, WritesOrdinaryFractionsAsPrintfDoes) {
     const auto narrow = static_cast<float>(power);
     expectAsPrintf(static_cast<double>(std::nextafter(narrow, 0.0F)));
     expectAsPrintf(static_cast<double>(std::nextafter(narrow, 1e30F)));
+  }
+}
+
+// The short way for a few places: numbers of a few places, up to three steps beside them, and any
+// of their size. What is read back is the number, whenever it is told.
+TEST(ConversionsReal, WritesFewPlacesAsPrintfDoes) {
+  Random random;
+  int shortOnes = 0;
+  const auto expectAsPrintf = [&shortOnes](double value) {
+    const std::string expected = Printed("%.16g", value);
+    char text[64];
+    double readBack = 0;
+    const char* const end = WriteShortFraction(text, value, &readBack);
+    if (end != nullptr) {
+      ++shortOnes;
+      ASSERT_EQ(expected, std::string(text, static_cast<std::size_t>(end - text)));
+      ASSERT_EQ(value, readBack) << expected;
+      ASSERT_EQ(value, std::strtod(expected.c_str(), nullptr)) << expected;
+    }
+    ASSERT_EQ(expected, CConversions::r8ToString(value));
+  };
+  const auto expectAround = [&](double value) {
+    expectAsPrintf(value);
+    double below = value;
+    double above = value;
+    for (int step = 0; step < 3; ++step) {
+      expectAsPrintf(below = std::nextafter(below, 0));
+      expectAsPrintf(above = std::nextafter(above, 1e9));
+    }
+  };
+  for (int i = 0; i < 40000; ++i) {
+    const auto any = static_cast<double>(random.Next() % 10000000);
+    expectAround(any / 1000);
+    expectAround(any / 1e4);
+    expectAsPrintf(std::ldexp(static_cast<double>(random.Next() >> 11), -40 - i % 24));
+    expectAsPrintf(std::ldexp(static_cast<double>(random.Next() >> 51), -(i % 14)));
+  }
+  for (int i = 1; i <= 10100; ++i) expectAround(i / 1000.0);
+  for (int i = 1; i <= 10100; ++i) expectAround(i);
+  for (int exponent = -14; exponent <= 16; ++exponent) expectAround(std::ldexp(1.0, exponent));
+  EXPECT_GT(shortOnes, 40000);
+  for (const double value : {0.0, -0.0, -1.5, 1e300, -1e300, 5e-324, kNaN, kInfinity, -kInfinity}) {
+    char text[64];
+    EXPECT_EQ(nullptr, WriteShortFraction(text, value, nullptr)) << value;
   }
 }
 
