@@ -14,7 +14,7 @@ set -euo pipefail
 build_programs=(cmake:cmake ninja:ninja-build g++:g++ pkg-config:pkg-config)
 build_libraries=(expat:libexpat1-dev libpcre2-8:libpcre2-dev zlib:zlib1g-dev)
 build_libraries+=(CLI11:libcli11-dev)  # the options of the program qzxml
-test_programs=(python3:python3)
+test_programs=(python3:python3 make:make)  # make: the default of CMake, which a user's project has
 test_libraries=(gtest:libgtest-dev)
 develop_programs=(ccache:ccache clang-format:clang-format clang-tidy:clang-tidy)
 develop_libraries=(benchmark:libbenchmark-dev pugixml:libpugixml-dev)
