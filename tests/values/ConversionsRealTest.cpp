@@ -280,7 +280,7 @@ TEST(ConversionsReal, WritesFewPlacesAsPrintfDoes) {
       ++shortOnes;
       ASSERT_EQ(expected, std::string(text, static_cast<std::size_t>(end - text)));
       ASSERT_EQ(value, readBack) << expected;
-      ASSERT_EQ(value, std::strtod(expected.c_str(), nullptr)) << expected;
+      ASSERT_EQ(value, Strtod(expected)) << expected;
     }
     ASSERT_EQ(expected, CConversions::r8ToString(value));
   };
