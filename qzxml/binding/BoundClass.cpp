@@ -337,7 +337,7 @@ void CBoundClass::ContentToXml(const CParentElementInfo& info, CXmlWriter* write
     detail::CPlannedWriting<detail::CXmlSink> writing(context, *text);
     writing.Content(*plan, *this, optionalChoice);
   } else if (plan != nullptr && ways != nullptr) {
-    detail::CPlannedWriting<detail::CShortWaysSink> writing(context, *writer, *ways);
+    detail::CPlannedWriting<detail::CFastInfosetSink> writing(context, *writer, *ways);
     writing.Content(*plan, *this, optionalChoice);
   } else {
     CTabledClass::ContentToXml(info, writer, context, optionalChoice);

@@ -4,6 +4,8 @@
 #include <string_view>
 
 #include "qzxml/binding/WritePlan.h"
+#include "qzxml/fastinfoset/FastInfosetRun.h"
+#include "qzxml/fastinfoset/FastInfosetRunHost.h"
 #include "qzxml/xml/ShortWays.h"
 #include "qzxml/xml/XmlTextRun.h"
 
@@ -68,35 +70,35 @@ class CXmlSink {
   XmlTextRun m_run;
 };
 
-// A writer with short ways, which is Fast Infoset's. The operations are those of above.
-class CShortWaysSink {
+// Fast Infoset. The operations are those of above. What a run does not do, the short ways of the
+// writer may do, which know how to write a name for the first time, and find room.
+class CFastInfosetSink {
  public:
-  struct Element {};
+  using Element = FastInfosetRun::Element;
   using CChild = CWritePlan::CChild;
   using CAttribute = CWritePlan::CAttribute;
 
-  CShortWaysSink(const CSerializationContext& context, CXmlWriter& writer, CShortWays& ways)
-      : m_context(context), m_writer(writer), m_ways(ways) {}
+  // The ways are those of the writer.
+  CFastInfosetSink(const CSerializationContext& context, CXmlWriter& writer, CShortWays& ways)
+      : m_context(context),
+        m_writer(writer),
+        m_ways(static_cast<FastInfosetRunHost&>(ways)),
+        m_run(m_ways) {}
 
-  void Interrupt() {}
-  void Resume() {}
-  void Finish() {}
+  void Interrupt() { m_run.Interrupt(); }
+  void Resume() { m_run.Resume(); }
+  void Finish() { m_run.Finish(); }
   CXmlWriter& GetWriter() { return m_writer; }
   bool IsLong() const { return true; }
 
-  bool BeginElement(Element&, const XmlTextRun::Name& name) {
-    m_writer.WriteStartElement(name.GetName(), name.GetUri());
-    return true;
-  }
-  void EndElement(Element&) { m_writer.WriteEndElement(); }
+  bool BeginElement(Element& element, const XmlTextRun::Name& name);
+  void EndElement(Element& element);
 
-  bool PutText(const CChild& child, const std::string& text) {
-    return m_ways.PutTextElement(child.name.GetTags(), child.name.GetUri(), text, ItemType_string);
-  }
+  bool PutText(const CChild& child, const std::string& text);
   bool PutValue(const CChild& child, const void* value);
   bool PutAttribute(const CAttribute& attribute, const std::string& text);
   bool PutAttribute(const CAttribute& attribute, const void* value);
-  bool PutOwnText(const CPlannedValue&, const void*) { return false; }
+  bool PutOwnText(const CPlannedValue& text, const void* value);
   template <typename T>
   bool PutValueAs(const CChild& child, const T& value) {
     return PutValue(child, &value);
@@ -107,13 +109,18 @@ class CShortWaysSink {
   }
 
  private:
-  const std::string& GetText(const CPlannedValue& value, const void* found);
+  template <typename Put>
+  bool InShortWay(Put put);
+  bool PutTextInShortWay(const CChild& child, std::string_view text);
+  bool PutTextInShortWay(const CAttribute& attribute, std::string_view text);
+  bool PutValueInShortWay(const CChild& child, const void* value, std::string_view text);
+  bool PutValueInShortWay(const CAttribute& attribute, const void* value);
   bool IsLeftOut(const CAttribute& attribute, std::string_view text) const;
 
   const CSerializationContext& m_context;
   CXmlWriter& m_writer;
-  CShortWays& m_ways;
-  const std::string m_noFormat;
+  FastInfosetRunHost& m_ways;
+  FastInfosetRun m_run;
 };
 
 // ---- XML text, on the path of each value ----

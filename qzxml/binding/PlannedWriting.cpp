@@ -267,6 +267,6 @@ void CPlannedWriting<Sink>::Text(const CPlannedValue& text, const CBoundClass& o
 }
 
 template class CPlannedWriting<CXmlSink>;
-template class CPlannedWriting<CShortWaysSink>;
+template class CPlannedWriting<CFastInfosetSink>;
 
 }  // namespace QzXmlLib16::detail

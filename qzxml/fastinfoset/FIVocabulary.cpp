@@ -5,6 +5,7 @@
 
 #include "qzxml/fastinfoset/FITextIndexesFind.h"
 #include "qzxml/fastinfoset/Messages.h"
+#include "qzxml/fastinfoset/SmallAlphabets.h"
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/xml/ShortText.h"
@@ -64,7 +65,8 @@ CFIVocabulary::CFIVocabulary(ForWriting) {
 }
 
 const std::vector<std::string>& CFIVocabulary::GetAlphabets() {
-  static const std::vector<std::string> alphabets{"0123456789-+.e ", "0123456789-:TZ "};
+  static const std::vector<std::string> alphabets{std::string(detail::kNumericAlphabet),
+                                                  std::string(detail::kDateAndTimeAlphabet)};
   return alphabets;
 }
 

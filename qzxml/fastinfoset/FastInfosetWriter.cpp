@@ -71,7 +71,10 @@ CFastInfosetWriter::~CFastInfosetWriter() {
 void CFastInfosetWriter::WriteHeader(FInfoDecl declaration) {
   QZ_ASSERT(declaration >= 0 && declaration <= 9);
   // A derived class may have operations of its own for what the short ways leave out.
-  if (typeid(*this) == typeid(CFastInfosetWriter)) SetShortWays(this);
+  if (typeid(*this) == typeid(CFastInfosetWriter)) {
+    m_pKnownNames->host = CTableEntry::NewRunHost(*this);
+    SetShortWays(m_pKnownNames->host.get());
+  }
   if (declaration > 0 && declaration <= 9) PutOctets(detail::kFIDeclarations[declaration - 1]);
   for (const unsigned char octet : detail::kFIIdentification) PutOctet(octet);
   if (!m_pOptions->GetUseGeneratedVocabulary()) {
@@ -150,7 +153,7 @@ void CFastInfosetWriter::FlushPendingElement(bool hasAttributes) {
   unsigned byCurrent = hasAttributes ? 0x40 : 0x00;
   context.SetHasAttributes(hasAttributes);
   if (context.GetParent() == nullptr) {
-    if (m_bHasRoot) m_pKnownNames.reset(new detail::CFIKnownNames);
+    if (m_bHasRoot) m_pKnownNames->Forget();
     m_bHasRoot = true;
     PutNamespaceAttributes(byCurrent);
     byCurrent = 0x00;

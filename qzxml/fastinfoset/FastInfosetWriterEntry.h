@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string_view>
 
 #include "qzxml/fastinfoset/FITextIndexesFind.h"
@@ -10,6 +11,10 @@
 #include "qzxml/fastinfoset/FastInfosetWriterForms.h"
 
 namespace QzXmlLib16 {
+
+namespace detail {
+class FastInfosetRunHost;
+}  // namespace detail
 
 // The place of a text in a table: what stands for it there, or what it gets when it is written in
 // full. The text has to live for as long as this.
@@ -27,6 +32,9 @@ class CFastInfosetWriter::CTableEntry {
   // 0 for none.
   std::uint32_t FindIndex() const { return m_bAdd ? m_table.Find(m_text, m_key) : 0; }
 
+  // What the writer is for runs. Here, as what is nested in the writer can see all of it.
+  static std::unique_ptr<detail::FastInfosetRunHost> NewRunHost(CFastInfosetWriter& writer);
+
   bool IsToBeAdded() const { return m_bAdd; }
 
   // Behind FindIndex that gave none. Answers the index; 0 where it has none, and where the table is
@@ -40,6 +48,8 @@ class CFastInfosetWriter::CTableEntry {
   }
 
  private:
+  class CRunHost;
+
   std::string_view m_text;
   CFIVocabulary::CIndexMap& m_table;
   bool m_bAdd;

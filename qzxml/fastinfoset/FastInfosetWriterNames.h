@@ -4,9 +4,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <forward_list>
+#include <memory>
 #include <string>
 #include <string_view>
 
+#include "qzxml/fastinfoset/FastInfosetRunHost.h"
 #include "qzxml/fastinfoset/OctetForms.h"
 #include "qzxml/xml/ShortText.h"
 
@@ -91,6 +93,17 @@ class CFIKnownNames {
     }
     return m_texts[place % m_texts.size()];
   }
+
+  // Behind this no name is known.
+  void Forget() {
+    m_attributes = {};
+    m_elements = {};
+    m_texts = {};
+    m_uris.clear();
+  }
+
+  // For the runs of the writer; null until its document has begun.
+  std::unique_ptr<FastInfosetRunHost> host;
 
   // A copy that lives as long as this. Names that come one after the other mostly share it.
   const std::string* StoreUri(const std::string& uri) {

@@ -316,6 +316,116 @@ TEST(PlannedWriting, AsksAClassThatSomebodyHasDerived) {
   EXPECT_NE(std::string::npos, order->ToXml().find("volume=\"0\""));
 }
 
+namespace {
+
+constexpr const char* kElements[] = {"order", "customer", "name", "note", "card", "tag", "size"};
+constexpr const char* kAttributes[] = {"id", "currency", "version"};
+
+// A vocabulary in which so many entries of each table come before those of an order, or all but
+// those of its attributes.
+CSerializationContext ContextBehind(int entries, const char* alias) {
+  CSerializationContext context;
+  if (*alias == '\0') context.SetDefaultNamespaceURI(kUri);
+  if (*alias != '\0') context.GetNamespaceAliases().Add(alias, kUri);
+  context.GetFIContext().SetUseGeneratedVocabulary(true);
+  CFIVocabulary& vocabulary = *context.GetFIContext().GetVocabulary();
+  for (int i = 0; i < entries; ++i) {
+    const std::string text = "_" + std::to_string(i);
+    vocabulary.AddElement("", "", text);
+    vocabulary.AddAttribute("", "", text);
+    vocabulary.AddElementValue(text);
+    vocabulary.AddAttributeValue(text);
+  }
+  for (const char* name : kElements) vocabulary.AddElement(alias, kUri, name);
+  for (const char* name : kAttributes) vocabulary.AddAttribute("", "", name);
+  return context;
+}
+
+}  // namespace
+
+// Each of the forms of an index, of names and of values, and the steps between them.
+TEST(PlannedWriting, IsTheWalkForAnyIndex) {
+  const CSmartPtr<COrder> order = NewOrder();
+  order->GetItems().Clear();
+  order->SetNote("CHF");
+  order->GetCustomer()->SetName("CHF");
+  for (const int entries :
+       {0,  8,    12,   13,   14,   15,   16,   26,   29,   30,   31,   32,   59,   61,   62,  63,
+        64, 1037, 1039, 1040, 1041, 2074, 2077, 2079, 2080, 2081, 8252, 8254, 8255, 8256, 8257}) {
+    for (const char* alias : {"", "q"}) {
+      CSerializationContext context = ContextBehind(entries, alias);
+      for (const bool suggested : {false, true}) {
+        if (suggested) context.GetFIContext().SetSuggestedValues();
+        ExpectOctetsAsWalked(*order, context);
+        ASSERT_FALSE(HasFatalFailure()) << entries;
+      }
+    }
+  }
+}
+
+// What comes then is written in full each time.
+TEST(PlannedWriting, IsTheWalkWhenATableIsFull) {
+  constexpr int kMost = 0x100000;
+  const CSmartPtr<COrder> order = NewOrder();
+  order->SetNote("CHF");
+  order->GetCustomer()->SetName("CHF");
+  CSerializationContext values;
+  values.GetFIContext().SetUseGeneratedVocabulary(true);
+  CFIVocabulary& ofValues = *values.GetFIContext().GetVocabulary();
+  for (int i = 0; i < kMost; ++i) ofValues.AddElementValue(std::to_string(i) + "_");
+  ExpectOctetsAsWalked(*order, values);
+  CSerializationContext names;
+  names.SetDefaultNamespaceURI(kUri);
+  names.GetFIContext().SetUseGeneratedVocabulary(true);
+  CFIVocabulary& ofNames = *names.GetFIContext().GetVocabulary();
+  for (int i = 0; i < kMost - 4; ++i) ofNames.AddElement("", "", "_" + std::to_string(i));
+  ExpectOctetsAsWalked(*order, names);
+}
+
+// What is written is given on whenever 4096 octets are due, and the room for them may have to grow:
+// at each place of a document.
+TEST(PlannedWriting, IsTheWalkWhereverThePieceEnds) {
+  const CSmartPtr<COrder> order = NewOrder();
+  CSerializationContext context;
+  context.SetDefaultNamespaceURI(kUri);
+  const auto expect = [&](std::size_t size) {
+    order->SetNote(std::string(size, 'n'));
+    order->GetCustomer()->SetName(std::string(size / 3, 'm'));
+    ExpectOctetsAsWalked(*order, context);
+  };
+  for (std::size_t size = 2900; size < 3200 && !HasFatalFailure(); ++size) expect(size);
+  for (std::size_t size = 3700; size < 5300 && !HasFatalFailure(); size += 3) expect(size);
+  for (std::size_t size = 10000; size < 60000 && !HasFatalFailure(); size += 977) expect(size);
+}
+
+// Each of the forms of a length, with a zero byte in the text and without.
+TEST(PlannedWriting, IsTheWalkForEachLengthOfAText) {
+  const CSmartPtr<COrder> order = NewOrder();
+  CWeight weight;
+  weight.SetValue(CDecimal("12.50"));
+  CSerializationContext context;
+  context.SetDefaultNamespaceURI(kUri);
+  context.GetFIContext().SetElementMaxAddLength(20);
+  context.GetFIContext().SetAttributeMaxAddLength(12);
+  for (std::size_t size = 1; size < 330; ++size) {
+    const std::string text(size, static_cast<char>('a' + size % 26));
+    order->SetNote(text);
+    order->GetCustomer()->SetName(text);
+    weight.SetUnit(text);
+    ExpectOctetsAsWalked(*order, context);
+    ExpectOctetsAsWalked(weight, context);
+    for (std::size_t i = 0; i < size && size < 18; ++i) {  // a zero byte
+      std::string cut = text;
+      cut[i] = '\0';
+      order->SetNote(cut);
+      weight.SetUnit(cut);
+      ExpectOctetsAsWalked(*order, context);
+      ExpectOctetsAsWalked(weight, context);
+    }
+    ASSERT_FALSE(HasFatalFailure()) << size;
+  }
+}
+
 // The counts of the instance monitor do not show how a document was written.
 TEST(PlannedWriting, CountsTheElements) {
   const CSmartPtr<COrder> order = NewOrder();

@@ -1,0 +1,176 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <string>
+#include <string_view>
+
+#include "qzxml/fastinfoset/FITextIndexesFind.h"
+#include "qzxml/fastinfoset/FastInfosetContext.h"
+#include "qzxml/fastinfoset/FastInfosetRunHost.h"
+#include "qzxml/fastinfoset/FastInfosetWriterForms.h"
+#include "qzxml/fastinfoset/FastInfosetWriterNames.h"
+#include "qzxml/xml/ShortText.h"
+#include "qzxml/xml/WrittenName.h"
+
+namespace QzXmlLib16::detail {
+
+// Writes many elements into a Fast Infoset writer, whose place in its piece it keeps for itself
+// meanwhile: what is in the piece, and what is open in the writer, is right again behind Interrupt
+// and Finish. As XmlTextRun is for text.
+//
+// The operations that are met for each element are inline in FastInfosetRunPut.h.
+//
+// Each Put... does what the calls of the writer do, or answers false and has changed nothing that
+// could be seen: where there is no room, where a name or a value is not the ordinary one, and where
+// no element is open. Then Interrupt makes the writer ready for its own calls, and Resume goes on
+// behind them.
+//
+// The first octet of an element says whether it has attributes. It is put without that, and gets it
+// with the first attribute; while nothing stands behind it, an interruption takes it back, and the
+// element becomes the writer's pending one.
+class FastInfosetRun {
+ public:
+  // The octets of a number under an algorithm, as many as it has, in the low end of bits; none for
+  // a number that has none under it.
+  struct Octets {
+    std::uint64_t bits;
+    std::uint32_t size;
+  };
+
+  class Element;
+
+  explicit FastInfosetRun(FastInfosetRunHost& host);
+  FastInfosetRun(const FastInfosetRun&) = delete;
+  FastInfosetRun& operator=(const FastInfosetRun&) = delete;
+
+  // ---- The writer's own calls ----
+
+  // Behind this the writer is as it would be without the run.
+  void Interrupt();
+  // The innermost element is the one of before.
+  void Resume();
+  // The last call; the innermost element is the one that was open at first.
+  void Finish() { Interrupt(); }
+
+  // ---- Elements ----
+
+  // Both are always done. The name and the URI have to live until the end.
+  void BeginElement(Element& element, const ElementTags& name, const std::string& uri);
+  void EndElement(Element& element);
+
+  // ---- Values ----
+  // Each is given with its text and its kind. For a printed one, which has no zero byte, octets
+  // answers what it is under an algorithm.
+
+  bool PutTextElement(const ElementTags& name, std::string_view text, ItemType type);
+  template <typename GetOctets>
+  bool PutPrintedElement(const ElementTags& name, std::string_view text, ItemType type,
+                         GetOctets octets);
+  // An attribute in no namespace; its text is not empty.
+  bool PutTextAttribute(const AttributeTag& name, std::string_view text, ItemType type);
+  template <typename GetOctets>
+  bool PutPrintedAttribute(const AttributeTag& name, std::string_view text, ItemType type,
+                           GetOctets octets);
+  // Text of the innermost element, not empty.
+  bool PutOwnText(std::string_view text, ItemType type);
+
+ private:
+  // How far an element is written.
+  enum class State : unsigned char {
+    Pending,     // it is the pending one of the writer
+    Begun,       // the head stands there, and nothing behind it
+    Headed,      // the head says that there are no attributes
+    Attributes,  // the head says that there are some
+    Content,
+  };
+
+  struct Table {
+    CFITextIndexes* texts;
+    std::uint32_t maxAddLength;
+  };
+
+  static constexpr char kTerminator = '\xF0';
+  static constexpr char kTwoTerminators = '\xFF';
+  // What an element takes in front of its name, and the name.
+  static constexpr std::size_t kElementRoom = 2 + CFIKnownNames::kRoom;
+  // A value may be copied in whole steps.
+  static constexpr std::size_t kValueRoom = kFIValueHead + sizeof(std::uint64_t);
+
+  std::size_t GetRoom() const { return static_cast<std::size_t>(m_place.limit - m_place.out); }
+  char* Open(char* out) const;
+  template <typename PutContent>
+  bool PutElement(const ElementTags& name, std::size_t room, PutContent put);
+  template <typename PutContent>
+  bool PutAttribute(const AttributeTag& name, std::size_t room, PutContent put);
+  template <typename Form>
+  char* PutText(char* out, std::string_view text, ItemType type);
+  template <typename Form, typename GetOctets>
+  char* PutPrinted(char* out, std::string_view text, ItemType type, GetOctets octets);
+  template <typename Form>
+  char* PutLiteral(char* out, std::string_view text, CFastInfosetContext::EncodedCharacterString as,
+                   bool add) const;
+  template <typename Form>
+  const Table& GetTable() const;
+  void AddTo(const Table& table, std::string_view text, std::uint64_t key) const {
+    if (table.texts->GetCount() < m_parts.maxEntries) {
+      table.texts->Add(text, key, static_cast<std::uint32_t>(table.texts->GetCount() + 1));
+    }
+  }
+  static bool HasZero(std::string_view text);
+  static char* PutOctets(char* out, const Octets& octets);
+  void FlushWhenDue() {
+    if (m_place.out >= m_place.flush) Flush();
+  }
+  void Flush();
+  void WritePending(bool hasAttributes);
+  void BeginInWriter(Element& element, const ElementTags& name, const std::string& uri);
+  void EndInWriter(const Element& element);
+  const CFIKnownNames::ById* FindName(const ElementTags& name, const std::string& uri);
+  static void Settle(const Element& element);
+
+ public:
+  // An element that is open; not copied, and at its place until its end.
+  class Element {
+   public:
+    Element() = default;
+    Element(const Element&) = delete;
+    Element& operator=(const Element&) = delete;
+
+   private:
+    friend class FastInfosetRun;
+
+    Element* m_outer = nullptr;
+    Element* m_inner = nullptr;  // while that is open
+    const ElementTags* m_name = nullptr;
+    const std::string* m_uri = nullptr;
+    CXmlWriter::CXmlWriterContext* m_context = nullptr;  // the writer's, where it has one
+    State m_state = State::Begun;
+  };
+
+ private:
+  FastInfosetRunHost& m_host;
+  const FastInfosetRunHost::Parts m_parts;
+  const bool m_writesUtf8;  // text as it stands
+  const Table m_attributeValues;
+  const Table m_chunks;
+  FastInfosetRunHost::Place m_place;
+  char* m_head = nullptr;        // of the innermost element, where it has begun
+  std::uint32_t m_elements = 0;  // that had no context, since the last interruption
+  std::uint64_t m_namespaceState = 0;
+  Element m_base;
+  Element* m_innermost;
+};
+
+template <>
+inline const FastInfosetRun::Table& FastInfosetRun::GetTable<CFIAttributeForm>() const {
+  return m_attributeValues;
+}
+template <>
+inline const FastInfosetRun::Table& FastInfosetRun::GetTable<CFIChunkForm>() const {
+  return m_chunks;
+}
+
+}  // namespace QzXmlLib16::detail
