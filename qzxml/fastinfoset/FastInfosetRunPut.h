@@ -8,17 +8,25 @@ namespace QzXmlLib16::detail {
 
 // ---- Values ----
 
+// Not for an empty text. Words may overlap.
 inline bool FastInfosetRun::HasZero(std::string_view text) {
-  std::size_t i = 0;
-  std::uint64_t found = 0;
-  const auto look = [&found](std::uint64_t word) {
-    found |= (word - 0x0101010101010101) & ~word & 0x8080808080808080;
-  };
-  for (; i + 8 <= text.size(); i += 8) look(LoadWord<std::uint64_t>(text.data() + i));
-  for (; i < text.size(); ++i) {
-    if (text[i] == '\0') return true;
+  const char* const bytes = text.data();
+  const std::size_t size = text.size();
+  constexpr std::uint64_t kHighBits = 0x8080808080808080;
+  const auto zeros = [](std::uint64_t word) { return (word - 0x0101010101010101) & ~word; };
+  if (size >= 8) {
+    std::uint64_t found = zeros(LoadWord<std::uint64_t>(bytes + size - 8));
+    for (std::size_t at = 0; at + 8 < size; at += 8) {
+      found |= zeros(LoadWord<std::uint64_t>(bytes + at));
+    }
+    return (found & kHighBits) != 0;
   }
-  return found != 0;
+  if (size >= 4) {
+    const std::uint64_t first = LoadWord<std::uint32_t>(bytes);
+    const std::uint64_t last = LoadWord<std::uint32_t>(bytes + size - 4);
+    return (zeros(first << 32 | last) & kHighBits) != 0;
+  }
+  return bytes[0] == '\0' || bytes[size / 2] == '\0' || bytes[size - 1] == '\0';
 }
 
 inline char* FastInfosetRun::PutOctets(char* out, const Octets& octets) {
