@@ -18,6 +18,7 @@
 #include "qzxml/serialization/ElementInfoAll.h"
 #include "qzxml/serialization/ElementInfoChoice.h"
 #include "qzxml/serialization/ElementInfoSeq.h"
+#include "qzxml/serialization/ElementInfoValues.h"
 #include "qzxml/serialization/Messages.h"
 #include "qzxml/values/ConversionsDetail.h"
 #include "qzxml/values/QzVariant.h"
@@ -239,7 +240,8 @@ class CWildcardAttributeInfo : public CAttributeInfoAny {
   const CMember& m_member;
 };
 
-// A value whose text has to be one of XML Schema's.
+// A value whose text has to be one of XML Schema's. It was held against its type on its way in, and
+// may come as a text of its own (KeepEveryDigit).
 class CValueAttributeInfo : public CAttributeInfoPrimitive {
  public:
   CValueAttributeInfo(const CMember& member, int index)
@@ -256,6 +258,8 @@ class CValueAttributeInfo : public CAttributeInfoPrimitive {
   }
 
  private:
+  ItemType TestValue(const QzVariant& value) const override { return WrittenKind(value, m_kind); }
+
   ItemType m_kind;
 };
 
@@ -454,6 +458,17 @@ void RequireNoChild(const CXmlElement& element) {
                                element.GetXPath());
 }
 
+namespace {
+
+bool IsNilElement(const CXmlElement& element) {
+  for (const CXmlAttribute* const attribute : element.GetAttributeRange()) {
+    if (attribute->IsNilAttribute()) return ReadNil(*attribute) == NilValue_True;
+  }
+  return false;
+}
+
+}  // namespace
+
 void RequireOwnType(const CClassBinding& binding, const CXmlElement& element) {
   const CTypeOfElement type(element);
   if (type.name.empty()) return;
@@ -463,7 +478,7 @@ void RequireOwnType(const CClassBinding& binding, const CXmlElement& element) {
   const bool isNameless = *traits.typeName == '\0' && binding.GetMemberCount() > 0;
   const CMember* const first = isNameless ? &binding.GetMember(0) : nullptr;
   if (isNameless && first->form == MemberForm::Text) {
-    return RequireSimpleType(*first, element, false);
+    return RequireSimpleType(*first, element, traits.isNillable && IsNilElement(element));
   }
   if (isNameless && first->form == MemberForm::AnyAttribute && binding.GetMemberCount() == 3)
     return;

@@ -133,20 +133,22 @@ enum class MemberForm : unsigned char {
 //                     &NewObjectCol<CLink>)};
 struct CMember {
   MemberForm form = MemberForm::Attribute;
+  bool isFixed = false;          // defaultValue is the only value
+  bool isNillable = false;       // a value that is not set stands for nil, if it is mandatory
+  bool isOwnTypeOnly = false;    // an xsi:type of a value may name no other type than its own
+  bool requiresContent = false;  // a group that takes at least one element
+  COccurs occurs = Once;
   const char* name = "";          // local name; of a wildcard "AnyElement", of a group its name
   const char* namespaceUri = "";  // of a wildcard, the target namespace that its rule refers to
-  COccurs occurs = Once;
   CProperty property;
 
   const CSimpleTypeInfo* type = nullptr;           // of values
+  const CNamedSimpleType* namedTypes = nullptr;    // of its family; null for a type without one
   ClassFactory newObject = nullptr;                // of objects and groups
   AbstractClassFactory newObjectByType = nullptr;  // of objects whose class xsi:type tells
   CollectionFactory newCollection = nullptr;       // of what may stand more than once
   const char* defaultValue = nullptr;  // in lexical form; null for none. Empty elements take it
   const char* wildcard = nullptr;      // the namespaces that a wildcard takes, as in the schema
-  bool isFixed = false;                // defaultValue is the only value
-  bool isNillable = false;             // a value that is not set stands for nil, if it is mandatory
-  bool requiresContent = false;        // a group that takes at least one element
 
   // --- The same member with one thing changed.
   constexpr CMember WithDefault(const char* text) const {
@@ -162,6 +164,11 @@ struct CMember {
   constexpr CMember Nillable() const {
     CMember changed = *this;
     changed.isNillable = true;
+    return changed;
+  }
+  constexpr CMember OwnTypeOnly() const {
+    CMember changed = *this;
+    changed.isOwnTypeOnly = true;
     return changed;
   }
   constexpr CMember ByType(AbstractClassFactory factory) const {
@@ -242,6 +249,12 @@ constexpr CMember Text(CProperty property, const CSimpleTypeInfo& type) {
   return member;
 }
 
+constexpr CMember Text(CProperty property, const CSimpleTypeFamily& family) {
+  CMember member = Text(property, family.type);
+  member.namedTypes = family.named;
+  return member;
+}
+
 // newCollection where it may stand more than once.
 constexpr CMember ValueElement(const char* name, const char* namespaceUri, COccurs occurs,
                                CProperty property, const CSimpleTypeInfo& type,
@@ -249,6 +262,14 @@ constexpr CMember ValueElement(const char* name, const char* namespaceUri, COccu
   CMember member = detail::MakeMember(MemberForm::Value, name, namespaceUri, occurs, property);
   member.type = &type;
   member.newCollection = newCollection;
+  return member;
+}
+
+constexpr CMember ValueElement(const char* name, const char* namespaceUri, COccurs occurs,
+                               CProperty property, const CSimpleTypeFamily& family,
+                               CollectionFactory newCollection = nullptr) {
+  CMember member = ValueElement(name, namespaceUri, occurs, property, family.type, newCollection);
+  member.namedTypes = family.named;
   return member;
 }
 

@@ -15,6 +15,7 @@
 #include "qzxml/values/QzVariant.h"
 #include "qzxml/xml/XmlAttribute.h"
 #include "qzxml/xml/XmlElement.h"
+#include "qzxml/xml/XmlNamespaces.h"
 
 namespace QzXmlLib16 {
 namespace detail {
@@ -67,6 +68,28 @@ LexicalType GetLexicalType(ItemType kind) {
   }
 }
 
+// The type that a name stands for where the member is; null for one that cannot stand there.
+const CSimpleTypeInfo* FindNamedType(const CMember& member, const CTypeOfElement& type) {
+  const CNamedSimpleType* const named = member.namedTypes;
+  for (const CNamedSimpleType* row = named; row != nullptr && row->name != nullptr; ++row) {
+    if (type.IsNamed(row->namespaceUri, row->name)) return row->type;
+    if (member.isOwnTypeOnly) break;
+  }
+  if (!type.IsNamed(kXmlSchemaNamespace, type.name)) return nullptr;
+  const CSimpleTypeInfo* const builtIn = FindBuiltInType(kXmlSchemaNamespace, type.name);
+  if (builtIn == nullptr || builtIn == member.type) return builtIn;
+  if (member.isOwnTypeOnly) return nullptr;
+  if (IsBuiltInDerived(*builtIn, *member.type)) return builtIn;
+  for (const CNamedSimpleType* row = named; row != nullptr && row->name != nullptr; ++row) {
+    if (IsBuiltInDerived(*builtIn, *row->type)) return builtIn;
+  }
+  return nullptr;
+}
+
+bool IsTextOf(const CSimpleTypeInfo& type, std::string_view text) {
+  return (type.IsEnumeration() || IsLexicalForm(type.GetKind(), text)) && type.Accepts(text);
+}
+
 }  // namespace
 
 bool IsLexicalForm(ItemType kind, std::string_view text) {
@@ -85,15 +108,14 @@ void RequireLexicalForm(ItemType kind, std::string_view text) {
 void RequireSimpleType(const CMember& member, const CXmlElement& element, bool isNil) {
   const CTypeOfElement type(element);
   if (type.name.empty()) return;
-  const CSimpleTypeInfo* const named = FindBuiltInType(type.namespaceUri, type.name);
-  if (named == nullptr || !IsBuiltInDerived(*named, *member.type)) {
-    ThrowUnsuitableType(type.name, element);
-  }
-  const std::string_view text = element.GetTextView();
-  if (!isNil && named != member.type && !named->Accepts(text)) {
-    throw CQzException(
-        FormatString(Messages::kInvalidTextValue, member.name, std::string(text).c_str()));
-  }
+  const CSimpleTypeInfo* const named = FindNamedType(member, type);
+  if (named == nullptr) ThrowUnsuitableType(type.name, element);
+  if (isNil || named == member.type) return;
+  std::string_view text = element.GetTextView();
+  if (text.empty() && member.defaultValue != nullptr) text = member.defaultValue;
+  if (IsTextOf(*named, text)) return;
+  throw CQzException(FormatString(Messages::kInvalidTextValue, element.GetLocalName().c_str(),
+                                  std::string(text).c_str()));
 }
 
 void RequireSimpleElement(const CMember& member, const CSerializationContext& context,

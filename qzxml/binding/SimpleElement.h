@@ -21,8 +21,10 @@ bool IsLexicalForm(ItemType kind, std::string_view text);
 void RequireLexicalForm(ItemType kind, std::string_view text);
 
 // Throws CQzValidationException "The type [%s] that xsi:type names cannot stand in the element
-// [%s]." unless the element's xsi:type is the member's type, or derived from it and the text, which
-// a nil element has not, is one of it. Built-in types are the ones that are known here.
+// [%s]." unless the element's xsi:type is the member's type or, where the member takes others,
+// derived from it: one of the member's named types, or a built-in one. Throws CQzException "Invalid
+// Value for %s [%s]." for a text that is none of the type named; an empty one stands for the
+// member's default, and a nil element has none.
 void RequireSimpleType(const CMember& member, const CXmlElement& element, bool isNil);
 
 // Throws CQzValidationException for an element of simple type with a child, unless unknown elements

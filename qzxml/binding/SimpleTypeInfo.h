@@ -176,4 +176,29 @@ class QZXML_API CSimpleTypeInfo {
   mutable std::atomic<const CPrimitiveRestrictions*> m_restrictions{nullptr};
 };
 
+// A simple type by the name that an xsi:type has for it.
+struct CNamedSimpleType {
+  const char* namespaceUri;
+  const char* name;  // null behind the last one of an array
+  const CSimpleTypeInfo* type;
+};
+
+// The type that a schema declares for an element, and those of the schema that an xsi:type may name
+// there instead: its own name first, if it has one there, then what is validly derived from it and
+// the built-in types that a union has among its members. Types that are derived from built-in ones
+// by XML Schema itself are known to the library and stand in no array.
+//
+//   const CNamedSimpleType kSku_Named[] = {
+//       {kNamespace, "Sku", &kSku}, {kNamespace, "ShortSku", &kShortSku}, {}};
+//   inline constexpr CSimpleTypeFamily kSku_Types{kSku, kSku_Named};
+//
+// Source: XML Schema 1.0 part 1, section 3.14.6, Type Derivation OK (Simple).
+struct CSimpleTypeFamily {
+  constexpr CSimpleTypeFamily(const CSimpleTypeInfo& itsType, const CNamedSimpleType* itsNamed)
+      : type(itsType), named(itsNamed) {}
+
+  const CSimpleTypeInfo& type;
+  const CNamedSimpleType* named;
+};
+
 }  // namespace QzXmlLib16

@@ -3,7 +3,6 @@
 #include <string>
 #include <string_view>
 
-#include "qzxml/serialization/ClassfactoryBase.h"
 #include "qzxml/xml/XmlDocument.h"
 #include "qzxml/xml/XmlElement.h"
 #include "qzxml/xml/XmlNamespaces.h"
@@ -11,14 +10,11 @@
 namespace QzXmlLib16 {
 namespace detail {
 
-// What the xsi:type of an element names.
-class CTypeOfElement : private CClassfactoryBase {
+// What the xsi:type of an element names, with the white space around it taken away.
+class CTypeOfElement {
  public:
   explicit CTypeOfElement(const CXmlElement& element)
-      : name(GetElementType(const_cast<CXmlElement*>(&element))),
-        namespaceUri(GetElementTypeNamespaceUri(const_cast<CXmlElement*>(&element))),
-        m_isPlain(!name.empty() && GetXsiType(element).find(':') == std::string::npos),
-        m_document(*element.GetDocument()) {}
+      : CTypeOfElement(element, Trim(element.GetAttribute("type", kXmlSchemaInstanceNamespace))) {}
 
   // Without a prefix the type may be in the namespace of the element or in the default namespace;
   // the library knows it as one of the element's.
@@ -32,8 +28,27 @@ class CTypeOfElement : private CClassfactoryBase {
   const std::string namespaceUri;
 
  private:
-  static const std::string& GetXsiType(const CXmlElement& element) {
-    return element.GetAttribute("type", kXmlSchemaInstanceNamespace);
+  CTypeOfElement(const CXmlElement& element, std::string_view type)
+      : name(type.substr(type.find(':') + 1)),
+        namespaceUri(NamespaceOf(element, type)),
+        m_isPlain(!type.empty() && type.find(':') == type.npos),
+        m_document(*element.GetDocument()) {}
+
+  static std::string_view Trim(std::string_view text) {
+    constexpr char kWhitespace[] = " \t\r\n";
+    const std::size_t first = text.find_first_not_of(kWhitespace);
+    if (first == text.npos) return {};
+    return text.substr(first, text.find_last_not_of(kWhitespace) - first + 1);
+  }
+
+  // Meant: a prefix that is not declared stands for the namespace of the element, as it does in
+  // CClassfactoryBase.
+  static std::string NamespaceOf(const CXmlElement& element, std::string_view type) {
+    const std::size_t colon = type.find(':');
+    if (colon == type.npos) return element.GetNamespaceURI();
+    const std::string prefix(type.substr(0, colon));
+    const std::string& uri = element.GetDocument()->LookupNamespaceFromAlias(prefix.c_str());
+    return uri.empty() ? element.GetNamespaceURI() : uri;
   }
 
   bool m_isPlain;  // without a prefix

@@ -142,9 +142,7 @@ inline bool CAttributeInfoPrimitive::PlainValueToXml(const QzVariant& value,
                                                            CXmlWriter* writer) const {
   const std::string& text = TextOf(value, m_strFormatOverride, writer->GetScratch().text);
   if (IsOmittedDefault(context, text)) return;
-  CheckFacets(value);
-  writer->WriteAttribute(m_strAttributeName, m_strAttributeNamespace, text,
-                         WrittenKind(value, m_itemType));
+  writer->WriteAttribute(m_strAttributeName, m_strAttributeNamespace, text, TestValue(value));
 }
 
 bool CAttributeInfoPrimitive::AttributeFromXml(const CSerializationContext&,
@@ -165,9 +163,13 @@ void CAttributeInfoPrimitive::Validate(const CSerializationContext&, bool found)
 void CAttributeInfoPrimitive::CheckRestriction(QzVariant value) const { CheckFacets(value); }
 
 void CAttributeInfoPrimitive::CheckFacets(const QzVariant& value) const {
-  if (m_bPassesItsKind && WrittenKind(value, m_itemType) == m_itemType) return;
-  if (IsDurationAsText(value, m_itemType)) return;
+  if (m_bPassesItsKind && value.GetTypeAsEnum() == m_itemType) return;
   CheckPrimitiveRestriction(m_strAttributeName.c_str(), value, m_itemType, m_restrictions);
+}
+
+ItemType CAttributeInfoPrimitive::TestValue(const QzVariant& value) const {
+  CheckFacets(value);
+  return value.GetTypeAsEnum();
 }
 
 // --- Enumerations

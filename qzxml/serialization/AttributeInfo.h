@@ -121,6 +121,10 @@ class QZXML_API CAttributeInfoPrimitive : public CAttributeInfo {
   // Throws what the facet test throws.
   void CheckRestriction(QzVariant value) const;
 
+ protected:
+  // The facet test of a value that is about to be written, and the kind that it is written as.
+  virtual ItemType TestValue(const QzVariant& value) const;
+
  private:
   bool PlainValueToXml(const QzVariant& value, CXmlWriter* writer) const;
   void ValueToXml(const CSerializationContext& context, const QzVariant& value,

@@ -200,10 +200,11 @@ inline bool CElementInfo::PlainValueToXml(const QzVariant& value, CXmlWriter* wr
   if (value.IsNil()) return CElementInfoValues::NilToXml(*this, writer);
   const std::string& text = TextOf(value, m_strFormatOverride, writer->GetScratch().text);
   const bool isDefault = CElementInfoValues::IsDefault(*this, text);
+  // What has rules was held against them on its way in, and may come as a text of its own.
+  const bool hasRules = m_pRules != nullptr;
+  const ItemType kind = hasRules ? WrittenKind(value, m_itemType) : value.GetTypeAsEnum();
   // Meant: a default is written even if it breaks a facet.
-  const ItemType kind = WrittenKind(value, m_itemType);
-  const bool passes =
-      isDefault || (m_bPassesItsKind && kind == m_itemType) || IsDurationAsText(value, m_itemType);
+  const bool passes = isDefault || hasRules || (m_bPassesItsKind && kind == m_itemType);
   if (!passes) CheckRestriction(value);
   writer->WriteTextElement(m_tags, m_strElementNamespace, text, kind, isDefault);
   return true;

@@ -44,19 +44,12 @@ void ReadValue(QzVariant& value, std::string_view text, ItemType type,
 // Whether the facet test lets every value of a kind pass, so that it need not be made.
 bool PassesEveryValue(ItemType type, const CPrimitiveRestrictions& restrictions);
 
-// The kind that a member's value is checked and written as: that of the variant, but that of the
-// member for a real that travels as its text, as it does where the kind's own text has too few
-// digits.
+// The kind that a value of a bound class is written as: that of the variant, but that of the member
+// for a real that travels as its text, as it does where the kind's own text has too few digits.
 inline ItemType WrittenKind(const QzVariant& value, ItemType itemType) {
   const ItemType kind = value.GetTypeAsEnum();
   const bool isReal = itemType == QzXmlLib16::ItemType_r4 || itemType == QzXmlLib16::ItemType_r8;
   return isReal && kind == QzXmlLib16::ItemType_string ? itemType : kind;
-}
-
-// Whether a duration comes as a text already, which whoever made it has checked.
-inline bool IsDurationAsText(const QzVariant& value, ItemType itemType) {
-  return itemType == QzXmlLib16::ItemType_duration &&
-         value.GetTypeAsEnum() == QzXmlLib16::ItemType_string;
 }
 
 // Static steps on a member that is given first.

@@ -33,6 +33,15 @@ const CSimpleTypeInfo kBounded(ItemType_i4, kCollapse,
 const CSimpleTypeInfo kOpen(ItemType_i4, kCollapse, Facets().MinExclusive("-1").MaxExclusive("10"));
 const CSimpleTypeInfo kLarge(ItemType_ui8, kCollapse,
                              Facets().MinInclusive("3").MaxInclusive("18446744073709551614"));
+const CTextRules kShortCodeRules = CTextRules(XsdType_token).Patterns(kCodePatterns).MaxLength(5);
+const CSimpleTypeInfo kShortCode(ItemType_string, kCollapse, kShortCodeRules);
+const CSimpleTypeInfo kFew(ItemType_i4, kCollapse, Facets().MinInclusive("1").MaxInclusive("3"));
+const CNamedSimpleType kCode_Named[] = {
+    {kNamespace, "Code", &kCode}, {kNamespace, "ShortCode", &kShortCode}, {}};
+const CNamedSimpleType kBounded_Named[] = {
+    {kNamespace, "Bounded", &kBounded}, {kNamespace, "Few", &kFew}, {}};
+constexpr CSimpleTypeFamily kCode_Types{kCode, kCode_Named};
+constexpr CSimpleTypeFamily kBounded_Types{kBounded, kBounded_Named};
 const CTextRules kDigitRules = CTextRules(XsdType_int).TotalDigits(2);
 const CSimpleTypeInfo kDigits(ItemType_i4, kCollapse, kDigitRules);
 const CSimpleTypeInfo kPrice(ItemType_decimal, kCollapse,
@@ -78,7 +87,7 @@ const CMember CKinds::s_members[] = {
     OptionalAttribute("flag", "", &CKinds::m_aFlag, kXsdBoolean).WithFixed("true"),
     ValueElement("string", kNamespace, Optional, &CKinds::m_string, kXsdString),
     ValueElement("token", kNamespace, Once, &CKinds::m_token, kXsdToken),
-    ValueElement("coded", kNamespace, Optional, &CKinds::m_coded, kCode),
+    ValueElement("coded", kNamespace, Optional, &CKinds::m_coded, kCode_Types),
     ValueElement("patterned", kNamespace, Optional, &CKinds::m_patterned, kPatterned),
     ValueElement("year", kNamespace, Optional, &CKinds::m_year, kXsdGYear),
     ValueElement("boolean", kNamespace, Optional, &CKinds::m_boolean, kXsdBoolean),
@@ -91,7 +100,7 @@ const CMember CKinds::s_members[] = {
                  kXsdUnsignedShort),
     ValueElement("unsignedInt", kNamespace, Optional, &CKinds::m_unsignedInt, kXsdUnsignedInt),
     ValueElement("unsignedLong", kNamespace, Optional, &CKinds::m_unsignedLong, kXsdUnsignedLong),
-    ValueElement("bounded", kNamespace, Optional, &CKinds::m_bounded, kBounded),
+    ValueElement("bounded", kNamespace, Optional, &CKinds::m_bounded, kBounded_Types),
     ValueElement("open", kNamespace, Optional, &CKinds::m_open, kOpen),
     ValueElement("large", kNamespace, Optional, &CKinds::m_large, kLarge),
     ValueElement("digits", kNamespace, Optional, &CKinds::m_digits, kDigits),
@@ -119,7 +128,7 @@ const CMember CKinds::s_members[] = {
     ObjectElement("remark", kNamespace, Optional, &CKinds::m_remark, &NewObject<CRemark>),
     ObjectElement("part", kNamespace, Repeated(0, 2), &CKinds::m_amounts, &NewObject<CAmount>,
                   &NewObjectCol<CAmount>),
-    ValueElement("number", kNamespace, Repeated(1), &CKinds::m_numbers, kBounded,
+    ValueElement("number", kNamespace, Repeated(1), &CKinds::m_numbers, kBounded_Types,
                  &NewValueCol<ItemType_i4>),
     ValueElement("day", kNamespace, Repeated(), &CKinds::m_dates, kXsdDate,
                  &NewValueCol<ItemType_date>),

@@ -179,7 +179,8 @@ std::vector<Change> ChangesAt(const Node& at) {
       node.attributes.push_back({"nil", kInstance, value});
     });
   }
-  for (const char* const value : {"Book", "x"}) {
+  for (const char* const value :
+       {"Book", "x", "Code", "ShortCode", "Bounded", "Few", " Few ", "int"}) {
     changes.push_back([value](Node& node) {
       node.attributes.push_back({"type", kInstance, value});
     });

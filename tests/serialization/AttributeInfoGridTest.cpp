@@ -351,6 +351,32 @@ TEST(AttributeInfoGrid, FacetsAreTestedOnWritingEvenOfADefault) {
   }
 }
 
+// Meant: as with elements, the kind of the member decides which facets are tested.
+TEST(AttributeInfoGrid, TextInThePlaceOfAValueIsTestedAsAValueOfTheKind) {
+  const struct {
+    ItemType type;
+    const char* text;
+    const char* least;
+    const char* condition;
+    const char* failure;
+  } cases[] = {
+      {ItemType_duration, "P2D", "P1D", "m_type == ItemType_duration", "Invalid Value for a [P]."},
+      {ItemType_r8, "0.75", "0.5", "m_type == ItemType_r8", "Invalid Value for a [0.000000]"},
+  };
+  for (const auto& c : cases) {
+    Options options = OfType(c.type);
+    options.restrictions =
+        CPrimitiveRestrictions(nullptr, -1, -1, c.least, nullptr, nullptr, nullptr, -1, -1, -1);
+    COne one(Primitive("a", 0, options));
+    one.object()[0].SetString(c.text);
+#if defined(QZXML_ASSERTIONS)
+    EXPECT_QZ_ASSERT(c.condition, one.Write());
+#else
+    EXPECT_EQ(kNotWritten + std::string(c.failure), one.Write());
+#endif
+  }
+}
+
 TEST(AttributeInfoGrid, TextIsReadByTheWhitespaceRule) {
   struct Case {
     int rule;

@@ -273,3 +273,33 @@ TEST(ElementInfoSeqPrim, FailuresOfWritingReachTheCallerWithTheNameOfTheElement)
                        "Failed to convert the element [order] to XML\nInvalid Value for a [9]", "",
                        Text(*object));
 }
+
+// Meant: the kind of the member decides which facets are tested, whatever its property answers; a
+// text in the place of a duration or a real is the empty value to them.
+TEST(ElementInfoSeqPrim, TextInThePlaceOfAValueIsTestedAsAValueOfTheKind) {
+  const struct {
+    ItemType type;
+    const char* text;
+    const char* least;
+    const char* condition;
+    const char* failure;
+  } cases[] = {
+      {ItemType_duration, "P2D", "P1D", "m_type == ItemType_duration",
+       "CQzException: Invalid Value for a [P]."},
+      {ItemType_r8, "0.75", "0.5", "m_type == ItemType_r8",
+       "CQzException: Invalid Value for a [0.000000]"},
+  };
+  for (const Occurrence& member : kBoth) {
+    for (const auto& c : cases) {
+      PrimOptions options = OfType(c.type);
+      options.restrictions = MinInclusive(c.least);
+      CTrial trial(member.make(options), Unset::Value);
+      trial.value().SetString(c.text);
+#if defined(QZXML_ASSERTIONS)
+      EXPECT_QZ_ASSERT(c.condition, trial.GiveOrThrow());
+#else
+      EXPECT_EQ(c.failure, trial.Give()) << member.name;
+#endif
+    }
+  }
+}

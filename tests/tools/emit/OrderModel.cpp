@@ -78,6 +78,23 @@ BoundMember Object(const char* name, const char* xmlName, std::int32_t minOccurs
   return member;
 }
 
+// The types that an xsi:type may name for the type, which members with it get.
+void AddFamily(BoundNamespace& where, const BoundSimpleType* declared,
+               std::vector<BoundSimpleFamily::Named> names) {
+  where.families.push_back(std::make_unique<BoundSimpleFamily>());
+  BoundSimpleFamily& made = *where.families.back();
+  made.where = &where;
+  made.declared = declared;
+  made.types = declared->constant + "_Types";
+  made.named = declared->constant + "_Named";
+  made.names = std::move(names);
+  for (const auto& boundClass : where.classes) {
+    for (BoundMember& member : boundClass->members) {
+      if (member.form == BoundForm::Value && member.simple == declared) member.family = &made;
+    }
+  }
+}
+
 }  // namespace
 
 OrderModel::OrderModel() {
@@ -174,6 +191,13 @@ OrderModel::OrderModel() {
   usAddress->base = address;
   usAddress->basePropertyCount = 4;
   usAddress->members = {Value("Zip", "zip", 1, 1, xsInt)};
+
+  const BoundSimpleFamily::Named skuName = {{kUri, "Sku"}, skuType};
+  const BoundSimpleFamily::Named quantityName = {{kUri, "Quantity"}, quantity};
+  AddFamily(orders, skuType, {skuName});
+  AddFamily(orders, quantity, {quantityName});
+  AddFamily(orders, decimal, {quantityName});
+  AddFamily(orders, string, {{{kUri, "Currency"}, currency}, skuName});
 
   orders.roots.push_back({"order", kUri, order, false, "What a shop is sent."});
 }

@@ -203,5 +203,106 @@ TEST(SimpleTypes, BuiltInTypesInUseAreTheLibrarysConstants) {
   EXPECT_EQ("std::string", model.builtIns[2]->cppType);
 }
 
+// "Sku ShortSku xs:date" of a member: the names that an xsi:type may have in its element, each with
+// the constant that holds the value then, and "own" where no other type than its own may be named.
+std::string DescribeNames(const BoundMember& member) {
+  std::string text = member.isOwnTypeOnly ? "own" : "";
+  if (member.family == nullptr) return text;
+  for (const BoundSimpleFamily::Named& named : member.family->names) {
+    const bool isBuiltIn = named.name.namespaceUri == "http://www.w3.org/2001/XMLSchema";
+    text += text.empty() ? "" : " ";
+    text += (isBuiltIn                            ? "xs:"
+             : named.name.namespaceUri == "urn:o" ? "o:"
+                                                  : "") +
+            named.name.localName + "=" + named.type->constant;
+  }
+  return text;
+}
+
+constexpr char kNamedTypes[] =
+    "<xs:simpleType name='A'><xs:restriction base='xs:int'/></xs:simpleType>"
+    "<xs:simpleType name='B'><xs:restriction base='t:A'/></xs:simpleType>"
+    "<xs:simpleType name='C'><xs:restriction base='t:B'/></xs:simpleType>"
+    "<xs:simpleType name='W'><xs:restriction base='xs:token'/></xs:simpleType>"
+    "<xs:simpleType name='E'><xs:restriction base='xs:string'><xs:enumeration value='x'/>"
+    "</xs:restriction></xs:simpleType>"
+    "<xs:simpleType name='F'><xs:restriction base='t:E'/></xs:simpleType>"
+    "<xs:simpleType name='U'><xs:union memberTypes='t:B xs:date'/></xs:simpleType>"
+    "<xs:simpleType name='V'><xs:restriction base='t:U'><xs:pattern value='.*'/>"
+    "</xs:restriction></xs:simpleType>"
+    "<xs:simpleType name='L'><xs:list itemType='t:A'/></xs:simpleType>";
+
+TEST(SimpleTypes, ElementsKnowTheNamesThatAnXsiTypeMayHave) {
+  const struct {
+    const char* declared;  // attributes and content of the element
+    const char* names;
+  } cases[] = {
+      {" type='t:A'/>", "A=kA B=kB C=kC"},
+      {" type='t:B'/>", "B=kB C=kC"},
+      {" type='t:C'/>", "C=kC"},
+      {" type='xs:int'/>", "A=kA B=kB C=kC"},
+      {" type='xs:short'/>", ""},
+      {" type='xs:decimal'/>", "A=kA B=kB C=kC"},
+      {" type='xs:string'/>", "W=kW E=kE F=kE"},
+      {" type='xs:normalizedString'/>", "W=kW"},
+      {" type='t:E'/>", "E=kE F=kE"},
+      {" type='t:F'/>", "F=kE"},
+      {" type='t:U'/>", "U=kU xs:date=kXsdDate B=kB C=kC V=kV"},
+      {" type='t:V'/>", "V=kV xs:date=kXsdDate B=kB C=kC"},
+      {" type='t:L'/>", "L=kL"},
+      {" type='xs:anySimpleType'/>", "A=kA B=kB C=kC W=kW E=kE F=kE U=kU V=kV L=kL"},
+      {"><xs:simpleType><xs:restriction base='t:A'/></xs:simpleType></xs:element>", ""},
+      {"><xs:simpleType><xs:union memberTypes='t:W xs:int'/></xs:simpleType></xs:element>",
+       "xs:int=kXsdInt A=kA B=kB C=kC W=kW"},
+      {" type='t:A' block='restriction'/>", "own A=kA B=kB C=kC"},
+      {" type='t:A' block='extension'/>", "A=kA B=kB C=kC"},
+      {" type='t:C' block='#all'/>", "C=kC"},
+      {" type='xs:int' block='restriction'/>", "own"},
+      {" type='xs:date' block='restriction'/>", ""},
+  };
+  for (const auto& c : cases) {
+    CSchemaTrial trial;
+    trial.AddSchema(std::string(kNamedTypes) +
+                    "<xs:complexType name='T'><xs:sequence><xs:element name='e'" + c.declared +
+                    "</xs:sequence></xs:complexType>");
+    const BoundClass* const bound = FindClass(trial.Bind(), "CT");
+    ASSERT_NE(nullptr, bound);
+    EXPECT_EQ(c.names, DescribeNames(bound->members.at(0))) << c.declared;
+  }
+}
+
+TEST(SimpleTypes, AttributesAndTheTextOfComplexTypesHaveNoNames) {
+  CSchemaTrial trial;
+  trial.AddSchema(std::string(kNamedTypes) +
+                  "<xs:complexType name='T'><xs:simpleContent><xs:extension base='t:A'>"
+                  "<xs:attribute name='a' type='t:A'/></xs:extension></xs:simpleContent>"
+                  "</xs:complexType><xs:element name='r' type='t:A'/>");
+  const Model& model = trial.Bind();
+  const BoundClass* const complex = FindClass(model, "CT");
+  const BoundClass* const root = FindClass(model, "CR");
+  ASSERT_TRUE(complex != nullptr && root != nullptr);
+  for (const BoundMember& member : complex->members) EXPECT_EQ("", DescribeNames(member));
+  EXPECT_EQ("A=kA B=kB C=kC", DescribeNames(root->members.at(0)));
+}
+
+TEST(SimpleTypes, TypesOfOtherNamespacesAreNamedToo) {
+  CSchemaTrial trial;
+  trial.Add("a.xsd",
+            "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema' xmlns:o='urn:o'"
+            " targetNamespace='urn:t'><xs:import namespace='urn:o' schemaLocation='o.xsd'/>"
+            "<xs:complexType name='T'><xs:sequence><xs:element name='e' type='xs:int'/>"
+            "<xs:element name='f' type='o:A'/></xs:sequence></xs:complexType>"
+            "<xs:simpleType name='B'><xs:restriction base='o:A'/></xs:simpleType></xs:schema>");
+  trial.Add("o.xsd",
+            "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema' targetNamespace='urn:o'>"
+            "<xs:simpleType name='A'><xs:restriction base='xs:int'/></xs:simpleType>"
+            "</xs:schema>");
+  const BoundClass* const bound = FindClass(trial.Bind(), "CT");
+  ASSERT_NE(nullptr, bound);
+  EXPECT_EQ("o:A=kA B=kB", DescribeNames(bound->members.at(1)));
+  EXPECT_EQ("o:A=kA B=kB", DescribeNames(bound->members.at(0)));
+  EXPECT_EQ("urn:o", bound->members.at(1).family->where->uri);
+}
+
 }  // namespace
 }  // namespace qzxml::generator::tests

@@ -65,10 +65,9 @@ class CMemberText {
       case BoundForm::AnyAttribute:
         return {Uri(), Literal(m_member.wildcard), m_property};
       case BoundForm::Text:
-        return {m_property, m_scope.Constant(*m_member.simple)};
+        return {m_property, Simple()};
       case BoundForm::Value:
-        return WithCollection(
-            {Name(), Uri(), Occurs(), m_property, m_scope.Constant(*m_member.simple)});
+        return WithCollection({Name(), Uri(), Occurs(), m_property, Simple()});
       case BoundForm::Object:
         return WithCollection({Name(), Uri(), Occurs(), m_property, NewObject()});
       case BoundForm::Group:
@@ -97,6 +96,7 @@ class CMemberText {
       links.push_back(".InCollection()");
     }
     if (m_member.IsProhibited()) links.push_back(".Prohibited()");
+    if (m_member.isOwnTypeOnly) links.push_back(".OwnTypeOnly()");
     if (m_member.isNillable) links.push_back(".Nillable()");
     if (m_member.requiresContent) links.push_back(".RequiresContent()");
     return links;
@@ -105,6 +105,11 @@ class CMemberText {
   std::string Name() const { return Literal(m_member.xmlName); }
   std::string Uri() const { return m_scope.Uri(m_member.xmlNamespace); }
   std::string Occurs() const { return generator::Occurs(m_scope, m_member); }
+
+  std::string Simple() const {
+    return m_member.family != nullptr ? m_scope.Family(*m_member.family)
+                                      : m_scope.Constant(*m_member.simple);
+  }
 
   std::string NewObject() const {
     const BoundClass& objectClass = *m_member.objectClass;

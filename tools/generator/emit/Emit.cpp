@@ -66,17 +66,27 @@ std::string WriteEnumerationsHeader(const BoundNamespace& where, const std::stri
   });
 }
 
-std::string WriteSimpleTypesHeader(const BoundNamespace& where, const std::string& firstLine) {
-  return WriteHeader(
-      where, firstLine, {"qzxml/binding/SimpleTypeInfo.h"}, [&](CCodeWriter& writer) {
-        for (const auto& type : where.simpleTypes) {
-          if (!type->documentation.empty()) {
-            writer.Gap();
-            writer.Comment(type->documentation);
-          }
-          writer.Line("extern const QzXmlLib16::CSimpleTypeInfo " + type->constant + ";");
-        }
-      });
+std::string WriteSimpleTypesHeader(const CNames& names, const BoundNamespace& where,
+                                   const std::string& firstLine) {
+  std::set<std::string> includes = {"qzxml/binding/SimpleTypeInfo.h"};
+  const bool needsBuiltIns =
+      std::any_of(where.families.begin(), where.families.end(),
+                  [](const auto& family) { return family->declared->where == nullptr; });
+  if (needsBuiltIns) includes.insert("qzxml/binding/BuiltInTypes.h");
+  return WriteHeader(where, firstLine, includes, [&](CCodeWriter& writer) {
+    for (const auto& type : where.simpleTypes) {
+      if (!type->documentation.empty()) {
+        writer.Gap();
+        writer.Comment(type->documentation);
+      }
+      writer.Line("extern const QzXmlLib16::CSimpleTypeInfo " + type->constant + ";");
+    }
+    if (where.families.empty()) return;
+    writer.Gap();
+    writer.Comment("The types of elements, and those that an xsi:type may name there.");
+    const CScope scope(names, where, CScope::Place::Header);
+    for (const auto& family : where.families) WriteFamilyDeclaration(scope, *family, writer);
+  });
 }
 
 // The library's collections come with the classes that have some; what all may throw is added.
@@ -103,7 +113,7 @@ void WriteHeaders(const CNames& names, const BoundNamespace& where, const std::s
     add(CNames::Header(where, kEnumerationsStem), WriteEnumerationsHeader(where, firstLine));
   }
   if (!where.simpleTypes.empty()) {
-    add(CNames::Header(where, kSimpleTypesStem), WriteSimpleTypesHeader(where, firstLine));
+    add(CNames::Header(where, kSimpleTypesStem), WriteSimpleTypesHeader(names, where, firstLine));
   }
   for (const auto& boundClass : where.classes) {
     if (boundClass->outer != nullptr) continue;

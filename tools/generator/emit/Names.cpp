@@ -197,6 +197,11 @@ std::string CScope::Constant(const BoundSimpleType& type) const {
   return Qualified(*type.where, type.constant);
 }
 
+std::string CScope::Family(const BoundSimpleFamily& family) const {
+  Include(CNames::Header(*family.where, kSimpleTypesStem));
+  return Qualified(*family.where, family.types);
+}
+
 std::string CScope::Uri(const std::string& uri) const {
   const BoundNamespace* const where = m_names.FindNamespace(uri);
   if (uri.empty() || where == nullptr) return Literal(uri);

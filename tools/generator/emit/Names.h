@@ -59,10 +59,11 @@ class CScope {
   std::string SmartPtr(const std::string& argument) const;
   std::string Class(const BoundClass& boundClass) const;
   std::string Enum(const BoundEnum& boundEnum) const;
-  std::string Value(const BoundSimpleType& type) const;     // the C++ type
-  std::string Constant(const BoundSimpleType& type) const;  // of CSimpleTypeInfo
-  std::string Uri(const std::string& uri) const;            // a constant or a literal
-  std::string Collection(const BoundMember& member) const;  // "QzXmlLib16::CObjectCol<CItem>"
+  std::string Value(const BoundSimpleType& type) const;       // the C++ type
+  std::string Constant(const BoundSimpleType& type) const;    // of CSimpleTypeInfo
+  std::string Family(const BoundSimpleFamily& family) const;  // of CSimpleTypeFamily
+  std::string Uri(const std::string& uri) const;              // a constant or a literal
+  std::string Collection(const BoundMember& member) const;    // "QzXmlLib16::CObjectCol<CItem>"
 
   // --- What the text needs. Filled by the functions above in a source, by the writer in a header.
   void Include(const std::string& header) const { m_includes.insert(header); }

@@ -131,6 +131,11 @@ std::vector<SourcePiece> MakePieces(const CNames& names, const BoundNamespace& w
       WriteSimpleTypeSource(scope, *type, writer);
     }));
   }
+  for (const auto& family : where.families) {
+    pieces.push_back(MakePiece(names, where, family->named, [&](CScope& scope, auto& writer) {
+      WriteFamilySource(scope, *family, writer);
+    }));
+  }
   for (const auto& boundClass : where.classes) {
     if (boundClass->outer != nullptr) continue;
     pieces.push_back(MakePiece(names, where, boundClass->name, [&](CScope& scope, auto& writer) {

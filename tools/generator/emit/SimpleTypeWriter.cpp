@@ -270,4 +270,33 @@ void WriteSimpleTypeSource(CScope& scope, const BoundSimpleType& type, CCodeWrit
   writer.Call({head, arguments, ");", {}, 4, true});
 }
 
+// --- Families
+
+void WriteFamilyDeclaration(const CScope& scope, const BoundSimpleFamily& family,
+                            CCodeWriter& writer) {
+  writer.Line("extern const " + scope.Library("CNamedSimpleType") + " " + family.named + "[];");
+  writer.Call({"inline constexpr " + scope.Library("CSimpleTypeFamily") + " " + family.types + "{",
+               {scope.Constant(*family.declared), family.named},
+               "};",
+               {},
+               4,
+               true});
+}
+
+void WriteFamilySource(const CScope& scope, const BoundSimpleFamily& family, CCodeWriter& writer) {
+  scope.Include(CNames::Header(*family.where, kSimpleTypesStem));
+  writer.Line("const " + scope.Library("CNamedSimpleType") + " " + family.named + "[] = {");
+  writer.Indent(2);
+  for (const BoundSimpleFamily::Named& named : family.names) {
+    writer.Call({"{",
+                 {scope.Uri(named.name.namespaceUri), Literal(named.name.localName),
+                  "&" + scope.Constant(*named.type)},
+                 "},",
+                 {}});
+  }
+  writer.Line("{},");
+  writer.Outdent(2);
+  writer.Line("};");
+}
+
 }  // namespace qzxml::generator

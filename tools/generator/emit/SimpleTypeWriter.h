@@ -12,6 +12,10 @@ void WriteEnumDeclaration(const BoundEnum& boundEnum, CCodeWriter& writer);
 void WriteEnumSource(CScope& scope, const BoundEnum& boundEnum, CCodeWriter& writer);
 
 // Appends to a source: the rules, if the type needs some, and the constant.
+// Of the types that an xsi:type may name: what the header has, and the array behind it.
+void WriteFamilyDeclaration(const CScope& scope, const BoundSimpleFamily& family,
+                            CCodeWriter& writer);
+void WriteFamilySource(const CScope& scope, const BoundSimpleFamily& family, CCodeWriter& writer);
 void WriteSimpleTypeSource(CScope& scope, const BoundSimpleType& type, CCodeWriter& writer);
 
 }  // namespace qzxml::generator

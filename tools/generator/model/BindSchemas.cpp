@@ -5,6 +5,7 @@
 #include "tools/generator/model/ClassBinder.h"
 #include "tools/generator/model/MandatoryCycles.h"
 #include "tools/generator/model/Model.h"
+#include "tools/generator/model/SimpleTypeFamilies.h"
 
 namespace qzxml::generator {
 
@@ -126,6 +127,7 @@ std::unique_ptr<Model> BindSchemas(const CSchemaSet& schemas, const ModelOptions
   AddRoots(schemas, names, classes, binder);
   AddDerived(classes);
   BreakMandatoryCycles(*model, classes);
+  AddSimpleTypeFamilies(*model, schemas, simpleTypes);
 
   auto& namespaces = model->namespaces;
   namespaces.erase(std::remove_if(namespaces.begin(), namespaces.end(), IsEmpty), namespaces.end());

@@ -136,6 +136,10 @@ unsigned CClassBinder::GetBlocked(const ElementDecl& element) {
   return IsBlocking(*type, blocked) ? blocked : Derivation_None;
 }
 
+bool CClassBinder::IsOwnTypeOnly(const ElementDecl& element) {
+  return (element.blockSet & Derivation_Restriction) != 0;
+}
+
 void CClassBinder::FillAll() {
   const std::vector<BoundClass*> types = m_classes.GetTypeClasses();
   for (BoundClass* bound : types) FillType(*bound, *bound->type->AsComplex());
@@ -144,7 +148,7 @@ void CClassBinder::FillAll() {
       BoundClass* const root = m_classes.FindRoot(*element);
       if (root == nullptr) continue;
       if (element->type->IsSimple()) {
-        FillSimple(*root, *element->type->AsSimple(), element);
+        FillSimple(*root, *element->type->AsSimple(), IsOwnTypeOnly(*element), &element->value);
       } else {
         FillAny(*root);
       }
@@ -172,13 +176,14 @@ void CClassBinder::Finish(BoundClass& bound, Members& members) {
 
 // --- Classes of elements without a complex type
 
-void CClassBinder::FillSimple(BoundClass& bound, const SimpleType& type,
-                              const ElementDecl* element) {
+void CClassBinder::FillSimple(BoundClass& bound, const SimpleType& type, bool isOwnTypeOnly,
+                              const ValueConstraint* value) {
   Members members;
   BoundMember text;
   text.form = BoundForm::Text;
   text.simple = &m_simpleTypes.Bind(type);
-  if (element != nullptr) SetValue(element->value, text);
+  text.isOwnTypeOnly = isOwnTypeOnly;
+  if (value != nullptr) SetValue(*value, text);
   members.text.push_back(text);
   Finish(bound, members);
 }
@@ -333,14 +338,16 @@ BoundMember CClassBinder::MakeElement(const ContentNode& node, BoundGroupType wi
   if (element.type->IsSimple() && (!element.isNillable || isOnce)) {
     member.form = BoundForm::Value;
     member.simple = &m_simpleTypes.Bind(*element.type->AsSimple());
+    member.isOwnTypeOnly = IsOwnTypeOnly(element);
     SetValue(element.value, member);
     return member;
   }
   CheckValue(element);
   if (element.type->IsSimple()) {
     const SimpleType& type = *element.type->AsSimple();
-    const auto [made, isNew] = m_classes.GetNillable(type, user.where->uri);
-    if (isNew) FillSimple(*made, type, nullptr);
+    const bool isOwnTypeOnly = IsOwnTypeOnly(element);
+    const auto [made, isNew] = m_classes.GetNillable(type, user.where->uri, isOwnTypeOnly);
+    if (isNew) FillSimple(*made, type, isOwnTypeOnly, nullptr);
     member.form = BoundForm::Object;
     member.objectClass = made;
   } else if (element.type->AsComplex()->IsAnyType()) {

@@ -38,6 +38,8 @@ class CClassBinder {
   static bool IsByType(const ElementDecl& element);
   // By which steps such a class may not derive from that of the element's type.
   static unsigned GetBlocked(const ElementDecl& element);
+  // Whether xsi:type may not name a simple type that is derived from that of the element.
+  static bool IsOwnTypeOnly(const ElementDecl& element);
   // Warns of a default or fixed value of an element that is an object, unless it is that of its
   // text: of a type that no other element has.
   void CheckValue(const ElementDecl& element);
@@ -60,7 +62,8 @@ class CClassBinder {
 
   void FillType(BoundClass& bound, const ComplexType& type);
   void FillContent(BoundClass& bound, const ComplexType& type, Members& members);
-  void FillSimple(BoundClass& bound, const SimpleType& type, const ElementDecl* element);
+  void FillSimple(BoundClass& bound, const SimpleType& type, bool isOwnTypeOnly,
+                  const ValueConstraint* value);
   void FillAny(BoundClass& bound);
   void AddChildren(BoundClass& bound, BoundClass& outer,
                    const std::vector<ContentPointer>& children, Members& members);

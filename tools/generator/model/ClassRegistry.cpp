@@ -194,10 +194,11 @@ BoundClass& CClassRegistry::AddNested(BoundClass& outer, const std::string& stem
 }
 
 std::pair<BoundClass*, bool> CClassRegistry::GetNillable(const SimpleType& type,
-                                                         const std::string& userUri) {
+                                                         const std::string& userUri,
+                                                         bool isOwnTypeOnly) {
   const bool isBuiltIn = type.builtIn != BuiltIn_None;
   const std::string& uri = isBuiltIn ? userUri : type.name.namespaceUri;
-  BoundClass*& known = m_nillables[{&type, isBuiltIn ? uri : std::string()}];
+  BoundClass*& known = m_nillables[{&type, isBuiltIn ? uri : std::string(), isOwnTypeOnly}];
   if (known != nullptr) return {known, false};
   BoundNamespace& where = m_names.GetNamespace(uri);
   std::vector<std::string> stems = m_names.GetStems(type);

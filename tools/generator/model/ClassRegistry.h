@@ -2,6 +2,7 @@
 
 #include <map>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -36,8 +37,9 @@ class CClassRegistry {
   // for the stem.
   BoundClass& AddNested(BoundClass& outer, const std::string& stem);
   // The class for nillable elements of a simple type that are not there exactly once; second is
-  // true when it was made by the call.
-  std::pair<BoundClass*, bool> GetNillable(const SimpleType& type, const std::string& userUri);
+  // true when it was made by the call. Those whose xsi:type may name a derived type have another.
+  std::pair<BoundClass*, bool> GetNillable(const SimpleType& type, const std::string& userUri,
+                                           bool isOwnTypeOnly);
 
   // The classes of complex types, bases in front.
   const std::vector<BoundClass*>& GetTypeClasses() const { return m_typeClasses; }
@@ -62,7 +64,7 @@ class CClassRegistry {
   std::map<const Type*, BoundClass*> m_types;
   std::map<const ElementDecl*, BoundClass*> m_roots;
   std::map<const Component*, BoundClass*> m_shared;
-  std::map<std::pair<const SimpleType*, std::string>, BoundClass*> m_nillables;
+  std::map<std::tuple<const SimpleType*, std::string, bool>, BoundClass*> m_nillables;
   std::map<const BoundClass*, CNameScope> m_nestedNames;
   std::vector<BoundClass*> m_typeClasses;
   std::vector<BoundClass*> m_classes;

@@ -74,6 +74,22 @@ struct BoundSimpleType {
   bool needsRules = false;
 };
 
+// The types that an xsi:type may name in an element of simple type: its own, those that are validly
+// derived from it, and the built-in members of a union. What XML Schema itself derives from
+// built-in types is left out, as the library knows it.
+struct BoundSimpleFamily {
+  struct Named {
+    QName name;
+    const BoundSimpleType* type = nullptr;
+  };
+
+  const BoundNamespace* where = nullptr;
+  const BoundSimpleType* declared = nullptr;
+  std::string types;         // of CSimpleTypeFamily: "kSku_Types"
+  std::string named;         // the array of CNamedSimpleType: "kSku_Named"
+  std::vector<Named> names;  // its own first, if it has one there
+};
+
 enum class BoundForm {
   Attribute,
   AnyAttribute,
@@ -94,12 +110,14 @@ struct BoundMember {
   // A member of a choice that is no collection has 0 and 1. 0 and 0, in a restriction only: the
   // base's member may not stand in this class.
   std::int32_t minOccurs = 1;
-  std::int32_t maxOccurs = 1;                // -1 unbounded
-  std::optional<bool> declaredAsCollection;  // in a restriction: what the base's property is
-  const BoundSimpleType* simple = nullptr;   // of Attribute, Text, Value
-  const BoundClass* objectClass = nullptr;   // of Object and Group
-  bool isByType = false;                     // Object: xsi:type may name a derived class
-  unsigned blocked = Derivation_None;        // by which steps it may not derive, with isByType
+  std::int32_t maxOccurs = 1;                 // -1 unbounded
+  std::optional<bool> declaredAsCollection;   // in a restriction: what the base's property is
+  const BoundSimpleType* simple = nullptr;    // of Attribute, Text, Value
+  const BoundSimpleFamily* family = nullptr;  // of Text, Value: null where no name is to be known
+  bool isOwnTypeOnly = false;                 // xsi:type may name no type that is derived from it
+  const BoundClass* objectClass = nullptr;    // of Object and Group
+  bool isByType = false;                      // Object: xsi:type may name a derived class
+  unsigned blocked = Derivation_None;         // by which steps it may not derive, with isByType
   std::optional<std::string> defaultValue;
   bool isFixed = false;  // defaultValue is the fixed value
   bool isNillable = false;
@@ -179,6 +197,7 @@ struct BoundNamespace {
   std::string constant = "kNamespace";
   std::vector<std::unique_ptr<BoundEnum>> enums;
   std::vector<std::unique_ptr<BoundSimpleType>> simpleTypes;
+  std::vector<std::unique_ptr<BoundSimpleFamily>> families;
   // Bases in front of derived ones; groups too, nested ones behind their outer class.
   std::vector<std::unique_ptr<BoundClass>> classes;
   std::vector<BoundRoot> roots;

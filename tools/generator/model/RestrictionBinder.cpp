@@ -368,6 +368,7 @@ void CRestrictionBinder::NarrowType(const ContentNode& node, BoundMember& member
     if (narrowed != nullptr) member.simple = narrowed;
     m_isLooser = m_isLooser || narrowed == nullptr;
     member.isNillable = member.isNillable && element.isNillable;
+    member.isOwnTypeOnly = CClassBinder::IsOwnTypeOnly(element);
     member.isFixed = element.value.fixedValue.has_value();
     member.defaultValue = member.isFixed ? element.value.fixedValue : element.value.defaultValue;
   } else if (member.form == BoundForm::Object && simple == nullptr &&

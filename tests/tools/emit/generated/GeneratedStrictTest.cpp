@@ -82,6 +82,11 @@ TEST(GeneratedStrict, ABlockedDerivationIsRefused) {
   }
 }
 
+TEST(GeneratedStrict, WhiteSpaceAroundTheNameOfATypeIsNoneOfIt) {
+  EXPECT_EQ("", Refusal("<blocks><free xsi:type=' s:Longer '>" + kXY + "</free></blocks>"));
+  EXPECT_EQ("", Refusal("<number xsi:type='\n xs:byte\n'>5</number>"));
+}
+
 TEST(GeneratedStrict, ABlockedSubstitutionIsRefused) {
   EXPECT_EQ("", Refusal("<blocks><head>" + kX + "</head></blocks>"));
   EXPECT_NE("", Refusal("<blocks><never>" + kX + "</never></blocks>"));

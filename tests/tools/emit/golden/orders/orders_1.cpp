@@ -41,6 +41,27 @@ const CTextRules kSku_Rules = CTextRules(XsdType_token).Patterns(kSku_RulesPatte
 }  // namespace
 const CSimpleTypeInfo kSku(ItemType_string, CWhitespaceUtils::WhitespaceRule_Collapse, kSku_Rules);
 
+const CNamedSimpleType kSku_Named[] = {
+    {kNamespace, "Sku", &kSku},
+    {},
+};
+
+const CNamedSimpleType kQuantity_Named[] = {
+    {kNamespace, "Quantity", &kQuantity},
+    {},
+};
+
+const CNamedSimpleType kXsdDecimal_Named[] = {
+    {kNamespace, "Quantity", &kQuantity},
+    {},
+};
+
+const CNamedSimpleType kXsdString_Named[] = {
+    {kNamespace, "Currency", &kCurrency},
+    {kNamespace, "Sku", &kSku},
+    {},
+};
+
 // --- COrder
 
 const CMember COrder::s_members[] = {
@@ -55,7 +76,7 @@ const CMember COrder::s_members[] = {
                   &NewObjectCol<CItem>),
     Group("cardOrInvoice", Once, &COrder::m_cardOrInvoice, &NewObject<COrder::CCardOrInvoice>)
         .RequiresContent(),
-    ValueElement("tag", kNamespace, Repeated(0, 5), &COrder::m_tags, kSku,
+    ValueElement("tag", kNamespace, Repeated(0, 5), &COrder::m_tags, kSku_Types,
                  &NewValueCol<ItemType_string>),
     AnyElement(kNamespace, "##other", Repeated(), &COrder::m_anyElements),
 };
@@ -107,7 +128,7 @@ CWildcardCol& COrder::GetAnyElements() const {
 // --- COrder::CCardOrInvoice
 
 const CMember COrder::CCardOrInvoice::s_members[] = {
-    ValueElement("card", kNamespace, Optional, &COrder::CCardOrInvoice::m_card, kXsdString),
+    ValueElement("card", kNamespace, Optional, &COrder::CCardOrInvoice::m_card, kXsdString_Types),
     ObjectElement("invoice", kNamespace, Optional, &COrder::CCardOrInvoice::m_invoice,
                   &NewObject<CAddress>)
         .ByType(&CAddress::NewByType),
@@ -141,9 +162,9 @@ void COrder::CCardOrInvoice::SetInvoice(CAddress* value) {
 const CMember CItem::s_members[] = {
     RequiredAttribute("sku", "", &CItem::m_sku, kSku),
     OptionalAttribute("unit", "", &CItem::m_unit, kCurrency),
-    ValueElement("quantity", kNamespace, Once, &CItem::m_quantity, kQuantity),
-    ValueElement("price", kNamespace, Once, &CItem::m_price, kXsdDecimal),
-    ValueElement("note", kNamespace, Optional, &CItem::m_note, kXsdString),
+    ValueElement("quantity", kNamespace, Once, &CItem::m_quantity, kQuantity_Types),
+    ValueElement("price", kNamespace, Once, &CItem::m_price, kXsdDecimal_Types),
+    ValueElement("note", kNamespace, Optional, &CItem::m_note, kXsdString_Types),
 };
 
 CClassBinding CItem::s_binding{
@@ -159,8 +180,8 @@ CItem::~CItem() = default;
 const CMember CAddress::s_members[] = {
     OptionalAttribute("version", "", &CAddress::m_version, kXsdString).WithFixed("1.0"),
     AnyAttribute(kNamespace, "##other", &CAddress::m_anyAttributes),
-    ValueElement("name", kNamespace, Once, &CAddress::m_name, kXsdString),
-    ValueElement("line", kNamespace, Repeated(1, 3), &CAddress::m_lines, kXsdString,
+    ValueElement("name", kNamespace, Once, &CAddress::m_name, kXsdString_Types),
+    ValueElement("line", kNamespace, Repeated(1, 3), &CAddress::m_lines, kXsdString_Types,
                  &NewValueCol<ItemType_string>),
 };
 
