@@ -4,18 +4,12 @@
 #include <string_view>
 
 #include "qzxml/binding/WritePlan.h"
-#include "qzxml/fastinfoset/FastInfosetRun.h"
-#include "qzxml/fastinfoset/FastInfosetRunHost.h"
-#include "qzxml/xml/ShortWays.h"
+#include "qzxml/serialization/SerializationContext.h"
 #include "qzxml/xml/XmlTextRun.h"
 
-namespace QzXmlLib16 {
-class CSerializationContext;
-class CXmlWriter;
-}  // namespace QzXmlLib16
-
-// Where planned writing puts what it finds: one class for each kind of writer. Each Put... answers
-// false, and has changed nothing, when the walk has to do it; so does BeginElement.
+// Where planned writing puts what it finds: one class for each kind of writer, the other of which
+// is in PlannedOctets.h. Each Put... answers false, and has changed nothing, when the walk has to
+// do it; so does BeginElement.
 namespace QzXmlLib16::detail {
 
 // XML text.
@@ -36,8 +30,8 @@ class CXmlSink {
   // Whether what is written next may have to be fetched from far away.
   bool IsLong() const { return m_run.IsLong(); }
 
-  bool BeginElement(Element& element, const XmlTextRun::Name& name) {
-    return m_run.BeginElement(element, name);
+  bool BeginElement(Element& element, const CChild& child) {
+    return m_run.BeginElement(element, child.name);
   }
   void EndElement(Element& element) { m_run.EndElement(element); }
 
@@ -68,59 +62,6 @@ class CXmlSink {
   const CSerializationContext& m_context;
   CXmlTextWriter& m_writer;
   XmlTextRun m_run;
-};
-
-// Fast Infoset. The operations are those of above. What a run does not do, the short ways of the
-// writer may do, which know how to write a name for the first time, and find room.
-class CFastInfosetSink {
- public:
-  using Element = FastInfosetRun::Element;
-  using CChild = CWritePlan::CChild;
-  using CAttribute = CWritePlan::CAttribute;
-
-  // The ways are those of the writer.
-  CFastInfosetSink(const CSerializationContext& context, CXmlWriter& writer, CShortWays& ways)
-      : m_context(context),
-        m_writer(writer),
-        m_ways(static_cast<FastInfosetRunHost&>(ways)),
-        m_run(m_ways) {}
-
-  void Interrupt() { m_run.Interrupt(); }
-  void Resume() { m_run.Resume(); }
-  void Finish() { m_run.Finish(); }
-  CXmlWriter& GetWriter() { return m_writer; }
-  bool IsLong() const { return true; }
-
-  bool BeginElement(Element& element, const XmlTextRun::Name& name);
-  void EndElement(Element& element);
-
-  bool PutText(const CChild& child, const std::string& text);
-  bool PutValue(const CChild& child, const void* value);
-  bool PutAttribute(const CAttribute& attribute, const std::string& text);
-  bool PutAttribute(const CAttribute& attribute, const void* value);
-  bool PutOwnText(const CPlannedValue& text, const void* value);
-  template <typename T>
-  bool PutValueAs(const CChild& child, const T& value) {
-    return PutValue(child, &value);
-  }
-  template <typename T>
-  bool PutAttributeAs(const CAttribute& attribute, const T& value) {
-    return PutAttribute(attribute, static_cast<const void*>(&value));
-  }
-
- private:
-  template <typename Put>
-  bool InShortWay(Put put);
-  bool PutTextInShortWay(const CChild& child, std::string_view text);
-  bool PutTextInShortWay(const CAttribute& attribute, std::string_view text);
-  bool PutValueInShortWay(const CChild& child, const void* value, std::string_view text);
-  bool PutValueInShortWay(const CAttribute& attribute, const void* value);
-  bool IsLeftOut(const CAttribute& attribute, std::string_view text) const;
-
-  const CSerializationContext& m_context;
-  CXmlWriter& m_writer;
-  FastInfosetRunHost& m_ways;
-  FastInfosetRun m_run;
 };
 
 // ---- XML text, on the path of each value ----

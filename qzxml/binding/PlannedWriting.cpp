@@ -248,7 +248,7 @@ bool CPlannedWriting<Sink>::PutObject(const CChild& child, const CXmlObjectBase&
   }
   typename Sink::Element element;
   try {
-    if (!m_sink.BeginElement(element, child.name)) return false;
+    if (!m_sink.BeginElement(element, child)) return false;
     if (!plan->GetAttributes().empty()) Attributes(*plan, object);
     Children(*plan, object, optionalChoice);
     if (plan->GetText() != nullptr) Text(*plan->GetText(), object);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "qzxml/binding/PlannedOctets.h"
 #include "qzxml/binding/PlannedSinks.h"
 #include "qzxml/binding/WritePlan.h"
 

@@ -49,13 +49,15 @@ CWritePlan::Way WayOf(const CPlannedValue& value) {
 CWritePlan::CChild::CChild(const CMember& member, const CElementInfo* childEntry)
     : hasDefault(member.defaultValue != nullptr),
       entry(childEntry),
-      name(member.name, member.namespaceUri) {}
+      name(member.name, member.namespaceUri),
+      octetsName(name.GetTags().GetId(), member.name, member.namespaceUri) {}
 
 CWritePlan::CAttribute::CAttribute(const CMember& member, const CAttributeInfo* attributeEntry)
     : isOptional(member.occurs.min == 0),
       hasDefault(member.defaultValue != nullptr),
       entry(attributeEntry),
-      tag(member.name) {}
+      tag(member.name),
+      octetsName(tag.GetId(), member.name, "") {}
 
 void CWritePlan::AddChild(const CMember& member, const CMember& declared,
                           const CElementInfo* entry) {

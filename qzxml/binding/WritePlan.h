@@ -7,6 +7,7 @@
 #include "qzxml/binding/ClassBinding.h"
 #include "qzxml/binding/Member.h"
 #include "qzxml/binding/PlannedValue.h"
+#include "qzxml/fastinfoset/FastInfosetName.h"
 #include "qzxml/serialization/AttributeInfo.h"
 #include "qzxml/serialization/ElementInfo.h"
 #include "qzxml/xml/WrittenName.h"
@@ -46,6 +47,7 @@ class CWritePlan {
     const std::type_info* itemClass = nullptr;  // of objects: that of the declared class
     const QzXmlLib16Data::CElementInfo* entry;
     XmlTextRun::Name name;
+    FastInfosetName octetsName;
   };
 
   struct CAttribute {
@@ -58,6 +60,7 @@ class CWritePlan {
     CPlannedValue value;
     const QzXmlLib16Data::CAttributeInfo* entry;
     AttributeTag tag;
+    FastInfosetName octetsName;
   };
 
   // Makes the plan of a class whose tables have just been made.

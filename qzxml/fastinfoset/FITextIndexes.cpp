@@ -34,19 +34,24 @@ std::vector<std::pair<std::string, std::uint32_t>> CFITextIndexes::GetAll() cons
 }
 
 void CFITextIndexes::Add(std::string_view text, std::uint64_t key, std::uint32_t index) {
-  if ((m_count + 1) * 2 > GetPlaces()) Grow();
-  const std::uint64_t begin = text.size() > kShort ? AddLongText(text) : 0;
-  PutInFreePlace({key, begin << kIndexBits | index});
-  ++m_count;
+  AddAt(Look(text, key), text, key, index);
+}
+
+// Nothing has been put behind it since, so that nobody looks for anything past its place.
+void CFITextIndexes::RemoveLast(std::string_view text, std::uint64_t key) {
+  const std::size_t at = FindPlace(text, key);
+  if (text.size() > kShort) m_texts.resize(GetEntry(at).GetBegin());
+  SetEntry(at, {0, 0});
+  --m_count;
 }
 
 std::size_t CFITextIndexes::AddLongText(std::string_view text) {
   const std::size_t begin = m_texts.size();
-  const std::size_t size = text.size();
   if (m_texts.capacity() == 0) m_texts.reserve(kFirstOctets);
-  const auto* const octets = reinterpret_cast<const char*>(&size);
-  m_texts.insert(m_texts.end(), octets, octets + sizeof size);
-  m_texts.insert(m_texts.end(), text.begin(), text.end());
+  m_texts.resize(begin + sizeof(std::size_t) + text.size());
+  char* const out = m_texts.data() + begin;
+  StoreWord<std::size_t>(out, text.size());
+  CopyShort(out + sizeof(std::size_t), text.data(), text.size());
   return begin;
 }
 

@@ -39,6 +39,18 @@ class QZXML_API CFITextIndexes {
   // Gives a text that is not there yet an index, from 1 to 2^24 - 1.
   void Add(std::string_view text, std::uint64_t key, std::uint32_t index);
 
+  // The same in two steps, for one look in all: where the text is, with its index, or where it may
+  // be added, with 0, until something else is.
+  struct Place {
+    std::size_t at;
+    std::uint32_t index;
+  };
+  Place Look(std::string_view text, std::uint64_t key);
+  void AddAt(const Place& place, std::string_view text, std::uint64_t key, std::uint32_t index);
+
+  // Takes away the text that was added last.
+  void RemoveLast(std::string_view text, std::uint64_t key);
+
   // The same for any text: in place of the index that it may have.
   void Set(std::string_view text, std::uint32_t index);
 

@@ -59,6 +59,19 @@ inline std::uint32_t CFITextIndexes::Find(std::string_view text, std::uint64_t k
   return m_count == 0 ? 0 : GetEntry(FindPlace(text, key)).GetIndex();
 }
 
+inline CFITextIndexes::Place CFITextIndexes::Look(std::string_view text, std::uint64_t key) {
+  if ((m_count + 1) * 2 > GetPlaces()) Grow();
+  const std::size_t at = FindPlace(text, key);
+  return {at, GetEntry(at).GetIndex()};
+}
+
+inline void CFITextIndexes::AddAt(const Place& place, std::string_view text, std::uint64_t key,
+                                  std::uint32_t index) {
+  const std::uint64_t begin = text.size() > kShort ? AddLongText(text) : 0;
+  SetEntry(place.at, {key, begin << kIndexBits | index});
+  ++m_count;
+}
+
 inline std::uint32_t CFITextIndexes::Find(std::string_view text) const {
   return Find(text, KeyOf(text));
 }

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "qzxml/fastinfoset/FITextIndexesFind.h"
+#include "qzxml/fastinfoset/FastInfosetName.h"
 #include "qzxml/fastinfoset/Messages.h"
 #include "qzxml/fastinfoset/SmallAlphabets.h"
 #include "qzxml/runtime/Functions.h"
@@ -13,9 +14,6 @@
 
 namespace QzXmlLib16 {
 namespace {
-
-// No character of XML 1.0, so that no name holds it.
-constexpr char kKeySeparator = '\x01';
 
 template <typename Entry>
 const Entry& EntryAt(const std::vector<Entry>& table, std::uint32_t index) {
@@ -128,9 +126,9 @@ std::string_view CFIVocabulary::FormKey(const std::string& prefix, const std::st
   const std::size_t size = localName.size() + namespaceName.size() + prefix.size() + 2;
   if (room.size() < size) room.resize(size);
   char* out = detail::CopyShort(room.data(), localName.data(), localName.size());
-  *out++ = kKeySeparator;
+  *out++ = detail::kNameSeparator;
   out = detail::CopyShort(out, namespaceName.data(), namespaceName.size());
-  *out++ = kKeySeparator;
+  *out++ = detail::kNameSeparator;
   detail::CopyShort(out, prefix.data(), prefix.size());
   return {room.data(), size};
 }

@@ -1,5 +1,6 @@
 #include "qzxml/fastinfoset/FastInfosetRun.h"
 
+#include "qzxml/fastinfoset/FastInfosetRunPut.h"
 #include "qzxml/runtime/Encoder.h"
 #include "qzxml/xml/XmlWriterContext.h"
 
@@ -8,7 +9,8 @@ namespace QzXmlLib16::detail {
 FastInfosetRun::FastInfosetRun(FastInfosetRunHost& host)
     : m_host(host),
       m_parts(host.GetParts()),
-      m_writesUtf8(m_parts.options->GetDefaultStringEncoding() != 1 && IsLocalUtf8()),
+      m_isLocalUtf8(IsLocalUtf8()),
+      m_writesUtf8(m_parts.options->GetDefaultStringEncoding() != 1 && m_isLocalUtf8),
       m_attributeValues{m_parts.attributeValues, m_parts.options->GetAttributeMaxAddLength()},
       m_chunks{m_parts.chunks, m_parts.options->GetElementMaxAddLength()},
       m_innermost(&m_base) {
@@ -23,7 +25,10 @@ void FastInfosetRun::Settle(const Element& element) {
 }
 
 void FastInfosetRun::Interrupt() {
-  if (m_innermost->m_state == State::Begun) m_place.out = m_head;
+  if (m_innermost->m_state == State::Begun) {
+    m_place.out = m_head;
+    if (m_innermost->m_isNew) UnlearnElement(*m_innermost->m_name);
+  }
   m_host.TakeBack(m_place);
   Element* element = m_innermost;
   while (element->m_context == nullptr && element->m_outer != nullptr) element = element->m_outer;
@@ -33,7 +38,7 @@ void FastInfosetRun::Interrupt() {
   Settle(*element);
   while (element != m_innermost) {
     element = element->m_inner;
-    element->m_context = m_host.OpenElement(element->m_name->GetName(), *element->m_uri,
+    element->m_context = m_host.OpenElement(element->m_name->GetName(), element->m_name->GetUri(),
                                             element->m_state == State::Begun);
     Settle(*element);
   }
@@ -59,6 +64,7 @@ void FastInfosetRun::Resume() {
   m_host.TakeBack(m_place);
   m_host.Flush();
   m_place = m_host.Lend();
+  ++m_flushes;
 }
 
 // Gives the name an alias where it has none, so that other namespaces may be in force behind it.
@@ -69,15 +75,10 @@ void FastInfosetRun::Resume() {
 }
 
 // An element of whose name nothing is known, or without room.
-[[gnu::noinline]] void FastInfosetRun::BeginInWriter(Element& element, const ElementTags& name,
-                                                     const std::string& uri) {
+void FastInfosetRun::BeginInWriter(Element& element, const FastInfosetName& name) {
   Interrupt();
-  m_host.StartElement(name.GetName(), uri);
-  m_innermost->m_inner = &element;
-  element.m_outer = m_innermost;
-  element.m_name = &name;
-  element.m_uri = &uri;
-  m_innermost = &element;
+  m_host.StartElement(name.GetName(), name.GetUri());
+  Enter(element, name);
   Resume();
 }
 
@@ -89,11 +90,127 @@ void FastInfosetRun::Resume() {
   Resume();
 }
 
-// A name that the document may have met, but not by its id.
-[[gnu::noinline]] const CFIKnownNames::ById* FastInfosetRun::FindName(const ElementTags& name,
-                                                                      const std::string& uri) {
-  if (m_place.innermost == nullptr || !m_host.FindElement(name, uri)) return nullptr;
-  return &m_parts.names->ElementOf(name.GetId());
+// ---- Names that are not known by their id ----
+
+// As the writer has it.
+inline bool FastInfosetRun::TakesPrefix(const FastInfosetName& name) const {
+  return !name.GetUri().empty() &&
+         !AreEqual(name.GetUri(), m_place.innermost->GetDefaultNamespace());
+}
+
+// Null for a name that is new to the document. What is answered stands among the known names.
+const CFIKnownOctets* FastInfosetRun::FindElement(const FastInfosetName& name) {
+  CFIKnownNames::ById& known = m_parts.names->ElementOf(name.GetId());
+  if (TakesPrefix(name)) return m_host.FindElement(name) ? &known.octets : nullptr;
+  const auto& [text, key] = name.GetWhole();
+  const std::uint32_t index = m_parts.elementNames->Find(text, key);
+  if (index == 0) return nullptr;
+  known = {name.GetId(), m_namespaceState, CFIKnownOctets()};
+  known.octets.SetElement(index);
+  return &known.octets;
+}
+
+namespace {
+
+// The index of a part of a name, or the part itself.
+char* PutPart(char* out, const FastInfosetName::Text& part, const CFITextIndexes& table) {
+  const std::uint32_t index = table.Find(part.text, part.key);
+  if (index != 0) return WriteIndexOnSecondBit(out, 0x80, index);
+  const auto size = static_cast<std::uint32_t>(part.text.size());
+  return CopyShort(WriteLengthOnSecondBit(out, 0x00, size), part.text.data(), size);
+}
+
+}  // namespace
+
+// A new name without a prefix. The tables learn it when what belongs to it stands there too.
+char* FastInfosetRun::PutInFull(char* out, unsigned mark, const FastInfosetName& name) const {
+  const bool hasNamespace = !name.GetUri().empty();
+  out = WriteOctet(out, hasNamespace ? mark | 1 : mark);
+  if (hasNamespace) out = PutPart(out, name.GetNamespace(), *m_parts.namespaceNames);
+  return PutPart(out, name.GetLocal(), *m_parts.localNames);
+}
+
+// Answers the index that the name has now; 0 where the table is full.
+std::uint32_t FastInfosetRun::Learn(const FastInfosetName& name, CFITextIndexes& names) {
+  const auto add = [this](CFITextIndexes& table, const FastInfosetName::Text& part) {
+    const CFITextIndexes::Place place = table.Look(part.text, part.key);
+    return place.index == 0 ? AddAt(table, place, part.text, part.key) : 0;
+  };
+  m_added.namespaceName =
+      !name.GetUri().empty() && add(*m_parts.namespaceNames, name.GetNamespace()) != 0;
+  m_added.local = add(*m_parts.localNames, name.GetLocal()) != 0;
+  const std::uint32_t index = add(names, name.GetWhole());
+  m_added.whole = index != 0;
+  return index;
+}
+
+void FastInfosetRun::LearnElement(const FastInfosetName& name) {
+  const std::uint32_t index = Learn(name, *m_parts.elementNames);
+  if (index == 0) return;
+  CFIKnownNames::ById& known = m_parts.names->ElementOf(name.GetId());
+  known = {name.GetId(), m_namespaceState, CFIKnownOctets()};
+  known.octets.SetElement(index);
+}
+
+void FastInfosetRun::LearnAttribute(const FastInfosetName& name) {
+  const std::uint32_t index = Learn(name, *m_parts.attributeNames);
+  if (index == 0) return;
+  CFIKnownNames::ById& known = m_parts.names->AttributeOf(name.GetId());
+  known = {name.GetId(), 0, CFIKnownOctets()};
+  known.octets.SetAttribute(index);
+}
+
+// The name that was learned last, whose element is taken back.
+void FastInfosetRun::UnlearnElement(const FastInfosetName& name) {
+  const auto remove = [](CFITextIndexes& table, const FastInfosetName::Text& part) {
+    table.RemoveLast(part.text, part.key);
+  };
+  if (m_added.namespaceName) remove(*m_parts.namespaceNames, name.GetNamespace());
+  if (m_added.local) remove(*m_parts.localNames, name.GetLocal());
+  if (!m_added.whole) return;
+  remove(*m_parts.elementNames, name.GetWhole());
+  m_parts.names->ElementOf(name.GetId()) = {};
+}
+
+// Where the content of an element goes that begins here, with so much room; null where the run can
+// not write its name.
+[[gnu::noinline]] char* FastInfosetRun::PutOtherElementName(const FastInfosetName& name,
+                                                            std::size_t room) {
+  if (m_place.out == nullptr || !m_isLocalUtf8) return nullptr;
+  const std::size_t nameRoom = kElementRoom + name.GetRoom();
+  if (GetRoom() < nameRoom + room) return nullptr;
+  const CFIKnownOctets* const octets = FindElement(name);
+  m_isInFull = octets == nullptr;
+  if (octets != nullptr) return octets->Write(Open(m_place.out));
+  if (TakesPrefix(name) || name.GetName().empty()) return nullptr;
+  return PutInFull(Open(m_place.out), kLiteralElement, name);
+}
+
+[[gnu::noinline]] void FastInfosetRun::BeginOtherElement(Element& element,
+                                                         const FastInfosetName& name) {
+  char* const out = PutOtherElementName(name, 0);
+  if (out == nullptr) return BeginInWriter(element, name);
+  m_head = Open(m_place.out);
+  m_place.out = out;
+  Enter(element, name);
+  element.m_isNew = m_isInFull;
+  if (m_isInFull) LearnElement(name);
+}
+
+// The same for an attribute in no namespace.
+[[gnu::noinline]] char* FastInfosetRun::PutOtherAttributeName(const FastInfosetName& name,
+                                                              std::size_t room) {
+  if (!m_isLocalUtf8 || GetRoom() < CFIKnownNames::kRoom + name.GetRoom() + room) return nullptr;
+  const auto& [text, key] = name.GetWhole();
+  const std::uint32_t index = m_parts.attributeNames->Find(text, key);
+  m_isInFull = index == 0;
+  if (m_isInFull) {
+    return name.GetName().empty() ? nullptr : PutInFull(m_place.out, kLiteralAttribute, name);
+  }
+  CFIKnownNames::ById& known = m_parts.names->AttributeOf(name.GetId());
+  known = {name.GetId(), 0, CFIKnownOctets()};
+  known.octets.SetAttribute(index);
+  return known.octets.Write(m_place.out);
 }
 
 }  // namespace QzXmlLib16::detail

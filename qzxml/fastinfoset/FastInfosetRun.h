@@ -9,11 +9,11 @@
 
 #include "qzxml/fastinfoset/FITextIndexesFind.h"
 #include "qzxml/fastinfoset/FastInfosetContext.h"
+#include "qzxml/fastinfoset/FastInfosetName.h"
 #include "qzxml/fastinfoset/FastInfosetRunHost.h"
 #include "qzxml/fastinfoset/FastInfosetWriterForms.h"
 #include "qzxml/fastinfoset/FastInfosetWriterNames.h"
 #include "qzxml/xml/ShortText.h"
-#include "qzxml/xml/WrittenName.h"
 
 namespace QzXmlLib16::detail {
 
@@ -26,7 +26,7 @@ namespace QzXmlLib16::detail {
 // Each Put... does what the calls of the writer do, or answers false and has changed nothing that
 // could be seen: where there is no room, where a name or a value is not the ordinary one, and where
 // no element is open. Then Interrupt makes the writer ready for its own calls, and Resume goes on
-// behind them.
+// behind them. A name that is new to the document is written in full, unless it takes a prefix.
 //
 // The first octet of an element says whether it has attributes. It is put without that, and gets it
 // with the first attribute; while nothing stands behind it, an interruption takes it back, and the
@@ -57,25 +57,28 @@ class FastInfosetRun {
 
   // ---- Elements ----
 
-  // Both are always done. The name and the URI have to live until the end.
-  void BeginElement(Element& element, const ElementTags& name, const std::string& uri);
+  // Both are always done. The name has to live until the end.
+  void BeginElement(Element& element, const FastInfosetName& name);
   void EndElement(Element& element);
 
   // ---- Values ----
   // Each is given with its text and its kind. For a printed one, which has no zero byte, octets
   // answers what it is under an algorithm.
 
-  bool PutTextElement(const ElementTags& name, std::string_view text, ItemType type);
+  bool PutTextElement(const FastInfosetName& name, std::string_view text, ItemType type);
   template <typename GetOctets>
-  bool PutPrintedElement(const ElementTags& name, std::string_view text, ItemType type,
+  bool PutPrintedElement(const FastInfosetName& name, std::string_view text, ItemType type,
                          GetOctets octets);
   // An attribute in no namespace; its text is not empty.
-  bool PutTextAttribute(const AttributeTag& name, std::string_view text, ItemType type);
+  bool PutTextAttribute(const FastInfosetName& name, std::string_view text, ItemType type);
   template <typename GetOctets>
-  bool PutPrintedAttribute(const AttributeTag& name, std::string_view text, ItemType type,
+  bool PutPrintedAttribute(const FastInfosetName& name, std::string_view text, ItemType type,
                            GetOctets octets);
   // Text of the innermost element, not empty.
   bool PutOwnText(std::string_view text, ItemType type);
+
+  // Whether so much has been flushed that the objects behind it are none that have just been made.
+  bool IsLong() const { return m_flushes >= kLong; }
 
  private:
   // How far an element is written.
@@ -92,6 +95,17 @@ class FastInfosetRun {
     std::uint32_t maxAddLength;
   };
 
+  // What has been added to the tables for a new name.
+  struct Added {
+    bool namespaceName;
+    bool local;
+    bool whole;
+  };
+
+  static constexpr unsigned kLiteralElement = 0x3C;
+  static constexpr unsigned kLiteralAttribute = 0x78;
+  static constexpr std::uint32_t kLong = 8;  // flushes
+
   static constexpr char kTerminator = '\xF0';
   static constexpr char kTwoTerminators = '\xFF';
   // What an element takes in front of its name, and the name.
@@ -102,9 +116,9 @@ class FastInfosetRun {
   std::size_t GetRoom() const { return static_cast<std::size_t>(m_place.limit - m_place.out); }
   char* Open(char* out) const;
   template <typename PutContent>
-  bool PutElement(const ElementTags& name, std::size_t room, PutContent put);
+  bool PutElement(const FastInfosetName& name, std::size_t room, PutContent put);
   template <typename PutContent>
-  bool PutAttribute(const AttributeTag& name, std::size_t room, PutContent put);
+  bool PutAttribute(const FastInfosetName& name, std::size_t room, PutContent put);
   template <typename Form>
   char* PutText(char* out, std::string_view text, ItemType type);
   template <typename Form, typename GetOctets>
@@ -114,10 +128,14 @@ class FastInfosetRun {
                    bool add) const;
   template <typename Form>
   const Table& GetTable() const;
-  void AddTo(const Table& table, std::string_view text, std::uint64_t key) const {
-    if (table.texts->GetCount() < m_parts.maxEntries) {
-      table.texts->Add(text, key, static_cast<std::uint32_t>(table.texts->GetCount() + 1));
-    }
+  // Answers the index that the text has now; 0 where the table is full.
+  std::uint32_t AddAt(CFITextIndexes& table, const CFITextIndexes::Place& place,
+                      std::string_view text, std::uint64_t key) const {
+    const std::size_t count = table.GetCount();
+    if (count >= m_parts.maxEntries) return 0;
+    const auto index = static_cast<std::uint32_t>(count + 1);
+    table.AddAt(place, text, key, index);
+    return index;
   }
   static bool HasZero(std::string_view text);
   static char* PutOctets(char* out, const Octets& octets);
@@ -126,10 +144,23 @@ class FastInfosetRun {
   }
   void Flush();
   void WritePending(bool hasAttributes);
-  void BeginInWriter(Element& element, const ElementTags& name, const std::string& uri);
+  void Enter(Element& element, const FastInfosetName& name);
+  void BeginInWriter(Element& element, const FastInfosetName& name);
   void EndInWriter(const Element& element);
-  const CFIKnownNames::ById* FindName(const ElementTags& name, const std::string& uri);
   static void Settle(const Element& element);
+
+  // ---- Names that are not known by their id ----
+
+  void BeginOtherElement(Element& element, const FastInfosetName& name);
+  char* PutOtherElementName(const FastInfosetName& name, std::size_t room);
+  char* PutOtherAttributeName(const FastInfosetName& name, std::size_t room);
+  bool TakesPrefix(const FastInfosetName& name) const;
+  const CFIKnownOctets* FindElement(const FastInfosetName& name);
+  char* PutInFull(char* out, unsigned mark, const FastInfosetName& name) const;
+  void LearnElement(const FastInfosetName& name);
+  void LearnAttribute(const FastInfosetName& name);
+  std::uint32_t Learn(const FastInfosetName& name, CFITextIndexes& names);
+  void UnlearnElement(const FastInfosetName& name);
 
  public:
   // An element that is open; not copied, and at its place until its end.
@@ -144,21 +175,25 @@ class FastInfosetRun {
 
     Element* m_outer = nullptr;
     Element* m_inner = nullptr;  // while that is open
-    const ElementTags* m_name = nullptr;
-    const std::string* m_uri = nullptr;
+    const FastInfosetName* m_name = nullptr;
     CXmlWriter::CXmlWriterContext* m_context = nullptr;  // the writer's, where it has one
     State m_state = State::Begun;
+    bool m_isNew = false;  // its name came with it
   };
 
  private:
   FastInfosetRunHost& m_host;
   const FastInfosetRunHost::Parts m_parts;
+  const bool m_isLocalUtf8;
   const bool m_writesUtf8;  // text as it stands
   const Table m_attributeValues;
   const Table m_chunks;
   FastInfosetRunHost::Place m_place;
   char* m_head = nullptr;        // of the innermost element, where it has begun
   std::uint32_t m_elements = 0;  // that had no context, since the last interruption
+  std::uint32_t m_flushes = 0;
+  bool m_isInFull = false;  // the name that was put last is a new one
+  Added m_added = {};       // for the name that was learned last
   std::uint64_t m_namespaceState = 0;
   Element m_base;
   Element* m_innermost;

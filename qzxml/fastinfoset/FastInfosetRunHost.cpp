@@ -2,11 +2,11 @@
 
 #include <memory>
 
+#include "qzxml/fastinfoset/FastInfosetName.h"
 #include "qzxml/fastinfoset/FastInfosetWriter.h"
 #include "qzxml/fastinfoset/FastInfosetWriterEntry.h"
 #include "qzxml/fastinfoset/FastInfosetWriterNames.h"
 #include "qzxml/platform/DebugChannel.h"
-#include "qzxml/runtime/Encoder.h"
 #include "qzxml/xml/XmlWriterContext.h"
 
 namespace QzXmlLib16 {
@@ -36,8 +36,15 @@ class CFastInfosetWriter::CTableEntry::CRunHost final : public FastInfosetRunHos
 
   Parts GetParts() override {
     CFIVocabulary& vocabulary = *m_writer.m_pVocabulary;
-    return {m_writer.m_pOptions, m_writer.m_pKnownNames.get(), &vocabulary.m_attributeValueMap,
-            &vocabulary.m_characterChunkMap, CFIVocabulary::kMaxEntries};
+    return {m_writer.m_pOptions,
+            m_writer.m_pKnownNames.get(),
+            &vocabulary.m_elementNameMap,
+            &vocabulary.m_attributeNameMap,
+            &vocabulary.m_localNameMap,
+            &vocabulary.m_namespaceNameMap,
+            &vocabulary.m_attributeValueMap,
+            &vocabulary.m_characterChunkMap,
+            CFIVocabulary::kMaxEntries};
   }
 
   Place Lend() override {
@@ -73,19 +80,18 @@ class CFastInfosetWriter::CTableEntry::CRunHost final : public FastInfosetRunHos
     return context;
   }
 
-  bool FindElement(const ElementTags& name, const std::string& uri) override {
-    if (!IsLocalUtf8()) return false;  // names may get longer
-    CXmlWriterContext& context = *m_writer.m_pContext;
-    const bool isPrefixed = !uri.empty() && uri != context.GetDefaultNamespace();
-    const std::string* const prefix = isPrefixed ? context.FindAlias(uri) : &m_writer.m_strNone;
+  bool FindElement(const FastInfosetName& name) override {
+    const std::string* const prefix = m_writer.m_pContext->FindAlias(name.GetUri());
     if (prefix == nullptr) return false;
-    const CTableEntry entry(CFIVocabulary::FormKey(*prefix, uri, name.GetName(), m_writer.m_strKey),
-                            m_writer.m_pVocabulary->m_elementNameMap);
+    const CTableEntry entry(
+        CFIVocabulary::FormKey(*prefix, name.GetUri(), name.GetName(), m_writer.m_strKey),
+        m_writer.m_pVocabulary->m_elementNameMap);
     const std::uint32_t index = entry.FindIndex();
     if (index == 0) return false;
     CFIKnownOctets octets;
     octets.SetElement(index);
-    m_writer.KeepElement(name, octets);
+    m_writer.m_pKnownNames->ElementOf(name.GetId()) = {
+        name.GetId(), m_writer.m_pContext->GetNamespaceState(), octets};
     return true;
   }
 

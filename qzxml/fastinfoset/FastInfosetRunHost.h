@@ -15,6 +15,7 @@ namespace QzXmlLib16::detail {
 
 class CFIKnownNames;
 class CFITextIndexes;
+class FastInfosetName;
 
 // What a Fast Infoset writer is for its runs (FastInfosetRun). It is what the writer offers as its
 // short ways, which are those of the writer itself. Lives as long as the writer.
@@ -26,6 +27,10 @@ class FastInfosetRunHost : public CShortWays {
   struct Parts {
     const CFastInfosetContext* options;
     CFIKnownNames* names;
+    CFITextIndexes* elementNames;
+    CFITextIndexes* attributeNames;
+    CFITextIndexes* localNames;
+    CFITextIndexes* namespaceNames;
     CFITextIndexes* attributeValues;
     CFITextIndexes* chunks;
     std::size_t maxEntries;  // of a table
@@ -62,7 +67,8 @@ class FastInfosetRunHost : public CShortWays {
   // ---- At any time ----
 
   // Whether the name has an index; then it is among the known names, for the namespaces in force.
-  virtual bool FindElement(const ElementTags& name, const std::string& uri) = 0;
+  // For one that may take a prefix.
+  virtual bool FindElement(const FastInfosetName& name) = 0;
 };
 
 }  // namespace QzXmlLib16::detail

@@ -60,10 +60,11 @@ inline char* FastInfosetRun::PutText(char* out, std::string_view text, ItemType 
                          : PutLiteral<Form>(out, text, m_parts.options->GetEncoding(type), false);
   }
   const std::uint64_t key = CFITextIndexes::KeyOf(text);
-  if (const std::uint32_t index = table.texts->Find(text, key)) return Form::WriteIndex(out, index);
+  const CFITextIndexes::Place place = table.texts->Look(text, key);
+  if (place.index != 0) return Form::WriteIndex(out, place.index);
   if (HasZero(text)) return nullptr;
   out = PutLiteral<Form>(out, text, m_parts.options->GetEncoding(type), true);
-  if (out != nullptr) AddTo(table, text, key);
+  if (out != nullptr) AddAt(*table.texts, place, text, key);
   return out;
 }
 
@@ -74,11 +75,11 @@ inline char* FastInfosetRun::PutPrinted(char* out, std::string_view text, ItemTy
   const Table& table = GetTable<Form>();
   const bool add = text.size() < table.maxAddLength;
   std::uint64_t key = 0;
+  CFITextIndexes::Place place = {0, 0};
   if (add) {
     key = CFITextIndexes::KeyOf(text);
-    if (const std::uint32_t index = table.texts->Find(text, key)) {
-      return Form::WriteIndex(out, index);
-    }
+    place = table.texts->Look(text, key);
+    if (place.index != 0) return Form::WriteIndex(out, place.index);
   }
   const auto as = m_parts.options->GetEncoding(type);
   if (as.m_dwType == kFIAlgorithm) {
@@ -90,7 +91,7 @@ inline char* FastInfosetRun::PutPrinted(char* out, std::string_view text, ItemTy
     out = PutLiteral<Form>(out, text, as, add);
     if (out == nullptr) return nullptr;
   }
-  if (add) AddTo(table, text, key);
+  if (add) AddAt(*table.texts, place, text, key);
   return out;
 }
 
@@ -103,22 +104,24 @@ inline char* FastInfosetRun::Open(char* out) const {
   return out;
 }
 
-inline void FastInfosetRun::BeginElement(Element& element, const ElementTags& name,
-                                         const std::string& uri) {
-  if (m_innermost->m_state == State::Pending) WritePending(false);
-  const CFIKnownNames::ById* known = &m_parts.names->ElementOf(name.GetId());
-  if (!known->Is(name.GetId(), m_namespaceState)) known = FindName(name, uri);
-  if (known == nullptr || GetRoom() < kElementRoom) return BeginInWriter(element, name, uri);
-  m_head = Open(m_place.out);
-  m_place.out = known->octets.Write(m_head);
+inline void FastInfosetRun::Enter(Element& element, const FastInfosetName& name) {
   m_place.isHalfPending = false;
   m_innermost->m_state = State::Content;
   m_innermost->m_inner = &element;
   element.m_outer = m_innermost;
   element.m_name = &name;
-  element.m_uri = &uri;
-  element.m_state = State::Begun;
   m_innermost = &element;
+}
+
+inline void FastInfosetRun::BeginElement(Element& element, const FastInfosetName& name) {
+  if (m_innermost->m_state == State::Pending) WritePending(false);
+  const CFIKnownNames::ById& known = m_parts.names->ElementOf(name.GetId());
+  if (!known.Is(name.GetId(), m_namespaceState) || GetRoom() < kElementRoom) {
+    return BeginOtherElement(element, name);
+  }
+  m_head = Open(m_place.out);
+  m_place.out = known.octets.Write(m_head);
+  Enter(element, name);
 }
 
 inline void FastInfosetRun::EndElement(Element& element) {
@@ -133,13 +136,22 @@ inline void FastInfosetRun::EndElement(Element& element) {
 
 // An element with nothing but a content: put(out) writes it and answers its end, or null.
 template <typename PutContent>
-inline bool FastInfosetRun::PutElement(const ElementTags& name, std::size_t room, PutContent put) {
+inline bool FastInfosetRun::PutElement(const FastInfosetName& name, std::size_t room,
+                                       PutContent put) {
   if (m_innermost->m_state == State::Pending) WritePending(false);
   const CFIKnownNames::ById& known = m_parts.names->ElementOf(name.GetId());
-  if (!known.Is(name.GetId(), m_namespaceState)) return false;
-  if (GetRoom() < kElementRoom + kValueRoom + room) return false;
-  char* const out = put(known.octets.Write(Open(m_place.out)));
+  const bool isKnown = known.Is(name.GetId(), m_namespaceState);
+  char* out;
+  if (isKnown) {
+    if (GetRoom() < kElementRoom + kValueRoom + room) return false;
+    out = known.octets.Write(Open(m_place.out));
+  } else {
+    out = PutOtherElementName(name, kValueRoom + room);
+    if (out == nullptr) return false;
+  }
+  out = put(out);
   if (out == nullptr) return false;
+  if (!isKnown && m_isInFull) LearnElement(name);
   m_place.out = out;
   m_place.isHalfPending = true;
   m_innermost->m_state = State::Content;
@@ -149,17 +161,25 @@ inline bool FastInfosetRun::PutElement(const ElementTags& name, std::size_t room
 }
 
 template <typename PutContent>
-inline bool FastInfosetRun::PutAttribute(const AttributeTag& name, std::size_t room,
+inline bool FastInfosetRun::PutAttribute(const FastInfosetName& name, std::size_t room,
                                          PutContent put) {
   constexpr unsigned char kHasAttributes = 0x40;
-  const CFIKnownNames::ById& known = m_parts.names->AttributeOf(name.GetId());
-  if (!known.Is(name.GetId(), 0)) return false;
   if (m_innermost->m_state == State::Pending) WritePending(true);
   const State state = m_innermost->m_state;
   if (state != State::Begun && state != State::Attributes) return false;
-  if (GetRoom() < CFIKnownNames::kRoom + kValueRoom + room) return false;
-  char* const out = put(known.octets.Write(m_place.out));
+  const CFIKnownNames::ById& known = m_parts.names->AttributeOf(name.GetId());
+  const bool isKnown = known.Is(name.GetId(), 0);
+  char* out;
+  if (isKnown) {
+    if (GetRoom() < CFIKnownNames::kRoom + kValueRoom + room) return false;
+    out = known.octets.Write(m_place.out);
+  } else {
+    out = PutOtherAttributeName(name, kValueRoom + room);
+    if (out == nullptr) return false;
+  }
+  out = put(out);
   if (out == nullptr) return false;
+  if (!isKnown && m_isInFull) LearnAttribute(name);
   if (state == State::Begun) {
     *m_head = static_cast<char>(static_cast<unsigned char>(*m_head) | kHasAttributes);
     m_innermost->m_state = State::Attributes;
@@ -169,7 +189,7 @@ inline bool FastInfosetRun::PutAttribute(const AttributeTag& name, std::size_t r
   return true;
 }
 
-inline bool FastInfosetRun::PutTextElement(const ElementTags& name, std::string_view text,
+inline bool FastInfosetRun::PutTextElement(const FastInfosetName& name, std::string_view text,
                                            ItemType type) {
   return PutElement(name, text.size(), [&](char* out) {
     return text.empty() ? out : PutText<CFIChunkForm>(out, text, type);
@@ -177,20 +197,20 @@ inline bool FastInfosetRun::PutTextElement(const ElementTags& name, std::string_
 }
 
 template <typename GetOctets>
-inline bool FastInfosetRun::PutPrintedElement(const ElementTags& name, std::string_view text,
+inline bool FastInfosetRun::PutPrintedElement(const FastInfosetName& name, std::string_view text,
                                               ItemType type, GetOctets octets) {
   return PutElement(name, text.size(),
                     [&](char* out) { return PutPrinted<CFIChunkForm>(out, text, type, octets); });
 }
 
-inline bool FastInfosetRun::PutTextAttribute(const AttributeTag& name, std::string_view text,
+inline bool FastInfosetRun::PutTextAttribute(const FastInfosetName& name, std::string_view text,
                                              ItemType type) {
   return PutAttribute(name, text.size(),
                       [&](char* out) { return PutText<CFIAttributeForm>(out, text, type); });
 }
 
 template <typename GetOctets>
-inline bool FastInfosetRun::PutPrintedAttribute(const AttributeTag& name, std::string_view text,
+inline bool FastInfosetRun::PutPrintedAttribute(const FastInfosetName& name, std::string_view text,
                                                 ItemType type, GetOctets octets) {
   return PutAttribute(name, text.size(), [&](char* out) {
     return PutPrinted<CFIAttributeForm>(out, text, type, octets);

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "qzxml/fastinfoset/FITextIndexesFind.h"
+#include "qzxml/fastinfoset/OctetForms.h"
+
+namespace QzXmlLib16::detail {
+
+// Between the parts of a name in the key of the tables. No character of XML 1.0, so that no name
+// holds it.
+inline constexpr char kNameSeparator = '\x01';
+
+// The name of elements or attributes without a prefix, made once for many of them, with all that
+// the tables of a document look it up by.
+class FastInfosetName {
+ public:
+  struct Text {
+    explicit Text(std::string whole) : text(std::move(whole)), key(CFITextIndexes::KeyOf(text)) {}
+
+    std::string text;
+    std::uint64_t key;
+  };
+
+  // The id is that of ElementTags or of AttributeTag.
+  FastInfosetName(std::uint64_t id, const std::string& name, const std::string& uri)
+      : m_id(id),
+        m_local(name),
+        m_namespace(uri),
+        m_whole(name + kNameSeparator + uri + kNameSeparator) {}
+
+  std::uint64_t GetId() const { return m_id; }
+  const Text& GetLocal() const { return m_local; }
+  const Text& GetNamespace() const { return m_namespace; }
+  const Text& GetWhole() const { return m_whole; }  // the key of the name
+  const std::string& GetName() const { return m_local.text; }
+  const std::string& GetUri() const { return m_namespace.text; }
+
+  // What it takes in full.
+  std::size_t GetRoom() const { return 1 + 2 * kFormSize + m_whole.text.size(); }
+
+ private:
+  std::uint64_t m_id;
+  Text m_local;
+  Text m_namespace;
+  Text m_whole;
+};
+
+}  // namespace QzXmlLib16::detail
