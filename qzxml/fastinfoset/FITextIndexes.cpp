@@ -1,5 +1,6 @@
 #include "qzxml/fastinfoset/FITextIndexes.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "qzxml/fastinfoset/FITextIndexesFind.h"
@@ -8,7 +9,7 @@ namespace QzXmlLib16::detail {
 namespace {
 
 // Most tables stay small, or get large.
-constexpr std::size_t kFirstPlaces = 32;
+constexpr std::size_t kFirstPlaces = 64;
 constexpr std::size_t kFirstGrowth = 4;
 constexpr std::size_t kSomePlaces = 256;
 constexpr std::size_t kFirstOctets = 1024;
@@ -40,15 +41,17 @@ void CFITextIndexes::Add(std::string_view text, std::uint64_t key, std::uint32_t
 // Nothing has been put behind it since, so that nobody looks for anything past its place.
 void CFITextIndexes::RemoveLast(std::string_view text, std::uint64_t key) {
   const std::size_t at = FindPlace(text, key);
-  if (text.size() > kShort) m_texts.resize(GetEntry(at).GetBegin());
+  if (text.size() > kShort) m_textsSize = GetEntry(at).GetBegin();
   SetEntry(at, {0, 0});
   --m_count;
 }
 
 std::size_t CFITextIndexes::AddLongText(std::string_view text) {
-  const std::size_t begin = m_texts.size();
-  if (m_texts.capacity() == 0) m_texts.reserve(kFirstOctets);
-  m_texts.resize(begin + sizeof(std::size_t) + text.size());
+  const std::size_t begin = m_textsSize;
+  m_textsSize += sizeof(std::size_t) + text.size();
+  if (m_textsSize > m_texts.size()) {
+    m_texts.resize(std::max({kFirstOctets, m_textsSize, m_texts.size() * 2}));
+  }
   char* const out = m_texts.data() + begin;
   StoreWord<std::size_t>(out, text.size());
   CopyShort(out + sizeof(std::size_t), text.data(), text.size());

@@ -26,6 +26,8 @@ class QZXML_API CFITextIndexes {
   // text is short, which is most of what is looked for; then no other text has the same. Else it
   // begins with FF and a hash follows.
   static std::uint64_t KeyOf(std::string_view text);
+  // The same for a text behind which eight bytes can be read, and which is not empty.
+  static std::uint64_t KeyOfRoomy(std::string_view text);
 
   std::size_t GetCount() const { return m_count; }
 
@@ -84,7 +86,8 @@ class QZXML_API CFITextIndexes {
 
   std::vector<std::uint64_t> m_words;  // the places, two for each: a power of two, or none
   std::size_t m_count = 0;
-  std::vector<char> m_texts;  // the long ones, each behind its size
+  std::vector<char> m_texts;  // room for the long ones, each behind its size
+  std::size_t m_textsSize = 0;
 };
 
 }  // namespace QzXmlLib16::detail

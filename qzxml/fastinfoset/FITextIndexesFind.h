@@ -30,6 +30,13 @@ inline std::uint64_t CFITextIndexes::KeyOf(std::string_view text) {
   return key;
 }
 
+inline std::uint64_t CFITextIndexes::KeyOfRoomy(std::string_view text) {
+  const std::size_t size = text.size();
+  if (size > kShort) return HashText(text) | kLongMark << 56;
+  const std::uint64_t mask = ~std::uint64_t{0} >> (64 - 8 * size);
+  return (LoadWord<std::uint64_t>(text.data()) & mask) | std::uint64_t{size} << 56;
+}
+
 // The key of a long text is a hash already.
 inline std::uint64_t CFITextIndexes::HashOf(std::uint64_t key) {
   return key >> 56 == kLongMark ? key : HashWord(key);

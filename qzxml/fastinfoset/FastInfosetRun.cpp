@@ -18,14 +18,14 @@ FastInfosetRun::FastInfosetRun(FastInfosetRunHost& host)
 }
 
 // Tells a context what has happened to its element here.
-void FastInfosetRun::Settle(const Element& element) {
-  CXmlWriter::CXmlWriterContext& context = *element.m_context;
-  if (element.m_state == State::Attributes) context.SetHasAttributes(true);
-  if (element.m_state == State::Content) context.SetStartTagOpen(false);
+void FastInfosetRun::Settle(CXmlWriter::CXmlWriterContext& context, State state) {
+  if (state == State::Attributes) context.SetHasAttributes(true);
+  if (state == State::Content) context.SetStartTagOpen(false);
 }
 
 void FastInfosetRun::Interrupt() {
-  if (m_innermost->m_state == State::Begun) {
+  const bool isBegun = m_state == State::Begun;
+  if (isBegun) {
     m_place.out = m_head;
     if (m_innermost->m_isNew) UnlearnElement(*m_innermost->m_name);
   }
@@ -35,13 +35,13 @@ void FastInfosetRun::Interrupt() {
   if (element->m_context == nullptr) return;  // no element is open
   if (m_elements != 0) element->m_context->CountElements(m_elements);
   m_elements = 0;
-  Settle(*element);
   while (element != m_innermost) {
+    Settle(*element->m_context, State::Content);
     element = element->m_inner;
     element->m_context = m_host.OpenElement(element->m_name->GetName(), element->m_name->GetUri(),
-                                            element->m_state == State::Begun);
-    Settle(*element);
+                                            isBegun && element == m_innermost);
   }
+  Settle(*element->m_context, m_state);
 }
 
 void FastInfosetRun::Resume() {
@@ -51,11 +51,11 @@ void FastInfosetRun::Resume() {
   element.m_context = m_place.innermost;
   m_namespaceState = context == nullptr ? 0 : context->GetNamespaceState();
   if (m_place.isPending) {
-    element.m_state = State::Pending;
+    m_state = State::Pending;
   } else if (context == nullptr || !context->IsStartTagOpen()) {
-    element.m_state = State::Content;
+    m_state = State::Content;
   } else {
-    element.m_state = context->HasAttributes() ? State::Attributes : State::Headed;
+    m_state = context->HasAttributes() ? State::Attributes : State::Headed;
   }
 }
 
@@ -123,7 +123,7 @@ char* PutPart(char* out, const FastInfosetName::Text& part, const CFITextIndexes
 }  // namespace
 
 // A new name without a prefix. The tables learn it when what belongs to it stands there too.
-char* FastInfosetRun::PutInFull(char* out, unsigned mark, const FastInfosetName& name) const {
+char* FastInfosetRun::PutNameInFull(char* out, unsigned mark, const FastInfosetName& name) const {
   const bool hasNamespace = !name.GetUri().empty();
   out = WriteOctet(out, hasNamespace ? mark | 1 : mark);
   if (hasNamespace) out = PutPart(out, name.GetNamespace(), *m_parts.namespaceNames);
@@ -138,6 +138,7 @@ std::uint32_t FastInfosetRun::Learn(const FastInfosetName& name, CFITextIndexes&
   };
   m_added.namespaceName =
       !name.GetUri().empty() && add(*m_parts.namespaceNames, name.GetNamespace()) != 0;
+  m_isInFull = false;
   m_added.local = add(*m_parts.localNames, name.GetLocal()) != 0;
   const std::uint32_t index = add(names, name.GetWhole());
   m_added.whole = index != 0;
@@ -180,17 +181,17 @@ void FastInfosetRun::UnlearnElement(const FastInfosetName& name) {
   const std::size_t nameRoom = kElementRoom + name.GetRoom();
   if (GetRoom() < nameRoom + room) return nullptr;
   const CFIKnownOctets* const octets = FindElement(name);
-  m_isInFull = octets == nullptr;
   if (octets != nullptr) return octets->Write(Open(m_place.out));
   if (TakesPrefix(name) || name.GetName().empty()) return nullptr;
-  return PutInFull(Open(m_place.out), kLiteralElement, name);
+  m_isInFull = true;
+  return PutNameInFull(Open(m_place.out), kLiteralElement, name);
 }
 
 [[gnu::noinline]] void FastInfosetRun::BeginOtherElement(Element& element,
                                                          const FastInfosetName& name) {
   char* const out = PutOtherElementName(name, 0);
   if (out == nullptr) return BeginInWriter(element, name);
-  m_head = Open(m_place.out);
+  m_head = m_place.out + GetOpenSize();
   m_place.out = out;
   Enter(element, name);
   element.m_isNew = m_isInFull;
@@ -203,9 +204,10 @@ void FastInfosetRun::UnlearnElement(const FastInfosetName& name) {
   if (!m_isLocalUtf8 || GetRoom() < CFIKnownNames::kRoom + name.GetRoom() + room) return nullptr;
   const auto& [text, key] = name.GetWhole();
   const std::uint32_t index = m_parts.attributeNames->Find(text, key);
-  m_isInFull = index == 0;
-  if (m_isInFull) {
-    return name.GetName().empty() ? nullptr : PutInFull(m_place.out, kLiteralAttribute, name);
+  if (index == 0) {
+    if (name.GetName().empty()) return nullptr;
+    m_isInFull = true;
+    return PutNameInFull(m_place.out, kLiteralAttribute, name);
   }
   CFIKnownNames::ById& known = m_parts.names->AttributeOf(name.GetId());
   known = {name.GetId(), 0, CFIKnownOctets()};

@@ -62,8 +62,9 @@ class FastInfosetRun {
   void EndElement(Element& element);
 
   // ---- Values ----
-  // Each is given with its text and its kind. For a printed one, which has no zero byte, octets
-  // answers what it is under an algorithm.
+  // Each is given with its text and its kind. For a printed one, octets answers what it is under an
+  // algorithm; its text has no zero byte, is not empty, and stands in kPrintedRoom bytes.
+  static constexpr std::size_t kPrintedRoom = 64;
 
   bool PutTextElement(const FastInfosetName& name, std::string_view text, ItemType type);
   template <typename GetOctets>
@@ -90,6 +91,8 @@ class FastInfosetRun {
     Content,
   };
 
+  using Encoding = CFastInfosetContext::EncodedCharacterString;
+
   struct Table {
     CFITextIndexes* texts;
     std::uint32_t maxAddLength;
@@ -114,6 +117,9 @@ class FastInfosetRun {
   static constexpr std::size_t kValueRoom = kFIValueHead + sizeof(std::uint64_t);
 
   std::size_t GetRoom() const { return static_cast<std::size_t>(m_place.limit - m_place.out); }
+  std::size_t GetOpenSize() const {
+    return (m_place.isHalfPending ? 1u : 0u) + (m_state == State::Attributes ? 1u : 0u);
+  }
   char* Open(char* out) const;
   template <typename PutContent>
   bool PutElement(const FastInfosetName& name, std::size_t room, PutContent put);
@@ -122,10 +128,16 @@ class FastInfosetRun {
   template <typename Form>
   char* PutText(char* out, std::string_view text, ItemType type);
   template <typename Form, typename GetOctets>
+  char* PutNewPrinted(char* out, std::string_view text, Encoding as, GetOctets octets,
+                      bool add) const;
+  template <typename Form, typename GetOctets>
   char* PutPrinted(char* out, std::string_view text, ItemType type, GetOctets octets);
   template <typename Form>
-  char* PutLiteral(char* out, std::string_view text, CFastInfosetContext::EncodedCharacterString as,
-                   bool add) const;
+  static char* PutInAlphabet(char* out, std::string_view text, Encoding as, bool add);
+  template <typename Form>
+  char* PutInFull(char* out, std::string_view text, Encoding as, bool add) const;
+  template <typename Form>
+  char* PutPrintedInFull(char* out, std::string_view text, Encoding as, bool add) const;
   template <typename Form>
   const Table& GetTable() const;
   // Answers the index that the text has now; 0 where the table is full.
@@ -147,7 +159,7 @@ class FastInfosetRun {
   void Enter(Element& element, const FastInfosetName& name);
   void BeginInWriter(Element& element, const FastInfosetName& name);
   void EndInWriter(const Element& element);
-  static void Settle(const Element& element);
+  static void Settle(CXmlWriter::CXmlWriterContext& context, State state);
 
   // ---- Names that are not known by their id ----
 
@@ -156,11 +168,16 @@ class FastInfosetRun {
   char* PutOtherAttributeName(const FastInfosetName& name, std::size_t room);
   bool TakesPrefix(const FastInfosetName& name) const;
   const CFIKnownOctets* FindElement(const FastInfosetName& name);
-  char* PutInFull(char* out, unsigned mark, const FastInfosetName& name) const;
+  char* PutNameInFull(char* out, unsigned mark, const FastInfosetName& name) const;
   void LearnElement(const FastInfosetName& name);
   void LearnAttribute(const FastInfosetName& name);
   std::uint32_t Learn(const FastInfosetName& name, CFITextIndexes& names);
   void UnlearnElement(const FastInfosetName& name);
+  // A name that was put is not to stay.
+  bool Forget() {
+    m_isInFull = false;
+    return false;
+  }
 
  public:
   // An element that is open; not copied, and at its place until its end.
@@ -177,8 +194,7 @@ class FastInfosetRun {
     Element* m_inner = nullptr;  // while that is open
     const FastInfosetName* m_name = nullptr;
     CXmlWriter::CXmlWriterContext* m_context = nullptr;  // the writer's, where it has one
-    State m_state = State::Begun;
-    bool m_isNew = false;  // its name came with it
+    bool m_isNew = false;                                // its name came with it
   };
 
  private:
@@ -189,10 +205,11 @@ class FastInfosetRun {
   const Table m_attributeValues;
   const Table m_chunks;
   FastInfosetRunHost::Place m_place;
-  char* m_head = nullptr;        // of the innermost element, where it has begun
-  std::uint32_t m_elements = 0;  // that had no context, since the last interruption
+  State m_state = State::Content;  // of the innermost element; those around it have some content
+  char* m_head = nullptr;          // of the innermost element, where it has begun
+  std::uint32_t m_elements = 0;    // that had no context, since the last interruption
   std::uint32_t m_flushes = 0;
-  bool m_isInFull = false;  // the name that was put last is a new one
+  bool m_isInFull = false;  // a new name has been put that is not learned yet
   Added m_added = {};       // for the name that was learned last
   std::uint64_t m_namespaceState = 0;
   Element m_base;

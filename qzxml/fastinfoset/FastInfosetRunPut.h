@@ -8,23 +8,14 @@ namespace QzXmlLib16::detail {
 
 // ---- Values ----
 
-// Not for an empty text. Words may overlap.
+// Of one to seven bytes. Words may overlap.
 inline bool FastInfosetRun::HasZero(std::string_view text) {
   const char* const bytes = text.data();
   const std::size_t size = text.size();
-  constexpr std::uint64_t kHighBits = 0x8080808080808080;
-  const auto zeros = [](std::uint64_t word) { return (word - 0x0101010101010101) & ~word; };
-  if (size >= 8) {
-    std::uint64_t found = zeros(LoadWord<std::uint64_t>(bytes + size - 8));
-    for (std::size_t at = 0; at + 8 < size; at += 8) {
-      found |= zeros(LoadWord<std::uint64_t>(bytes + at));
-    }
-    return (found & kHighBits) != 0;
-  }
   if (size >= 4) {
     const std::uint64_t first = LoadWord<std::uint32_t>(bytes);
-    const std::uint64_t last = LoadWord<std::uint32_t>(bytes + size - 4);
-    return (zeros(first << 32 | last) & kHighBits) != 0;
+    const std::uint64_t word = first << 32 | LoadWord<std::uint32_t>(bytes + size - 4);
+    return ((word - 0x0101010101010101) & ~word & 0x8080808080808080) != 0;
   }
   return bytes[0] == '\0' || bytes[size / 2] == '\0' || bytes[size - 1] == '\0';
 }
@@ -35,63 +26,78 @@ inline char* FastInfosetRun::PutOctets(char* out, const Octets& octets) {
   return out + octets.size;
 }
 
-// A value in full, which has no zero byte; null under any encoding but text and alphabets, and for
-// a character that is not in the alphabet.
+// A value in full in an alphabet; null under any other encoding, and for a character that is not in
+// the alphabet.
 template <typename Form>
-inline char* FastInfosetRun::PutLiteral(char* out, std::string_view text,
-                                        CFastInfosetContext::EncodedCharacterString as,
-                                        bool add) const {
+inline char* FastInfosetRun::PutInAlphabet(char* out, std::string_view text, Encoding as,
+                                           bool add) {
+  if (as.m_dwType != kFIRestrictedAlphabet || as.m_dwIndex - 1 >= 2) return nullptr;
   const auto size = static_cast<std::uint32_t>(text.size());
-  if (as.m_dwType == kFIText && m_writesUtf8) {
-    return CopyShort(WriteValueHead<Form>(out, add, kFIText, 0, size), text.data(), text.size());
-  }
-  if (as.m_dwType == kFIRestrictedAlphabet && as.m_dwIndex - 1 < 2) {
-    out = WriteValueHead<Form>(out, add, kFIRestrictedAlphabet, as.m_dwIndex, (size + 1) / 2);
-    return SmallAlphabet::Get(as.m_dwIndex).Write(out, text);
-  }
-  return nullptr;
+  out = WriteValueHead<Form>(out, add, kFIRestrictedAlphabet, as.m_dwIndex, (size + 1) / 2);
+  return SmallAlphabet::Get(as.m_dwIndex).Write(out, text);
+}
+
+// The same as text or in an alphabet. Null also for a text with a zero byte.
+template <typename Form>
+[[gnu::always_inline]] inline char* FastInfosetRun::PutInFull(char* out, std::string_view text,
+                                                              Encoding as, bool add) const {
+  if (as.m_dwType != kFIText || !m_writesUtf8) return PutInAlphabet<Form>(out, text, as, add);
+  const auto size = static_cast<std::uint32_t>(text.size());
+  out = WriteValueHead<Form>(out, add, kFIText, 0, size);
+  if (text.size() >= 8) return CopyWithoutZero(out, text.data(), text.size());
+  return HasZero(text) ? nullptr : CopyShort(out, text.data(), text.size());
 }
 
 template <typename Form>
-inline char* FastInfosetRun::PutText(char* out, std::string_view text, ItemType type) {
+[[gnu::always_inline]] inline char* FastInfosetRun::PutText(char* out, std::string_view text,
+                                                            ItemType type) {
   const Table& table = GetTable<Form>();
-  if (text.size() >= table.maxAddLength) {
-    return HasZero(text) ? nullptr
-                         : PutLiteral<Form>(out, text, m_parts.options->GetEncoding(type), false);
-  }
+  const Encoding as = m_parts.options->GetEncoding(type);
+  if (text.size() >= table.maxAddLength) return PutInFull<Form>(out, text, as, false);
   const std::uint64_t key = CFITextIndexes::KeyOf(text);
   const CFITextIndexes::Place place = table.texts->Look(text, key);
   if (place.index != 0) return Form::WriteIndex(out, place.index);
-  if (HasZero(text)) return nullptr;
-  out = PutLiteral<Form>(out, text, m_parts.options->GetEncoding(type), true);
+  out = PutInFull<Form>(out, text, as, true);
   if (out != nullptr) AddAt(*table.texts, place, text, key);
   return out;
 }
 
+// The same for the text of a printed value, which is copied in one step.
+template <typename Form>
+inline char* FastInfosetRun::PutPrintedInFull(char* out, std::string_view text, Encoding as,
+                                              bool add) const {
+  constexpr std::size_t kStep = 32;
+  if (as.m_dwType != kFIText) return PutInAlphabet<Form>(out, text, as, add);
+  if (!m_writesUtf8 || text.size() > kStep) return nullptr;
+  const auto size = static_cast<std::uint32_t>(text.size());
+  out = WriteValueHead<Form>(out, add, kFIText, 0, size);
+  std::memcpy(out, text.data(), kStep);
+  return out + size;
+}
+
+// A printed value that is not in the table.
+template <typename Form, typename GetOctets>
+[[gnu::always_inline]] inline char* FastInfosetRun::PutNewPrinted(char* out, std::string_view text,
+                                                                  Encoding as, GetOctets octets,
+                                                                  bool add) const {
+  if (as.m_dwType != kFIAlgorithm) return PutPrintedInFull<Form>(out, text, as, add);
+  const Octets found = octets(as.m_dwIndex);
+  if (found.size == 0) return nullptr;
+  return PutOctets(WriteValueHead<Form>(out, add, kFIAlgorithm, as.m_dwIndex, found.size), found);
+}
+
 // Meant: also a value under an algorithm is looked for by its text.
 template <typename Form, typename GetOctets>
-inline char* FastInfosetRun::PutPrinted(char* out, std::string_view text, ItemType type,
-                                        GetOctets octets) {
+[[gnu::always_inline]] inline char* FastInfosetRun::PutPrinted(char* out, std::string_view text,
+                                                               ItemType type, GetOctets octets) {
   const Table& table = GetTable<Form>();
-  const bool add = text.size() < table.maxAddLength;
-  std::uint64_t key = 0;
-  CFITextIndexes::Place place = {0, 0};
-  if (add) {
-    key = CFITextIndexes::KeyOf(text);
-    place = table.texts->Look(text, key);
-    if (place.index != 0) return Form::WriteIndex(out, place.index);
-  }
-  const auto as = m_parts.options->GetEncoding(type);
-  if (as.m_dwType == kFIAlgorithm) {
-    const Octets found = octets(as.m_dwIndex);
-    if (found.size == 0) return nullptr;
-    out = WriteValueHead<Form>(out, add, kFIAlgorithm, as.m_dwIndex, found.size);
-    out = PutOctets(out, found);
-  } else {
-    out = PutLiteral<Form>(out, text, as, add);
-    if (out == nullptr) return nullptr;
-  }
-  if (add) AddAt(*table.texts, place, text, key);
+  const Encoding as = m_parts.options->GetEncoding(type);
+  if (text.size() >= table.maxAddLength) return PutNewPrinted<Form>(out, text, as, octets, false);
+  const std::uint64_t key = CFITextIndexes::KeyOfRoomy(text);
+  const CFITextIndexes::Place place = table.texts->Look(text, key);
+  if (place.index != 0) return Form::WriteIndex(out, place.index);
+  out = PutNewPrinted<Form>(out, text, as, octets, true);
+  if (out != nullptr) AddAt(*table.texts, place, text, key);
   return out;
 }
 
@@ -99,14 +105,14 @@ inline char* FastInfosetRun::PutPrinted(char* out, std::string_view text, ItemTy
 
 // The ends that have to stand in front of a child of the innermost element.
 inline char* FastInfosetRun::Open(char* out) const {
-  if (m_place.isHalfPending) *out++ = kTerminator;
-  if (m_innermost->m_state == State::Attributes) *out++ = kTerminator;
-  return out;
+  out[0] = kTerminator;
+  out[1] = kTerminator;
+  return out + GetOpenSize();
 }
 
 inline void FastInfosetRun::Enter(Element& element, const FastInfosetName& name) {
   m_place.isHalfPending = false;
-  m_innermost->m_state = State::Content;
+  m_state = State::Begun;
   m_innermost->m_inner = &element;
   element.m_outer = m_innermost;
   element.m_name = &name;
@@ -114,7 +120,7 @@ inline void FastInfosetRun::Enter(Element& element, const FastInfosetName& name)
 }
 
 inline void FastInfosetRun::BeginElement(Element& element, const FastInfosetName& name) {
-  if (m_innermost->m_state == State::Pending) WritePending(false);
+  if (m_state == State::Pending) WritePending(false);
   const CFIKnownNames::ById& known = m_parts.names->ElementOf(name.GetId());
   if (!known.Is(name.GetId(), m_namespaceState) || GetRoom() < kElementRoom) {
     return BeginOtherElement(element, name);
@@ -126,10 +132,11 @@ inline void FastInfosetRun::BeginElement(Element& element, const FastInfosetName
 
 inline void FastInfosetRun::EndElement(Element& element) {
   if (element.m_context != nullptr || GetRoom() < 2) return EndInWriter(element);
-  if (element.m_state == State::Attributes) *m_place.out++ = kTerminator;
+  if (m_state == State::Attributes) *m_place.out++ = kTerminator;
   if (m_place.isHalfPending) *m_place.out++ = kTwoTerminators;
   m_place.isHalfPending = !m_place.isHalfPending;
   m_innermost = element.m_outer;
+  m_state = State::Content;
   ++m_elements;
   FlushWhenDue();
 }
@@ -138,11 +145,10 @@ inline void FastInfosetRun::EndElement(Element& element) {
 template <typename PutContent>
 inline bool FastInfosetRun::PutElement(const FastInfosetName& name, std::size_t room,
                                        PutContent put) {
-  if (m_innermost->m_state == State::Pending) WritePending(false);
+  if (m_state == State::Pending) WritePending(false);
   const CFIKnownNames::ById& known = m_parts.names->ElementOf(name.GetId());
-  const bool isKnown = known.Is(name.GetId(), m_namespaceState);
   char* out;
-  if (isKnown) {
+  if (known.Is(name.GetId(), m_namespaceState)) {
     if (GetRoom() < kElementRoom + kValueRoom + room) return false;
     out = known.octets.Write(Open(m_place.out));
   } else {
@@ -150,11 +156,11 @@ inline bool FastInfosetRun::PutElement(const FastInfosetName& name, std::size_t 
     if (out == nullptr) return false;
   }
   out = put(out);
-  if (out == nullptr) return false;
-  if (!isKnown && m_isInFull) LearnElement(name);
+  if (out == nullptr) return Forget();
+  if (m_isInFull) LearnElement(name);
   m_place.out = out;
   m_place.isHalfPending = true;
-  m_innermost->m_state = State::Content;
+  m_state = State::Content;
   ++m_elements;
   FlushWhenDue();
   return true;
@@ -164,13 +170,12 @@ template <typename PutContent>
 inline bool FastInfosetRun::PutAttribute(const FastInfosetName& name, std::size_t room,
                                          PutContent put) {
   constexpr unsigned char kHasAttributes = 0x40;
-  if (m_innermost->m_state == State::Pending) WritePending(true);
-  const State state = m_innermost->m_state;
+  if (m_state == State::Pending) WritePending(true);
+  const State state = m_state;
   if (state != State::Begun && state != State::Attributes) return false;
   const CFIKnownNames::ById& known = m_parts.names->AttributeOf(name.GetId());
-  const bool isKnown = known.Is(name.GetId(), 0);
   char* out;
-  if (isKnown) {
+  if (known.Is(name.GetId(), 0)) {
     if (GetRoom() < CFIKnownNames::kRoom + kValueRoom + room) return false;
     out = known.octets.Write(m_place.out);
   } else {
@@ -178,11 +183,11 @@ inline bool FastInfosetRun::PutAttribute(const FastInfosetName& name, std::size_
     if (out == nullptr) return false;
   }
   out = put(out);
-  if (out == nullptr) return false;
-  if (!isKnown && m_isInFull) LearnAttribute(name);
+  if (out == nullptr) return Forget();
+  if (m_isInFull) LearnAttribute(name);
   if (state == State::Begun) {
     *m_head = static_cast<char>(static_cast<unsigned char>(*m_head) | kHasAttributes);
-    m_innermost->m_state = State::Attributes;
+    m_state = State::Attributes;
   }
   m_place.out = out;
   FlushWhenDue();
@@ -199,7 +204,7 @@ inline bool FastInfosetRun::PutTextElement(const FastInfosetName& name, std::str
 template <typename GetOctets>
 inline bool FastInfosetRun::PutPrintedElement(const FastInfosetName& name, std::string_view text,
                                               ItemType type, GetOctets octets) {
-  return PutElement(name, text.size(),
+  return PutElement(name, kPrintedRoom,
                     [&](char* out) { return PutPrinted<CFIChunkForm>(out, text, type, octets); });
 }
 
@@ -212,21 +217,21 @@ inline bool FastInfosetRun::PutTextAttribute(const FastInfosetName& name, std::s
 template <typename GetOctets>
 inline bool FastInfosetRun::PutPrintedAttribute(const FastInfosetName& name, std::string_view text,
                                                 ItemType type, GetOctets octets) {
-  return PutAttribute(name, text.size(), [&](char* out) {
+  return PutAttribute(name, kPrintedRoom, [&](char* out) {
     return PutPrinted<CFIAttributeForm>(out, text, type, octets);
   });
 }
 
 // Meant: the end of an element that still has to be written comes behind this.
 inline bool FastInfosetRun::PutOwnText(std::string_view text, ItemType type) {
-  if (m_innermost->m_state == State::Pending) WritePending(false);
+  if (m_state == State::Pending) WritePending(false);
   if (GetRoom() < 1 + kValueRoom + text.size()) return false;
   char* out = m_place.out;
-  if (m_innermost->m_state == State::Attributes) *out++ = kTerminator;
+  if (m_state == State::Attributes) *out++ = kTerminator;
   out = PutText<CFIChunkForm>(out, text, type);
   if (out == nullptr) return false;
   m_place.out = out;
-  m_innermost->m_state = State::Content;
+  m_state = State::Content;
   FlushWhenDue();
   return true;
 }
