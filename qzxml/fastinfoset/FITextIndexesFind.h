@@ -59,7 +59,9 @@ inline std::string_view CFITextIndexes::GetLongText(std::size_t begin) const {
 
 // Whether the key of a text, which is that of the entry, is all there is to say.
 inline bool CFITextIndexes::IsText(const Entry& entry, std::string_view text) const {
-  return text.size() <= kShort || GetLongText(entry.GetBegin()) == text;
+  if (text.size() <= kShort) return true;
+  const std::string_view found = GetLongText(entry.GetBegin());
+  return found.size() == text.size() && AreEqual(found.data(), text.data(), text.size());
 }
 
 inline std::uint32_t CFITextIndexes::Find(std::string_view text, std::uint64_t key) const {

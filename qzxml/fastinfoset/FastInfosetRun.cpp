@@ -102,45 +102,55 @@ inline bool FastInfosetRun::TakesPrefix(const FastInfosetName& name) const {
 const CFIKnownOctets* FastInfosetRun::FindElement(const FastInfosetName& name) {
   CFIKnownNames::ById& known = m_parts.names->ElementOf(name.GetId());
   if (TakesPrefix(name)) return m_host.FindElement(name) ? &known.octets : nullptr;
-  const auto& [text, key] = name.GetWhole();
-  const std::uint32_t index = m_parts.elementNames->Find(text, key);
-  if (index == 0) return nullptr;
+  m_new.whole = Look(*m_parts.elementNames, name.GetWhole());
+  if (m_new.whole.index == 0) return nullptr;
   known = {name.GetId(), m_namespaceState, CFIKnownOctets()};
-  known.octets.SetElement(index);
+  known.octets.SetElement(m_new.whole.index);
   return &known.octets;
 }
 
 namespace {
 
 // The index of a part of a name, or the part itself.
-char* PutPart(char* out, const FastInfosetName::Text& part, const CFITextIndexes& table) {
-  const std::uint32_t index = table.Find(part.text, part.key);
-  if (index != 0) return WriteIndexOnSecondBit(out, 0x80, index);
+char* PutPart(char* out, const FastInfosetName::Text& part, const CFITextIndexes::Place& place) {
+  if (place.index != 0) return WriteIndexOnSecondBit(out, 0x80, place.index);
   const auto size = static_cast<std::uint32_t>(part.text.size());
   return CopyShort(WriteLengthOnSecondBit(out, 0x00, size), part.text.data(), size);
 }
 
 }  // namespace
 
-// A new name without a prefix. The tables learn it when what belongs to it stands there too.
-char* FastInfosetRun::PutNameInFull(char* out, unsigned mark, const FastInfosetName& name) const {
-  const bool hasNamespace = !name.GetUri().empty();
-  out = WriteOctet(out, hasNamespace ? mark | 1 : mark);
-  if (hasNamespace) out = PutPart(out, name.GetNamespace(), *m_parts.namespaceNames);
-  return PutPart(out, name.GetLocal(), *m_parts.localNames);
+CFITextIndexes::Place FastInfosetRun::Look(CFITextIndexes& table,
+                                           const FastInfosetName::Text& part) {
+  return table.Look(part.text, part.key);
 }
 
-// Answers the index that the name has now; 0 where the table is full.
+// A new name without a prefix. The tables learn it when what belongs to it stands there too.
+char* FastInfosetRun::PutNameInFull(char* out, unsigned mark, const FastInfosetName& name) {
+  m_isInFull = true;
+  m_new.local = Look(*m_parts.localNames, name.GetLocal());
+  if (name.GetUri().empty()) {
+    out = WriteOctet(out, mark);
+  } else {
+    m_new.namespaceName = Look(*m_parts.namespaceNames, name.GetNamespace());
+    out = PutPart(WriteOctet(out, mark | 1), name.GetNamespace(), m_new.namespaceName);
+  }
+  return PutPart(out, name.GetLocal(), m_new.local);
+}
+
+// Adds the parts that were not found, at the places where they were looked for. Answers the index
+// that the name has now; 0 where the table is full.
 std::uint32_t FastInfosetRun::Learn(const FastInfosetName& name, CFITextIndexes& names) {
-  const auto add = [this](CFITextIndexes& table, const FastInfosetName::Text& part) {
-    const CFITextIndexes::Place place = table.Look(part.text, part.key);
+  const auto add = [this](CFITextIndexes& table, const FastInfosetName::Text& part,
+                          const CFITextIndexes::Place& place) {
     return place.index == 0 ? AddAt(table, place, part.text, part.key) : 0;
   };
-  m_added.namespaceName =
-      !name.GetUri().empty() && add(*m_parts.namespaceNames, name.GetNamespace()) != 0;
   m_isInFull = false;
-  m_added.local = add(*m_parts.localNames, name.GetLocal()) != 0;
-  const std::uint32_t index = add(names, name.GetWhole());
+  m_added.namespaceName =
+      !name.GetUri().empty() &&
+      add(*m_parts.namespaceNames, name.GetNamespace(), m_new.namespaceName) != 0;
+  m_added.local = add(*m_parts.localNames, name.GetLocal(), m_new.local) != 0;
+  const std::uint32_t index = add(names, name.GetWhole(), m_new.whole);
   m_added.whole = index != 0;
   return index;
 }
@@ -183,7 +193,6 @@ void FastInfosetRun::UnlearnElement(const FastInfosetName& name) {
   const CFIKnownOctets* const octets = FindElement(name);
   if (octets != nullptr) return octets->Write(Open(m_place.out));
   if (TakesPrefix(name) || name.GetName().empty()) return nullptr;
-  m_isInFull = true;
   return PutNameInFull(Open(m_place.out), kLiteralElement, name);
 }
 
@@ -202,16 +211,14 @@ void FastInfosetRun::UnlearnElement(const FastInfosetName& name) {
 [[gnu::noinline]] char* FastInfosetRun::PutOtherAttributeName(const FastInfosetName& name,
                                                               std::size_t room) {
   if (!m_isLocalUtf8 || GetRoom() < CFIKnownNames::kRoom + name.GetRoom() + room) return nullptr;
-  const auto& [text, key] = name.GetWhole();
-  const std::uint32_t index = m_parts.attributeNames->Find(text, key);
-  if (index == 0) {
+  m_new.whole = Look(*m_parts.attributeNames, name.GetWhole());
+  if (m_new.whole.index == 0) {
     if (name.GetName().empty()) return nullptr;
-    m_isInFull = true;
     return PutNameInFull(m_place.out, kLiteralAttribute, name);
   }
   CFIKnownNames::ById& known = m_parts.names->AttributeOf(name.GetId());
   known = {name.GetId(), 0, CFIKnownOctets()};
-  known.octets.SetAttribute(index);
+  known.octets.SetAttribute(m_new.whole.index);
   return known.octets.Write(m_place.out);
 }
 

@@ -98,6 +98,13 @@ class FastInfosetRun {
     std::uint32_t maxAddLength;
   };
 
+  // Where the parts of a new name are in the tables, or may be added.
+  struct Places {
+    CFITextIndexes::Place namespaceName;
+    CFITextIndexes::Place local;
+    CFITextIndexes::Place whole;
+  };
+
   // What has been added to the tables for a new name.
   struct Added {
     bool namespaceName;
@@ -168,7 +175,8 @@ class FastInfosetRun {
   char* PutOtherAttributeName(const FastInfosetName& name, std::size_t room);
   bool TakesPrefix(const FastInfosetName& name) const;
   const CFIKnownOctets* FindElement(const FastInfosetName& name);
-  char* PutNameInFull(char* out, unsigned mark, const FastInfosetName& name) const;
+  static CFITextIndexes::Place Look(CFITextIndexes& table, const FastInfosetName::Text& part);
+  char* PutNameInFull(char* out, unsigned mark, const FastInfosetName& name);
   void LearnElement(const FastInfosetName& name);
   void LearnAttribute(const FastInfosetName& name);
   std::uint32_t Learn(const FastInfosetName& name, CFITextIndexes& names);
@@ -210,6 +218,7 @@ class FastInfosetRun {
   std::uint32_t m_elements = 0;    // that had no context, since the last interruption
   std::uint32_t m_flushes = 0;
   bool m_isInFull = false;  // a new name has been put that is not learned yet
+  Places m_new = {};        // of that name
   Added m_added = {};       // for the name that was learned last
   std::uint64_t m_namespaceState = 0;
   Element m_base;
