@@ -10,23 +10,26 @@
 #   develop   that and what the benchmarks, the style checks and fast rebuilds need
 set -euo pipefail
 
-# Programs as "name:package", libraries as "pkg-config name:package".
+# Programs as "name:package", libraries as "pkg-config name:package", files as "path:package".
 build_programs=(cmake:cmake ninja:ninja-build g++:g++ pkg-config:pkg-config)
 build_libraries=(expat:libexpat1-dev libpcre2-8:libpcre2-dev zlib:zlib1g-dev)
 build_libraries+=(CLI11:libcli11-dev)  # the options of the program qzxml
 test_programs=(python3:python3 make:make)  # make: the default of CMake, which a user's project has
 test_libraries=(gtest:libgtest-dev)
+test_files=(/usr/share/i18n/charmaps/ANSI_X3.4-1968.gz:locales)  # to make a locale with a comma
 develop_programs=(ccache:ccache clang-format:clang-format clang-tidy:clang-tidy)
 develop_libraries=(benchmark:libbenchmark-dev pugixml:libpugixml-dev)
 
 purpose=${1:-test}
 programs=("${build_programs[@]}")
 libraries=("${build_libraries[@]}")
+files=()
 case $purpose in
   build | demo) ;;
   test | develop)
     programs+=("${test_programs[@]}")
     libraries+=("${test_libraries[@]}")
+    files+=("${test_files[@]}")
     ;;
   *)
     echo "usage: $0 [build|demo|test|develop]" >&2
@@ -44,6 +47,9 @@ for entry in "${programs[@]}"; do
 done
 for entry in "${libraries[@]}"; do
   pkg-config --exists "${entry%%:*}" 2>/dev/null || missing+=("${entry#*:}")
+done
+for entry in ${files[@]+"${files[@]}"}; do
+  [ -e "${entry%%:*}" ] || missing+=("${entry#*:}")
 done
 if [ ${#missing[@]} -eq 0 ]; then
   echo "install-dependencies: everything is there."
