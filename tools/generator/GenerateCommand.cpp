@@ -1,9 +1,12 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <memory>
 #include <ostream>
 
 #include "tools/generator/Generate.h"
+#include "tools/generator/schema/XmlCatalog.h"
 #include "tools/qzxml/Commands.h"
 #include "tools/qzxml/Failure.h"
 #include "tools/qzxml/Progress.h"
@@ -56,6 +59,21 @@ void Tell(const GenerateResult& result, CConsole& console) {
   }
 }
 
+// A pipe that was read already is not opened once more.
+bool CanBeRead(const std::string& file) {
+  std::error_code error;
+  const bool isPlain = std::filesystem::is_regular_file(file, error);
+  return isPlain ? std::ifstream(file).is_open() : qzxml::generator::IsFile(file);
+}
+
+// Of files that were given; what these name and cannot be read is a fault of theirs.
+ExitCode CodeOfErrors(const GenerateOptions& options) {
+  const auto areRead = [](const std::vector<std::string>& files) {
+    return std::all_of(files.begin(), files.end(), CanBeRead);
+  };
+  return areRead(options.schemas) && areRead(options.catalogs) ? ExitCode_Document : ExitCode_File;
+}
+
 void RunGenerate(GenerateOptions options, CConsole& console) {
   GenerateResult result;
   try {
@@ -70,7 +88,7 @@ void RunGenerate(GenerateOptions options, CConsole& console) {
   }
   Tell(result, console);
   if (result.hasErrors) {
-    throw CFailure(ExitCode_Document, options.schemas.front() + ": nothing was generated");
+    throw CFailure(CodeOfErrors(options), options.schemas.front() + ": nothing was generated");
   }
   if (!options.isDry) return;
   for (const std::string& file : result.outputs) console.out << file << '\n';
@@ -86,6 +104,8 @@ void AddGenerateCommand(CLI::App& app, CConsole& console) {
       ->add_option("-o,--output", options->output,
                    "The folder for the sources; programs include from it")
       ->required()
+      ->check([](const std::string& folder) { return folder.empty() ? "no folder is named" : ""; },
+              "", "folder")
       ->type_name("FOLDER");
   command
       ->add_option("-n,--namespace", options->cppNamespace,

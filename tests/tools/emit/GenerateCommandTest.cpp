@@ -66,6 +66,8 @@ TEST(GenerateCommand, RefusesAWrongCommandLine) {
     std::vector<std::string> arguments;
     const char* message;
   } cases[] = {
+      {{"a.xsd", "-o", ""}, "--output: no folder is named"},
+      {{"a.xsd", "--output="}, "--output: 1 required FOLDER missing"},
       {{"a.xsd", "-o", "g", "-n", "7up"}, "--namespace: '7up' is no C++ namespace"},
       {{"a.xsd", "-o", "g", "-n", "a::"}, "--namespace: 'a::' is no C++ namespace"},
       {{"a.xsd", "-o", "g", "--map", "urn:a"}, "--map: 'urn:a' is not URI=NAMESPACE"},
@@ -87,7 +89,7 @@ TEST(GenerateCommand, TellsWhatIsWrongWithASchemaAndWritesNothing) {
   const TemporaryFolder folder;
   const std::string missing = folder.Path("missing.xsd");
   ToolResult result = Generate({missing, "-o", folder.Path("gen")});
-  EXPECT_EQ(1, result.code);
+  EXPECT_EQ(3, result.code);
   EXPECT_EQ(missing + ": There is no such file.\n" + missing + ": nothing was generated\n",
             result.err);
   const std::string wrong = folder.Write("a.xsd",
@@ -101,6 +103,35 @@ TEST(GenerateCommand, TellsWhatIsWrongWithASchemaAndWritesNothing) {
                 wrong + ": nothing was generated\n",
             result.err);
   EXPECT_EQ("a.xsd", folder.List());
+}
+
+TEST(GenerateCommand, AFileThatCanNotBeReadEndsWithACodeOfItsOwn) {
+  const TemporaryFolder folder;
+  const std::string good = folder.Write("a.xsd", kSchema);
+  const std::string missing = folder.Path("missing.xml");
+  const std::string naming = folder.Write(
+      "b.xsd",
+      "<xs:schema xmlns:xs=\"http://www.w3.org/2001/XMLSchema\">"
+      "<xs:redefine schemaLocation=\"missing.xml\"><xs:simpleType name=\"a\"><xs:restriction "
+      "base=\"a\"/></xs:simpleType></xs:redefine></xs:schema>");
+  const struct {
+    std::vector<std::string> arguments;
+    int code;
+    const char* said;
+  } cases[] = {
+      {{missing}, 3, "missing.xml: There is no such file."},
+      {{good, missing}, 3, "missing.xml: There is no such file."},
+      {{good, "--catalog", missing}, 3, "missing.xml: There is no such file."},
+      {{folder.Path("")}, 3, ": There is no such file."},
+      {{naming}, 1, "(src-redefine.1)."},
+  };
+  for (const auto& c : cases) {
+    std::vector<std::string> arguments = c.arguments;
+    arguments.insert(arguments.end(), {"-o", folder.Path("gen"), "-n", "x"});
+    const ToolResult result = Generate(arguments);
+    EXPECT_EQ(c.code, result.code) << result.err;
+    EXPECT_NE(std::string::npos, result.err.find(c.said)) << result.err;
+  }
 }
 
 TEST(GenerateCommand, TellsAFolderThatCanNotBeWritten) {
