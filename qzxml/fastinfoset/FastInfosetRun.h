@@ -128,10 +128,10 @@ class FastInfosetRun {
     return (m_place.isHalfPending ? 1u : 0u) + (m_state == State::Attributes ? 1u : 0u);
   }
   char* Open(char* out) const;
-  template <typename PutContent>
-  bool PutElement(const FastInfosetName& name, std::size_t room, PutContent put);
-  template <typename PutContent>
-  bool PutAttribute(const FastInfosetName& name, std::size_t room, PutContent put);
+  char* BeginValue(const FastInfosetName& name, std::size_t room);
+  bool EndValue(const FastInfosetName& name, char* out);
+  char* BeginAttribute(const FastInfosetName& name, std::size_t room);
+  bool EndAttribute(const FastInfosetName& name, char* out);
   template <typename Form>
   char* PutText(char* out, std::string_view text, ItemType type);
   template <typename Form, typename GetOctets>

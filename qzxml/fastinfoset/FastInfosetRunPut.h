@@ -141,21 +141,21 @@ inline void FastInfosetRun::EndElement(Element& element) {
   FlushWhenDue();
 }
 
-// An element with nothing but a content: put(out) writes it and answers its end, or null.
-template <typename PutContent>
-inline bool FastInfosetRun::PutElement(const FastInfosetName& name, std::size_t room,
-                                       PutContent put) {
+// An element with nothing but a content: where that goes, with so much room, or null. EndValue
+// makes the element of it; null there stands for a content that can not be put.
+[[gnu::always_inline]] inline char* FastInfosetRun::BeginValue(const FastInfosetName& name,
+                                                               std::size_t room) {
   if (m_state == State::Pending) WritePending(false);
   const CFIKnownNames::ById& known = m_parts.names->ElementOf(name.GetId());
-  char* out;
-  if (known.Is(name.GetId(), m_namespaceState)) {
-    if (GetRoom() < kElementRoom + kValueRoom + room) return false;
-    out = known.octets.Write(Open(m_place.out));
-  } else {
-    out = PutOtherElementName(name, kValueRoom + room);
-    if (out == nullptr) return false;
+  if (!known.Is(name.GetId(), m_namespaceState)) {
+    return PutOtherElementName(name, kValueRoom + room);
   }
-  out = put(out);
+  if (GetRoom() < kElementRoom + kValueRoom + room) return nullptr;
+  return known.octets.Write(Open(m_place.out));
+}
+
+[[gnu::always_inline]] inline bool FastInfosetRun::EndValue(const FastInfosetName& name,
+                                                            char* out) {
   if (out == nullptr) return Forget();
   if (m_isInFull) LearnElement(name);
   m_place.out = out;
@@ -166,26 +166,23 @@ inline bool FastInfosetRun::PutElement(const FastInfosetName& name, std::size_t 
   return true;
 }
 
-template <typename PutContent>
-inline bool FastInfosetRun::PutAttribute(const FastInfosetName& name, std::size_t room,
-                                         PutContent put) {
-  constexpr unsigned char kHasAttributes = 0x40;
+// An attribute, likewise.
+[[gnu::always_inline]] inline char* FastInfosetRun::BeginAttribute(const FastInfosetName& name,
+                                                                   std::size_t room) {
   if (m_state == State::Pending) WritePending(true);
-  const State state = m_state;
-  if (state != State::Begun && state != State::Attributes) return false;
+  if (m_state != State::Begun && m_state != State::Attributes) return nullptr;
   const CFIKnownNames::ById& known = m_parts.names->AttributeOf(name.GetId());
-  char* out;
-  if (known.Is(name.GetId(), 0)) {
-    if (GetRoom() < CFIKnownNames::kRoom + kValueRoom + room) return false;
-    out = known.octets.Write(m_place.out);
-  } else {
-    out = PutOtherAttributeName(name, kValueRoom + room);
-    if (out == nullptr) return false;
-  }
-  out = put(out);
+  if (!known.Is(name.GetId(), 0)) return PutOtherAttributeName(name, kValueRoom + room);
+  if (GetRoom() < CFIKnownNames::kRoom + kValueRoom + room) return nullptr;
+  return known.octets.Write(m_place.out);
+}
+
+[[gnu::always_inline]] inline bool FastInfosetRun::EndAttribute(const FastInfosetName& name,
+                                                                char* out) {
+  constexpr unsigned char kHasAttributes = 0x40;
   if (out == nullptr) return Forget();
   if (m_isInFull) LearnAttribute(name);
-  if (state == State::Begun) {
+  if (m_state == State::Begun) {
     *m_head = static_cast<char>(static_cast<unsigned char>(*m_head) | kHasAttributes);
     m_state = State::Attributes;
   }
@@ -196,30 +193,32 @@ inline bool FastInfosetRun::PutAttribute(const FastInfosetName& name, std::size_
 
 inline bool FastInfosetRun::PutTextElement(const FastInfosetName& name, std::string_view text,
                                            ItemType type) {
-  return PutElement(name, text.size(), [&](char* out) {
-    return text.empty() ? out : PutText<CFIChunkForm>(out, text, type);
-  });
+  char* const out = BeginValue(name, text.size());
+  if (out == nullptr) return false;
+  return EndValue(name, text.empty() ? out : PutText<CFIChunkForm>(out, text, type));
 }
 
 template <typename GetOctets>
 inline bool FastInfosetRun::PutPrintedElement(const FastInfosetName& name, std::string_view text,
                                               ItemType type, GetOctets octets) {
-  return PutElement(name, kPrintedRoom,
-                    [&](char* out) { return PutPrinted<CFIChunkForm>(out, text, type, octets); });
+  char* const out = BeginValue(name, kPrintedRoom);
+  if (out == nullptr) return false;
+  return EndValue(name, PutPrinted<CFIChunkForm>(out, text, type, octets));
 }
 
 inline bool FastInfosetRun::PutTextAttribute(const FastInfosetName& name, std::string_view text,
                                              ItemType type) {
-  return PutAttribute(name, text.size(),
-                      [&](char* out) { return PutText<CFIAttributeForm>(out, text, type); });
+  char* const out = BeginAttribute(name, text.size());
+  if (out == nullptr) return false;
+  return EndAttribute(name, PutText<CFIAttributeForm>(out, text, type));
 }
 
 template <typename GetOctets>
 inline bool FastInfosetRun::PutPrintedAttribute(const FastInfosetName& name, std::string_view text,
                                                 ItemType type, GetOctets octets) {
-  return PutAttribute(name, kPrintedRoom, [&](char* out) {
-    return PutPrinted<CFIAttributeForm>(out, text, type, octets);
-  });
+  char* const out = BeginAttribute(name, kPrintedRoom);
+  if (out == nullptr) return false;
+  return EndAttribute(name, PutPrinted<CFIAttributeForm>(out, text, type, octets));
 }
 
 // Meant: the end of an element that still has to be written comes behind this.
