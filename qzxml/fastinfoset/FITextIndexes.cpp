@@ -72,15 +72,16 @@ void CFITextIndexes::Set(std::string_view text, std::uint32_t index) {
       size == 0 ? kFirstPlaces : size * (size < kSomePlaces ? kFirstGrowth : 2);
   const std::vector<std::uint64_t> former = std::move(m_words);
   m_words = std::vector<std::uint64_t>(places * 2);
+  m_mask = places - 1;
+  m_mostTexts = places / 2;
   for (std::size_t at = 0; at < former.size(); at += 2) {
     if (former[at + 1] != 0) PutInFreePlace({former[at], former[at + 1]});
   }
 }
 
 inline void CFITextIndexes::PutInFreePlace(const Entry& entry) {
-  const std::size_t mask = GetPlaces() - 1;
-  std::size_t at = HashOf(entry.key) & mask;
-  while (GetEntry(at).value != 0) at = (at + 1) & mask;
+  std::size_t at = HashOf(entry.key) & m_mask;
+  while (GetEntry(at).value != 0) at = (at + 1) & m_mask;
   SetEntry(at, entry);
 }
 

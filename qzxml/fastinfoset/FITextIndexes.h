@@ -85,8 +85,10 @@ class QZXML_API CFITextIndexes {
   std::size_t AddLongText(std::string_view text);
 
   std::vector<std::uint64_t> m_words;  // the places, two for each: a power of two, or none
+  std::size_t m_mask = 0;              // of a place, where there are some
   std::size_t m_count = 0;
-  std::vector<char> m_texts;  // room for the long ones, each behind its size
+  std::size_t m_mostTexts = 0;  // that these places take
+  std::vector<char> m_texts;    // room for the long ones, each behind its size
   std::size_t m_textsSize = 0;
 };
 

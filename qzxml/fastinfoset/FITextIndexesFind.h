@@ -44,9 +44,8 @@ inline std::uint64_t CFITextIndexes::HashOf(std::uint64_t key) {
 
 // The place of a text, or the free one where it would stand. There are places.
 inline std::size_t CFITextIndexes::FindPlace(std::string_view text, std::uint64_t key) const {
-  const std::size_t mask = GetPlaces() - 1;
-  std::size_t at = HashOf(key) & mask;
-  for (;; at = (at + 1) & mask) {
+  std::size_t at = HashOf(key) & m_mask;
+  for (;; at = (at + 1) & m_mask) {
     const Entry entry = GetEntry(at);
     if (entry.value == 0 || (entry.key == key && IsText(entry, text))) return at;
   }
@@ -69,7 +68,7 @@ inline std::uint32_t CFITextIndexes::Find(std::string_view text, std::uint64_t k
 }
 
 inline CFITextIndexes::Place CFITextIndexes::Look(std::string_view text, std::uint64_t key) {
-  if ((m_count + 1) * 2 > GetPlaces()) Grow();
+  if (m_count >= m_mostTexts) Grow();
   const std::size_t at = FindPlace(text, key);
   return {at, GetEntry(at).GetIndex()};
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -86,6 +87,47 @@ TEST(FITextIndexes, ACopyIsDeep) {
   ExpectSame({{"a", 1}, {"longer than a word", 2}}, copy);
   copy = indexes;
   ExpectSame({{"a", 3}, {"longer than a word", 2}, {"another long text", 4}}, copy);
+}
+
+TEST(FITextIndexes, ATextGoesWhereItWasLookedFor) {
+  Oracle oracle;
+  CFITextIndexes indexes;
+  for (const std::string& text : SimilarTexts()) {
+    const std::uint64_t key = CFITextIndexes::KeyOf(text);
+    const auto index = static_cast<std::uint32_t>(oracle.size() + 1);
+    const CFITextIndexes::Place place = indexes.Look(text, key);
+    ASSERT_EQ(0u, place.index) << text;
+    indexes.AddAt(place, text, key, index);
+    EXPECT_EQ(index, indexes.Look(text, key).index) << text;
+    oracle[text] = index;
+  }
+  ExpectSame(oracle, indexes);
+}
+
+TEST(FITextIndexes, TheTextThatWasAddedLastCanBeTakenAway) {
+  Oracle oracle;
+  CFITextIndexes indexes;
+  for (const std::string& text : SimilarTexts()) {
+    const auto index = static_cast<std::uint32_t>(oracle.size() + 1);
+    const std::string last = text + "!";
+    const std::uint64_t key = CFITextIndexes::KeyOf(last);
+    indexes.Add(last, key, index);
+    indexes.RemoveLast(last, key);
+    EXPECT_EQ(0u, indexes.Find(last)) << last;
+    indexes.Add(text, CFITextIndexes::KeyOf(text), index);
+    oracle[text] = index;
+  }
+  ExpectSame(oracle, indexes);
+}
+
+TEST(FITextIndexes, ATextHasOneKeyHoweverItIsMade) {
+  for (const std::string& text : SimilarTexts()) {
+    const std::string roomy = text + "behind it";
+    const std::string_view inRoom(roomy.data(), text.size());
+    if (!text.empty()) {
+      EXPECT_EQ(CFITextIndexes::KeyOf(text), CFITextIndexes::KeyOfRoomy(inRoom)) << text;
+    }
+  }
 }
 
 }  // namespace
