@@ -104,8 +104,9 @@ class CFastInfosetReader::CRun {
   void ReadContent(std::uint32_t first);
   void StartElement(std::uint32_t first);
   void EndElement();
+  void ReadText(std::uint32_t first);
   void AppendText(std::string_view text);
-  std::string_view ReadText(std::uint32_t first);
+  void AppendWholeText(std::string_view text);
 
   bool ReadAttributes(CXmlElement* element);
   void ReadAttribute(CXmlElement* element, std::uint32_t first);
@@ -206,7 +207,7 @@ bool CFastInfosetReader::CRun::ReadRoot(std::uint32_t first) {
     if (first < 0x80) {
       StartElement(first);
     } else if (first < 0xC0) {
-      AppendText(ReadText(first));
+      ReadText(first);
     } else if (first == kEnd) {
       EndElement();
     } else if (first == kTwoEnds) {
@@ -262,12 +263,18 @@ void CFastInfosetReader::CRun::EndElement() {
   m_document.CloseElement();
 }
 
-std::string_view CFastInfosetReader::CRun::ReadText(std::uint32_t first) {
+void CFastInfosetReader::CRun::ReadText(std::uint32_t first) {
   CFIVocabulary::CFIStringTable& chunks = m_vocabulary.m_characterChunks;
-  if ((first & 0x20) != 0) return Entry(chunks, m_octets.ReadIndexOnBit4(first));
-  const std::string_view text = m_strings.Decode(m_octets.ReadEncodedOnBit5(first));
+  if ((first & 0x20) != 0) return AppendText(Entry(chunks, m_octets.ReadIndexOnBit4(first)));
+  const detail::FIEncodedString string = m_octets.ReadEncodedOnBit5(first);
+  const bool isWhole = m_strings.IsLocalText(string);
+  const std::string_view text = isWhole ? string.octets : m_strings.Decode(string);
   if ((first & 0x10) != 0) AddEntry(chunks, text);
-  return text;
+  if (isWhole) {
+    AppendWholeText(text);
+  } else {
+    AppendText(text);
+  }
 }
 
 void CFastInfosetReader::CRun::AppendText(std::string_view text) {
@@ -277,7 +284,11 @@ void CFastInfosetReader::CRun::AppendText(std::string_view text) {
                  [](char c) { return c != '\r'; });
     text = m_strText;
   }
-  if (text.empty()) return;
+  if (!text.empty()) AppendWholeText(text);
+}
+
+// The same for a text that is not empty and has no carriage return.
+inline void CFastInfosetReader::CRun::AppendWholeText(std::string_view text) {
   m_nodes.CountOctets(text.size());
   CXmlElement* const element = m_document.m_pElementStack.back();
   if (element->m_text.IsNone()) {
@@ -314,7 +325,9 @@ std::string_view CFastInfosetReader::CRun::ReadAttributeValue() {
     const std::uint32_t index = m_octets.ReadIndexOrZeroOnBit2(first);
     return index != 0 ? std::string_view(Entry(values, index)) : std::string_view();
   }
-  const std::string_view value = m_strings.Decode(m_octets.ReadEncodedOnBit3(first));
+  const detail::FIEncodedString string = m_octets.ReadEncodedOnBit3(first);
+  const std::string_view value =
+      m_strings.IsLocalText(string) ? string.octets : m_strings.Decode(string);
   if ((first & 0x40) != 0) AddEntry(values, value);
   return value;
 }

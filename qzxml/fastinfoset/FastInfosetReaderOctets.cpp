@@ -85,14 +85,14 @@ std::string_view CFIOctets::ReadStringOnBit7(std::uint32_t first) {
   return ReadOctets(std::uint64_t{ReadNumber(4)} + 259);
 }
 
-FIEncodedString CFIOctets::ReadEncodedOnBit3(std::uint32_t first) {
+FIEncodedString CFIOctets::ReadOtherOnBit3(std::uint32_t first) {
   const auto form = static_cast<FIEncodedString::Form>(first >> 4 & 0x03);
   if (form < FIEncodedString::Form_Alphabet) return {form, 0, ReadStringOnBit5(first)};
   const std::uint32_t second = ReadOctet();
   return {form, ((first & 0x0F) << 4 | second >> 4) + 1, ReadStringOnBit5(second)};
 }
 
-FIEncodedString CFIOctets::ReadEncodedOnBit5(std::uint32_t first) {
+FIEncodedString CFIOctets::ReadOtherOnBit5(std::uint32_t first) {
   const auto form = static_cast<FIEncodedString::Form>(first >> 2 & 0x03);
   if (form < FIEncodedString::Form_Alphabet) return {form, 0, ReadStringOnBit7(first)};
   const std::uint32_t second = ReadOctet();

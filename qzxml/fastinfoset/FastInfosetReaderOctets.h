@@ -61,8 +61,15 @@ class CFIOctets {
   std::string_view ReadStringOnBit2(std::uint32_t first);
   // C.19 and C.20: two bits for the form, the index where there is one, and the octets behind their
   // length, which begins two bits on: C.23 and C.24.
-  FIEncodedString ReadEncodedOnBit3(std::uint32_t first);
-  FIEncodedString ReadEncodedOnBit5(std::uint32_t first);
+  FIEncodedString ReadEncodedOnBit3(std::uint32_t first) {
+    if ((first & 0x38) != 0) return ReadOtherOnBit3(first);
+    return {FIEncodedString::Form_Utf8, 0, ReadOctets((first & 0x07) + 1)};
+  }
+  FIEncodedString ReadEncodedOnBit5(std::uint32_t first) {
+    if ((first & 0x0F) != 0x02) return ReadOtherOnBit5(first);
+    const std::uint32_t second = ReadOctet();
+    return {FIEncodedString::Form_Utf8, 0, ReadOctets(std::uint64_t{second} + 3)};
+  }
 
   // --- Steps over what is not used
 
@@ -83,6 +90,8 @@ class CFIOctets {
   }
   std::string_view ReadStringOnBit5(std::uint32_t first);
   std::string_view ReadStringOnBit7(std::uint32_t first);
+  FIEncodedString ReadOtherOnBit3(std::uint32_t first);
+  FIEncodedString ReadOtherOnBit5(std::uint32_t first);
 
   const unsigned char* m_next;
   const unsigned char* const m_end;

@@ -35,6 +35,12 @@ class CFIStrings {
     return m_isLocalUtf8 && !MayHoldControl(octets) ? octets : FromAnyUtf8(octets);
   }
 
+  // Whether the octets are the text, which is so for most, and none of them is a carriage return.
+  bool IsLocalText(const FIEncodedString& string) const {
+    return string.form == FIEncodedString::Form_Utf8 && m_isLocalUtf8 &&
+           !MayHoldControl(string.octets);
+  }
+
   // Any form. Throws as DecodeRestrictedAlphabet; "Failed to parse FastInfoset. The index %u is
   // outside a table of %u entries." for an alphabet that is not there; "Failed to parse
   // FastInfoset. A text in UTF-16BE has an odd number of octets."; and what
