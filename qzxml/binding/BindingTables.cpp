@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <memory>
 #include <vector>
@@ -22,6 +23,7 @@
 #include "qzxml/serialization/Messages.h"
 #include "qzxml/values/ConversionsDetail.h"
 #include "qzxml/values/QzVariant.h"
+#include "qzxml/xml/ShortText.h"
 #include "qzxml/xml/XmlAttribute.h"
 #include "qzxml/xml/XmlElement.h"
 
@@ -393,6 +395,19 @@ bool IsSameByRules(const CSimpleTypeInfo& type, const std::string& text, const s
   return CTextRules(*type.GetRules()).Enumeration(values).Accepts(text);
 }
 
+// Whether all bytes of the word are white space. For each of the four, the highest bit of a byte
+// tells where the word has it: the sum carries into it for every byte but zero.
+bool IsWhitespaceWord(std::uint64_t word) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101;
+  constexpr std::uint64_t kLow = 0x7F * kOnes;
+  const auto without = [word](char c) {
+    const std::uint64_t differing = word ^ (kOnes * static_cast<unsigned char>(c));
+    return ((differing & kLow) + kLow) | differing | kLow;
+  };
+  if (word == kOnes * ' ') return true;
+  return (without(' ') & without('\n') & without('\t') & without('\r')) == kLow;
+}
+
 }  // namespace
 
 void CheckFixed(const CMember& member, const QzVariant& value) {
@@ -423,18 +438,16 @@ void ThrowNothingPopulated(CXmlElement& parent) {
       FormatString(Messages::kNothingPopulated, parent.GetLocalName().c_str()), parent.GetXPath());
 }
 
-// Blocks are looked at without a branch, which lets the compiler take many chars at a time.
+// Each parent's text is asked, which is mostly indentation.
 bool HasOnlyWhitespace(std::string_view text) {
-  constexpr std::size_t kBlock = 64;
-  for (std::size_t begin = 0; begin < text.size(); begin += kBlock) {
-    const std::size_t end = std::min(begin + kBlock, text.size());
-    unsigned char isOther = 0;
-    for (std::size_t i = begin; i < end; ++i) {
-      const char c = text[i];
-      const bool isSpace = (c == ' ') | (c == '\n') | (c == '\t') | (c == '\r');
-      isOther = static_cast<unsigned char>(isOther | !isSpace);
-    }
-    if (isOther != 0) return false;
+  constexpr std::size_t kWord = sizeof(std::uint64_t);
+  const char* at = text.data();
+  std::size_t left = text.size();
+  for (; left >= kWord; at += kWord, left -= kWord) {
+    if (!IsWhitespaceWord(LoadWord<std::uint64_t>(at))) return false;
+  }
+  for (; left != 0; ++at, --left) {
+    if (*at != ' ' && *at != '\n' && *at != '\t' && *at != '\r') return false;
   }
   return true;
 }

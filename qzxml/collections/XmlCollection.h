@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "qzxml/collections/XmlCollectionBase.h"
 #include "qzxml/platform/Export.h"
+#include "qzxml/runtime/ObjectMemory.h"
 #include "qzxml/runtime/QzIterator.h"
 #include "qzxml/runtime/SmartPtr.h"
 
@@ -14,6 +16,10 @@ struct CXmlCollectionNode {
   CSmartPtr<CXmlObjectBase> item;
   CXmlCollectionNode* next;  // toward the tail
   CXmlCollectionNode* prev;  // toward the head
+
+  // A node lies beside its item when both come from a document.
+  static void* operator new(std::size_t size) { return detail::TakeObjectMemory(size); }
+  static void operator delete(void* node) noexcept { detail::GiveObjectMemory(node); }
 };
 
 // A collection of objects, as a doubly linked list. Appending and iterating cost the same for each

@@ -6,6 +6,7 @@
 
 #include "qzxml/platform/Export.h"
 #include "qzxml/platform/Threads.h"
+#include "qzxml/runtime/ObjectMemory.h"
 #include "qzxml/runtime/XmlTypes.h"
 #include "qzxml/serialization/EventSink.h"
 #include "qzxml/serialization/Nillable.h"
@@ -42,7 +43,7 @@ QZXML_API void AsyncToXmlFile(bool async);
 // deletes itself. An object on the stack is never released. A copy takes over the element name and
 // the count as they stand; assignment takes over the name alone, since the count belongs to those
 // who hold the target. The count is the only state that threads may share.
-class QZXML_API CXmlObjectBase : public IEventSink {
+class QZXML_API CXmlObjectBase : public IEventSink, public detail::CObjectPlaced {
  public:
   // A collection that this object listens to has changed. Does nothing here.
   void OnEvent(CXmlObjectBase* sender, MsgType type, void* data) override;

@@ -112,6 +112,7 @@ void CXmlObjectBase::FromXmlElement(const CElement* element, const CSerializatio
 void CXmlObjectBase::FromXmlElement(const CXmlElement* element,
                                     const CSerializationContext& context) {
   if (element == nullptr) throw CQzException(Messages::kEmptyDocument);
+  const detail::CObjectsTogether together;
   FromXml_Int(const_cast<CXmlElement*>(element), element->GetFirstElement(), context, false);
 }
 

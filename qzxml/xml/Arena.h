@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "qzxml/xml/NodeText.h"
+#include "qzxml/xml/ShortText.h"
 
 namespace QzXmlLib16::detail {
 
@@ -33,8 +34,7 @@ class CBlocks {
     void* const place = Take(sizeof(StoredText) + text.size() + 1);
     auto* const stored = new (place) StoredText{static_cast<std::uint32_t>(text.size())};
     char* const bytes = reinterpret_cast<char*>(stored + 1);
-    std::memcpy(bytes, text.data(), text.size());
-    bytes[text.size()] = '\0';
+    *CopyShort(bytes, text.data(), text.size()) = '\0';
     return stored;
   }
 
