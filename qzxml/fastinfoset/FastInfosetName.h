@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
 
 #include "qzxml/fastinfoset/FITextIndexesFind.h"
 #include "qzxml/fastinfoset/OctetForms.h"

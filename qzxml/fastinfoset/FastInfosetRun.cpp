@@ -29,7 +29,7 @@ void FastInfosetRun::Interrupt() {
     m_place.out = m_head;
     if (m_innermost->m_isNew) UnlearnElement(*m_innermost->m_name);
   }
-  m_host.TakeBack(m_place);
+  GiveBack();
   Element* element = m_innermost;
   while (element->m_context == nullptr && element->m_outer != nullptr) element = element->m_outer;
   if (element->m_context == nullptr) return;  // no element is open
@@ -61,7 +61,7 @@ void FastInfosetRun::Resume() {
 
 // The flush leaves all as it is but the place.
 [[gnu::noinline]] void FastInfosetRun::Flush() {
-  m_host.TakeBack(m_place);
+  GiveBack();
   m_host.Flush();
   m_place = m_host.Lend();
   ++m_flushes;
@@ -69,7 +69,7 @@ void FastInfosetRun::Resume() {
 
 // Gives the name an alias where it has none, so that other namespaces may be in force behind it.
 [[gnu::noinline]] void FastInfosetRun::WritePending(bool hasAttributes) {
-  m_host.TakeBack(m_place);
+  GiveBack();
   m_host.WritePending(hasAttributes);
   Resume();
 }

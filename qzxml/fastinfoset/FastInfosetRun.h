@@ -31,6 +31,8 @@ namespace QzXmlLib16::detail {
 // The first octet of an element says whether it has attributes. It is put without that, and gets it
 // with the first attribute; while nothing stands behind it, an interruption takes it back, and the
 // element becomes the writer's pending one.
+//
+// A run that an exception ends leaves in the writer what was put until then.
 class FastInfosetRun {
  public:
   // The octets of a number under an algorithm, as many as it has, in the low end of bits; none for
@@ -45,6 +47,7 @@ class FastInfosetRun {
   explicit FastInfosetRun(FastInfosetRunHost& host);
   FastInfosetRun(const FastInfosetRun&) = delete;
   FastInfosetRun& operator=(const FastInfosetRun&) = delete;
+  ~FastInfosetRun() { GiveBack(); }
 
   // ---- The writer's own calls ----
 
@@ -162,6 +165,11 @@ class FastInfosetRun {
     if (m_place.out >= m_place.flush) Flush();
   }
   void Flush();
+  // Until the next Lend.
+  void GiveBack() {
+    if (m_place.out != nullptr) m_host.TakeBack(m_place);
+    m_place.out = nullptr;
+  }
   void WritePending(bool hasAttributes);
   void Enter(Element& element, const FastInfosetName& name);
   void BeginInWriter(Element& element, const FastInfosetName& name);

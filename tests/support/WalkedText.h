@@ -108,6 +108,7 @@ class Writing : public CXmlObjectBase {
         writer.EndDocument();
       } catch (const CQzException& e) {
         written.failure = e.GetFullMessage();
+        writer.WriteDocumentEnd();  // what was put until then
       }
     }
     const CBinaryData octets = stream.GetData();
