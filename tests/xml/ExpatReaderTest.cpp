@@ -437,6 +437,20 @@ TEST_F(ExpatReader, LongTextsOfManyOpenElementsDoNotMix) {
               Loaded(text));
 }
 
+// The parser's own memory grows past what comes from the heap, by which it keeps the value, and its
+// input.
+TEST_F(ExpatReader, AnAttributeOfFortyMegabytesIsWhole) {
+  std::string value;
+  for (int i = 0; value.size() < 40'000'000; ++i) value += std::to_string(i) + ' ';
+  const std::string text = "<r a='" + value + "&lt;'/>";
+  for (int i = 0; i < 2; ++i) {
+    CXmlDocument document;
+    document.LoadXmlStream(reinterpret_cast<const unsigned char*>(text.data()),
+                           static_cast<std::uint32_t>(text.size()));
+    EXPECT_TRUE(document.GetDocumentElement()->GetAttribute("a", "") == value + '<');
+  }
+}
+
 TEST_F(ExpatReader, ManyAttributesStandInTheirOrder) {
   std::string text = "<r";
   std::string shape = "r";
