@@ -4,7 +4,7 @@
 #include <atomic>
 
 #include "qzxml/platform/Threads.h"
-#include "qzxml/runtime/BlockPool.h"
+#include "qzxml/runtime/SpareBlocks.h"
 
 // In front of each object stands a header, which says where the piece begins that it lies in.
 
@@ -70,13 +70,13 @@ inline void* CObjectsTogether::Take(std::size_t size) {
 // A piece has half the size of all before it, so that no document holds much more than it needs:
 // the first objects lie alone, and those that would fill much of a piece.
 bool CObjectsTogether::AddPiece(std::size_t objectSize) {
-  const std::size_t size = std::min(m_total / 2, CBlockPool::kBlockSize);
+  const std::size_t size = std::min(m_total / 2, CSpareBlocks::kSize);
   if (size < kSmallestPiece || objectSize > size / 4) {
     m_total += objectSize;
     return false;
   }
   LeavePiece();
-  void* const memory = size == CBlockPool::kBlockSize ? CBlockPool::Take() : ::operator new(size);
+  void* const memory = size == CSpareBlocks::kSize ? CSpareBlocks::Take() : ::operator new(size);
   m_piece = new (memory) Piece{{Piece::kMany}, static_cast<std::uint32_t>(size)};
   static_assert(sizeof(Piece) % kAlignment == kAlignment / 2);
   m_next = reinterpret_cast<char*>(m_piece + 1);
@@ -97,8 +97,8 @@ void CObjectsTogether::LeavePiece() noexcept {
 }
 
 void CObjectsTogether::FreePiece(Piece* piece) noexcept {
-  if (piece->size == CBlockPool::kBlockSize) {
-    CBlockPool::Give(piece);
+  if (piece->size == CSpareBlocks::kSize) {
+    CSpareBlocks::Give(piece);
   } else {
     ::operator delete(piece);
   }

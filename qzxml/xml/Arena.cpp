@@ -2,20 +2,20 @@
 
 #include <algorithm>
 
-#include "qzxml/runtime/BlockPool.h"
+#include "qzxml/runtime/SpareBlocks.h"
 
 namespace QzXmlLib16::detail {
 namespace {
 
 constexpr std::size_t kSmallestBlock = 2 * 1024 - 32;
-constexpr std::size_t kLargestBlock = CBlockPool::kBlockSize;
+constexpr std::size_t kLargestBlock = CSpareBlocks::kSize;
 
 }  // namespace
 
 void CBlocks::AddBlock(std::size_t atLeast) {
   const std::size_t grown = std::clamp(m_total, kSmallestBlock, kLargestBlock);
   const std::size_t size = std::max(grown, atLeast + sizeof(Block));
-  void* const memory = size == kLargestBlock ? CBlockPool::Take() : ::operator new(size);
+  void* const memory = size == kLargestBlock ? CSpareBlocks::Take() : ::operator new(size);
   m_last = new (memory) Block{m_last, size};
   m_next = reinterpret_cast<char*>(m_last + 1);
   m_left = size - sizeof(Block);
@@ -26,7 +26,7 @@ void CBlocks::Clear() {
   while (m_last != nullptr) {
     Block* const block = std::exchange(m_last, m_last->before);
     if (block->size == kLargestBlock) {
-      CBlockPool::Give(block);
+      CSpareBlocks::Give(block);
     } else {
       ::operator delete(block);
     }

@@ -12,7 +12,6 @@
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/serialization/SerializationContext.h"
-#include "qzxml/xml/ParserMemory.h"
 #include "qzxml/xml/ShortText.h"
 #include "qzxml/xml/XmlDocument.h"
 #include "qzxml/xml/XmlDocumentNodes.h"
@@ -40,12 +39,6 @@ constexpr char kNamespaceSeparator = '|';
 constexpr std::size_t kSlice = 512 * 1024 * 1024;
 constexpr std::size_t kFirstText = 1024;
 constexpr std::size_t kLongText = 64 * 1024;
-
-const XML_Memory_Handling_Suite kMemory = {
-    &detail::TakeParserMemory,
-    &detail::ResizeParserMemory,
-    &detail::GiveParserMemory,
-};
 
 CInstanceClass g_readerClass("CExpatReader");
 
@@ -136,9 +129,9 @@ void CExpatReader::FreeParser() {
 
 void CExpatReader::Init() {
   FreeParser();
-  const bool hasNamespaces = m_doc.m_schemaType != SchemaType_NoNamespaces;
-  const XML_Char separator[] = {kNamespaceSeparator, '\0'};
-  m_parser = XML_ParserCreate_MM(nullptr, &kMemory, hasNamespaces ? separator : nullptr);
+  m_parser = m_doc.m_schemaType == SchemaType_NoNamespaces
+                 ? XML_ParserCreate(nullptr)
+                 : XML_ParserCreateNS(nullptr, kNamespaceSeparator);
   if (m_parser == nullptr) throw std::bad_alloc();
   m_text.resize(kFirstText);
   XML_SetUserData(m_parser, this);
