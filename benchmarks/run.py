@@ -37,10 +37,10 @@ def write_between(begin, end, lines):
 
 
 def measure(folder):
-    """Milliseconds by benchmark and size, the median of five repetitions taken in turn."""
+    """Milliseconds by benchmark and size, the median of fifteen repetitions taken in turn."""
     output = subprocess.run(
         [os.path.join(folder, "benchmarks", "order_benchmark"), "--benchmark_format=json",
-         "--benchmark_min_time=0.2", "--benchmark_repetitions=5",
+         "--benchmark_min_time=0.2", "--benchmark_repetitions=15",
          "--benchmark_report_aggregates_only=true", "--benchmark_enable_random_interleaving=true"],
         check=True, stdout=subprocess.PIPE).stdout
     times = {}
