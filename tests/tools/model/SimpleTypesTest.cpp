@@ -271,6 +271,36 @@ TEST(SimpleTypes, ElementsKnowTheNamesThatAnXsiTypeMayHave) {
   }
 }
 
+// Each union has the one before it twice, so its members by all ways are thousands; and the types
+// are a long chain. What a type may stand for is found without going all ways for each step of the
+// chain.
+TEST(SimpleTypes, UnionsOfUnionsAreLookedThroughOnce) {
+  constexpr int kUnions = 11;
+  constexpr int kSteps = 60;
+  std::string schema =
+      "<xs:simpleType name='A0'><xs:restriction base='xs:NCName'/></xs:simpleType>";
+  for (int i = 1; i <= kSteps; ++i) {
+    schema += "<xs:simpleType name='A" + std::to_string(i) + "'><xs:restriction base='t:A" +
+              std::to_string(i - 1) + "'/></xs:simpleType>";
+  }
+  schema += "<xs:simpleType name='U0'><xs:union memberTypes='xs:int xs:date'/></xs:simpleType>";
+  std::string names = "xs:int=kXsdInt xs:date=kXsdDate U0=kU0";
+  for (int i = 1; i <= kUnions; ++i) {
+    const std::string before = " t:U" + std::to_string(i - 1);
+    schema += "<xs:simpleType name='U" + std::to_string(i) + "'><xs:union memberTypes='" + before +
+              before + "'/></xs:simpleType>";
+    const std::string name = "U" + std::to_string(i);
+    if (i < kUnions) names += " " + name + "=k" + name;
+  }
+  CSchemaTrial trial;
+  trial.AddSchema(schema +
+                  "<xs:complexType name='T'><xs:sequence><xs:element name='e' type='t:U11'/>"
+                  "</xs:sequence></xs:complexType>");
+  const BoundClass* const bound = FindClass(trial.Bind(), "CT");
+  ASSERT_NE(nullptr, bound);
+  EXPECT_EQ("U11=kU11 " + names, DescribeNames(bound->members.at(0)));
+}
+
 TEST(SimpleTypes, AttributesAndTheTextOfComplexTypesHaveNoNames) {
   CSchemaTrial trial;
   trial.AddSchema(std::string(kNamedTypes) +

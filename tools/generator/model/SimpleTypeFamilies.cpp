@@ -3,20 +3,40 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <set>
 #include <utility>
+#include <vector>
 
 namespace qzxml::generator {
 
 namespace {
 
-// A member of a union stands for it also where a restriction of the union has facets: these hold
-// the value as well.
-bool MayStandFor(const SimpleType& type, const SimpleType& declared) {
-  if (IsDerivedFrom(&type, &declared)) return true;
-  return declared.variety == Variety_Union &&
-         std::any_of(declared.memberTypes.begin(), declared.memberTypes.end(),
-                     [&type](const SimpleType* member) { return MayStandFor(type, *member); });
-}
+// A type, and the members of a union with theirs, each once. A member of a union stands for it also
+// where a restriction of the union has facets: these hold the value as well.
+class CStandIns {
+ public:
+  explicit CStandIns(const SimpleType& declared) { Add(declared); }
+
+  // Whether the type is one of these or derived from one.
+  bool Have(const SimpleType* type) const {
+    while (type != nullptr && m_types.count(type) == 0) type = type->base;
+    return type != nullptr;
+  }
+
+  // As the unions name them.
+  const std::vector<const SimpleType*>& GetInOrder() const { return m_inOrder; }
+
+ private:
+  void Add(const SimpleType& type) {
+    if (!m_types.insert(&type).second) return;
+    m_inOrder.push_back(&type);
+    if (type.variety != Variety_Union) return;
+    for (const SimpleType* member : type.memberTypes) Add(*member);
+  }
+
+  std::set<const SimpleType*> m_types;
+  std::vector<const SimpleType*> m_inOrder;
+};
 
 class CFamilyMaker {
  public:
@@ -47,9 +67,10 @@ class CFamilyMaker {
     for (const SimpleType* type : m_named) {
       if (type == &declared) Add(*type, *family);
     }
-    AddBuiltIns(bound, declared, *family);
+    const CStandIns standIns(declared);
+    AddBuiltIns(bound, declared, standIns, *family);
     for (const SimpleType* type : m_named) {
-      if (type != &declared && MayStandFor(*type, declared)) Add(*type, *family);
+      if (type != &declared && standIns.Have(type)) Add(*type, *family);
     }
     if (family->names.empty()) return nullptr;
     family->where = bound.where != nullptr ? bound.where : family->names[0].type->where;
@@ -70,27 +91,20 @@ class CFamilyMaker {
 
   // A constant of the library stands for itself.
   void AddBuiltIns(const BoundSimpleType& bound, const SimpleType& declared,
-                   BoundSimpleFamily& family) {
+                   const CStandIns& standIns, BoundSimpleFamily& family) {
     if (declared.builtIn != BuiltIn_None) {
       if (bound.where != nullptr) Add(declared, family);
       return;
     }
-    if (declared.variety != Variety_Union) return;
-    for (const SimpleType* member : declared.memberTypes) {
-      const bool isKnown =
-          std::any_of(family.names.begin(), family.names.end(),
-                      [member](const auto& named) { return named.name == member->name; });
-      if (member->builtIn == BuiltIn_None) {
-        AddBuiltIns(bound, *member, family);
-      } else if (!isKnown) {
-        Add(*member, family);
-      }
+    for (const SimpleType* member : standIns.GetInOrder()) {
+      if (member->builtIn != BuiltIn_None) Add(*member, family);
     }
   }
 
   bool HasDerived(const SimpleType& declared) const {
-    const auto isDerived = [&declared](const SimpleType* type) {
-      return type != &declared && MayStandFor(*type, declared);
+    const CStandIns standIns(declared);
+    const auto isDerived = [&](const SimpleType* type) {
+      return type != &declared && standIns.Have(type);
     };
     for (int i = BuiltIn_anySimpleType; i < BuiltIn_Count; ++i) {
       const SimpleType* const builtIn = m_schemas.GetBuiltIn(static_cast<BuiltIn>(i));

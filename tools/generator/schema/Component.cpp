@@ -1,6 +1,6 @@
 #include "tools/generator/schema/Component.h"
 
-#include <algorithm>
+#include <set>
 
 #include "tools/generator/schema/Components.h"
 
@@ -8,13 +8,12 @@ namespace qzxml::generator {
 
 namespace {
 
-bool IsSimpleDerivedFrom(const SimpleType* type, const Type* other, unsigned blockedSet);
-
-bool IsDerivedFromMember(const SimpleType* type, const SimpleType* other, unsigned blockedSet) {
-  if (other == nullptr || other->variety != Variety_Union || !other->facets.IsEmpty()) return false;
-  return std::any_of(
-      other->memberTypes.begin(), other->memberTypes.end(),
-      [&](const SimpleType* member) { return IsSimpleDerivedFrom(type, member, blockedSet); });
+// The type, and the members of a union without facets, with theirs: each once, however often unions
+// of unions have it.
+void AddWithMembers(const SimpleType& type, std::set<const SimpleType*>& found) {
+  if (!found.insert(&type).second || type.variety != Variety_Union || !type.facets.IsEmpty())
+    return;
+  for (const SimpleType* member : type.memberTypes) AddWithMembers(*member, found);
 }
 
 // Section 3.14.6, cos-st-derived-ok.
@@ -23,10 +22,10 @@ bool IsSimpleDerivedFrom(const SimpleType* type, const Type* other, unsigned blo
   if ((blockedSet & Derivation_Restriction) != 0) return false;
   const ComplexType* const complex = other->AsComplex();
   if (complex != nullptr) return complex->IsAnyType();
-  for (const SimpleType* t = type; t != nullptr; t = t->base) {
-    if (t == other || IsDerivedFromMember(t, other->AsSimple(), blockedSet)) return true;
-  }
-  return false;
+  std::set<const SimpleType*> wanted;
+  AddWithMembers(*other->AsSimple(), wanted);
+  while (type != nullptr && wanted.count(type) == 0) type = type->base;
+  return type != nullptr;
 }
 
 }  // namespace
