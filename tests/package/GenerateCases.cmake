@@ -101,7 +101,7 @@ foreach(case
     "alias=third is no program or library that is compiled"
     "interface=third is no program or library that is compiled"
     "parts=PARTS many is no number"
-    "no-file=no classes for second .1.: .*missing.xsd: There is no such file"
+    "no-file=no classes for second .3.: .*missing.xsd: There is no such file"
     "namespace=no classes for second .2.: .*'two-words' is no C.. namespace")
   string(REGEX MATCH "^([^=]*)=(.*)$" ignored "${case}")
   fails("${CMAKE_MATCH_2}" ${configure} -B ${SCRATCH}/wrong -DCASE=${CMAKE_MATCH_1})
