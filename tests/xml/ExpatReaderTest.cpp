@@ -437,7 +437,8 @@ TEST_F(ExpatReader, LongTextsOfManyOpenElementsDoNotMix) {
               Loaded(text));
 }
 
-// The parser's own memory, in which it keeps the value, grows past what the heap holds in one piece.
+// The parser's own memory, in which it keeps the value, grows past what the heap holds in one
+// piece.
 TEST_F(ExpatReader, AnAttributeOfFortyMegabytesIsWhole) {
   std::string value;
   for (int i = 0; value.size() < 40'000'000; ++i) value += std::to_string(i) + ' ';
