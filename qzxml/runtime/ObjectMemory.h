@@ -46,7 +46,9 @@ class QZXML_API CObjectsTogether {
 };
 
 // A base without data for classes whose objects lie there. Objects on the stack, in arrays and in
-// other objects are not concerned.
+// other objects are not concerned, and those of a class that asks for more alignment have memory of
+// the heap's. Each form of new has its delete beside it: `delete` for an object, and the one with
+// the arguments of that new where the constructor throws.
 class CObjectPlaced {
  public:
   static void* operator new(std::size_t size) { return TakeObjectMemory(size); }
@@ -70,6 +72,14 @@ class CObjectPlaced {
   }
   static void operator delete(void* object, const std::nothrow_t&) noexcept {
     GiveObjectMemory(object);
+  }
+  static void* operator new(std::size_t size, std::align_val_t alignment,
+                            const std::nothrow_t& quiet) noexcept {
+    return ::operator new(size, alignment, quiet);
+  }
+  static void operator delete(void* object, std::align_val_t alignment,
+                              const std::nothrow_t& quiet) noexcept {
+    ::operator delete(object, alignment, quiet);
   }
 };
 

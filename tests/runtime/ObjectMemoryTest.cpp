@@ -152,33 +152,108 @@ class Placed : public detail::CObjectPlaced {
   int number;
 };
 
-class Refusing : public Placed {
- public:
-  Refusing() : Placed(1) { throw 1; }
-};
-
 class alignas(128) Wide : public Placed {
  public:
   Wide() : Placed(2) {}
 };
 
+// Their constructors throw, so that what was taken goes back by the delete of the form of new.
+class Refusing : public Placed {
+ public:
+  Refusing() : Placed(1) { throw 1; }
+};
+
+class alignas(128) WideRefusing : public Placed {
+ public:
+  WideRefusing() : Placed(1) { throw 1; }
+};
+
+bool IsAligned(const void* object, std::size_t alignment) {
+  return reinterpret_cast<std::uintptr_t>(object) % alignment == 0;
+}
+
 TEST(ObjectMemory, AClassIsMadeByEveryFormOfNew) {
   const CObjectsTogether together;
   const std::unique_ptr<Placed> plain(new Placed(1));
   const std::unique_ptr<Placed> quiet(new (std::nothrow) Placed(2));
-  const std::unique_ptr<Placed> wide(new Wide);
   std::optional<Placed> inPlace;
   inPlace.emplace(3);
   alignas(Placed) unsigned char place[sizeof(Placed)];
   Placed* const placed = new (place) Placed(4);
   EXPECT_EQ(plain->number, 1);
   EXPECT_EQ(quiet->number, 2);
-  EXPECT_EQ(wide->number, 2);
-  EXPECT_EQ(reinterpret_cast<std::uintptr_t>(wide.get()) % 128, 0U);
   EXPECT_EQ(inPlace->number, 3);
   EXPECT_EQ(placed->number, 4);
   placed->~Placed();
   EXPECT_THROW(new Refusing, int);
+  EXPECT_THROW(new (std::nothrow) Refusing, int);
+  EXPECT_THROW(new (place) Refusing, int);
+}
+
+// A delete that is not that of the form of new is seen by an AddressSanitizer, and by the heap in
+// most other builds.
+TEST(ObjectMemory, AClassOfMoreAlignmentIsMadeByEveryFormOfNew) {
+  const CObjectsTogether together;
+  for (int i = 0; i < 100; ++i) {
+    const std::unique_ptr<const Placed> between(new Placed(i));
+    const std::unique_ptr<Placed> plain(new Wide);  // deleted by way of the base
+    const std::unique_ptr<Wide> quiet(new (std::nothrow) Wide);
+    const std::shared_ptr<Wide> shared = std::make_shared<Wide>();
+    std::optional<Wide> inPlace;
+    inPlace.emplace();
+    alignas(Wide) unsigned char place[sizeof(Wide)];
+    Wide* const placed = new (place) Wide;
+    for (const Placed* const object :
+         {plain.get(), static_cast<Placed*>(quiet.get()), static_cast<Placed*>(shared.get()),
+          static_cast<Placed*>(placed)}) {
+      EXPECT_EQ(object->number, 2);
+      EXPECT_TRUE(IsAligned(object, 128));
+    }
+    EXPECT_TRUE(IsAligned(&*inPlace, 128));
+    placed->~Wide();
+    EXPECT_THROW(new WideRefusing, int);
+    EXPECT_THROW(new (std::nothrow) WideRefusing, int);
+    EXPECT_THROW(new (place) WideRefusing, int);
+  }
+}
+
+TEST(ObjectMemory, ObjectsInArraysAreThoseOfTheHeap) {
+  const CObjectsTogether together;
+  struct Default : Placed {
+    Default() : Placed(5) {}
+  };
+  const std::unique_ptr<Default[]> row(new Default[3]);
+  const std::unique_ptr<Default[]> quietRow(new (std::nothrow) Default[3]);
+  const std::unique_ptr<Wide[]> wideRow(new Wide[3]);
+  const std::unique_ptr<Wide[]> quietWideRow(new (std::nothrow) Wide[3]);
+  EXPECT_EQ(row[2].number + quietRow[2].number, 10);
+  EXPECT_EQ(wideRow[2].number + quietWideRow[2].number, 4);
+  EXPECT_TRUE(IsAligned(&wideRow[1], 128) && IsAligned(&quietWideRow[1], 128));
+}
+
+// ::new knows nothing of a class, and so ::delete has to free what it made.
+TEST(ObjectMemory, WhatTheGlobalNewMadeTheGlobalDeleteFrees) {
+  const CObjectsTogether together;
+  Placed* const placed = ::new Placed(1);
+  Wide* const wide = ::new Wide;
+  EXPECT_TRUE(IsAligned(wide, 128));
+  EXPECT_EQ(placed->number + wide->number, 3);
+  ::delete placed;
+  ::delete wide;
+  EXPECT_THROW(::new Refusing, int);
+  EXPECT_THROW(::new WideRefusing, int);
+  EXPECT_THROW(::new (std::nothrow) WideRefusing, int);
+}
+
+// What does not fit into memory is an answer, in the forms that do not throw.
+TEST(ObjectMemory, TheQuietFormsAnswerNullWhereThereIsNoMemory) {
+#if !defined(__SANITIZE_ADDRESS__)  // which stops the process
+  const std::size_t tooMuch = PTRDIFF_MAX;
+  EXPECT_EQ(Placed::operator new(tooMuch - 4096, std::nothrow), nullptr);
+  EXPECT_EQ(Placed::operator new(tooMuch - 4096, std::align_val_t(128), std::nothrow), nullptr);
+#else
+  GTEST_SKIP() << "an AddressSanitizer stops where there is no memory";
+#endif
 }
 
 }  // namespace
