@@ -484,9 +484,9 @@ bool IsNilElement(const CXmlElement& element) {
 
 void RequireOwnType(const CClassBinding& binding, const CXmlElement& element) {
   const CTypeOfElement type(element);
-  if (type.name.empty()) return;
+  if (!type.IsGiven()) return;
   const CClassTraits& traits = binding.GetTraits();
-  if (type.IsNamed(traits.namespaceUri, traits.typeName)) return;
+  if (type.MayBe(traits.namespaceUri, traits.typeName)) return;
   // The classes of global elements of a simple type and of anyType have no name of a type.
   const bool isNameless = *traits.typeName == '\0' && binding.GetMemberCount() > 0;
   const CMember* const first = isNameless ? &binding.GetMember(0) : nullptr;
@@ -495,7 +495,7 @@ void RequireOwnType(const CClassBinding& binding, const CXmlElement& element) {
   }
   if (isNameless && first->form == MemberForm::AnyAttribute && binding.GetMemberCount() == 3)
     return;
-  ThrowUnsuitableType(type.name, element);
+  ThrowUnsuitableType(type.GetName(), element);
 }
 
 void ThrowUnsuitableType(const std::string& typeName, const CXmlElement& element) {

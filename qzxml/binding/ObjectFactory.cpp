@@ -12,15 +12,19 @@ CObjectHandle NewObjectByType(CXmlElement* element, ClassFactory declared, const
   if (element == nullptr) return CObjectHandle();
   const detail::CTypeOfElement type(*element);
   const char* const elementName = element->GetLocalName().c_str();
-  if (type.name.empty()) {
+  if (!type.IsGiven()) {
     return declared == nullptr ? CObjectHandle() : declared(0, elementName);
   }
-  for (std::size_t i = 0; i < count; ++i) {
-    if (type.IsNamed(types[i].namespaceUri, types[i].name)) {
-      return types[i].newObject(0, elementName);
+  ClassFactory named = nullptr;
+  type.FindNamespace([&](const std::string& uri) {
+    for (std::size_t i = 0; i < count && named == nullptr; ++i) {
+      if (type.GetName() == types[i].name && uri == types[i].namespaceUri) {
+        named = types[i].newObject;
+      }
     }
-  }
-  return CObjectHandle();
+    return named != nullptr;
+  });
+  return named == nullptr ? CObjectHandle() : named(0, elementName);
 }
 
 CObjectHandle NewRootObject(CXmlElement* element, const CNamedElement* elements,

@@ -68,22 +68,41 @@ LexicalType GetLexicalType(ItemType kind) {
   }
 }
 
-// The type that a name stands for where the member is; null for one that cannot stand there.
-const CSimpleTypeInfo* FindNamedType(const CMember& member, const CTypeOfElement& type) {
-  const CNamedSimpleType* const named = member.namedTypes;
-  for (const CNamedSimpleType* row = named; row != nullptr && row->name != nullptr; ++row) {
-    if (type.IsNamed(row->namespaceUri, row->name)) return row->type;
-    if (member.isOwnTypeOnly) break;
-  }
-  if (!type.IsNamed(kXmlSchemaNamespace, type.name)) return nullptr;
-  const CSimpleTypeInfo* const builtIn = FindBuiltInType(kXmlSchemaNamespace, type.name);
-  if (builtIn == nullptr || builtIn == member.type) return builtIn;
+// A type of XML Schema's own where the member is; null for one that cannot stand there.
+const CSimpleTypeInfo* FindSuitableBuiltIn(const CMember& member, const CSimpleTypeInfo* builtIn) {
+  if (builtIn == member.type) return builtIn;
   if (member.isOwnTypeOnly) return nullptr;
   if (IsBuiltInDerived(*builtIn, *member.type)) return builtIn;
+  const CNamedSimpleType* const named = member.namedTypes;
   for (const CNamedSimpleType* row = named; row != nullptr && row->name != nullptr; ++row) {
     if (IsBuiltInDerived(*builtIn, *row->type)) return builtIn;
   }
   return nullptr;
+}
+
+// Whether the type is known; found stays null for one that cannot stand where the member is.
+bool FindTypeIn(const CMember& member, const std::string& uri, const std::string& name,
+                const CSimpleTypeInfo*& found) {
+  const CNamedSimpleType* const named = member.namedTypes;
+  for (const CNamedSimpleType* row = named; row != nullptr && row->name != nullptr; ++row) {
+    if (row->name != name || row->namespaceUri != uri) continue;
+    const bool isOwn = row == named && row->type == member.type;
+    if (isOwn || !member.isOwnTypeOnly) found = row->type;
+    return true;
+  }
+  if (uri != kXmlSchemaNamespace) return false;
+  const CSimpleTypeInfo* const builtIn = FindBuiltInType(kXmlSchemaNamespace, name);
+  if (builtIn == nullptr) return false;
+  found = FindSuitableBuiltIn(member, builtIn);
+  return true;
+}
+
+// The type that a name stands for where the member is; null for one that cannot stand there.
+const CSimpleTypeInfo* FindNamedType(const CMember& member, const CTypeOfElement& type) {
+  const CSimpleTypeInfo* found = nullptr;
+  type.FindNamespace(
+      [&](const std::string& uri) { return FindTypeIn(member, uri, type.GetName(), found); });
+  return found;
 }
 
 bool IsTextOf(const CSimpleTypeInfo& type, std::string_view text) {
@@ -107,9 +126,9 @@ void RequireLexicalForm(ItemType kind, std::string_view text) {
 
 void RequireSimpleType(const CMember& member, const CXmlElement& element, bool isNil) {
   const CTypeOfElement type(element);
-  if (type.name.empty()) return;
+  if (!type.IsGiven()) return;
   const CSimpleTypeInfo* const named = FindNamedType(member, type);
-  if (named == nullptr) ThrowUnsuitableType(type.name, element);
+  if (named == nullptr) ThrowUnsuitableType(type.GetName(), element);
   if (isNil || named == member.type) return;
   std::string_view text = element.GetTextView();
   if (text.empty() && member.defaultValue != nullptr) text = member.defaultValue;

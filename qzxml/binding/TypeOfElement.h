@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "qzxml/binding/XsdValue.h"
+#include "qzxml/xml/XmlAttribute.h"
 #include "qzxml/xml/XmlDocument.h"
 #include "qzxml/xml/XmlElement.h"
 #include "qzxml/xml/XmlNamespaces.h"
@@ -10,30 +12,46 @@
 namespace QzXmlLib16 {
 namespace detail {
 
-// What the xsi:type of an element names, with the white space around it taken away.
+// What the xsi:type of an element names, with the white space around it taken away. The element has
+// to outlive it.
+// Source: XML Schema 1.0 part 1, second edition, sections 2.6.1 and 3.15.3; Namespaces in XML 1.0,
+// third edition, section 6.
 class CTypeOfElement {
  public:
-  explicit CTypeOfElement(const CXmlElement& element)
-      : CTypeOfElement(element, Trim(element.GetAttribute("type", kXmlSchemaInstanceNamespace))) {}
-
-  // Without a prefix the type may be in the namespace of the element or in the default namespace;
-  // the library knows it as one of the element's.
-  bool IsNamed(std::string_view itsNamespaceUri, std::string_view itsName) const {
-    if (itsName != name) return false;
-    return itsNamespaceUri == namespaceUri ||
-           (m_isPlain && itsNamespaceUri == m_document.LookupNamespaceFromAlias(""));
+  explicit CTypeOfElement(const CXmlElement& element) : m_element(element) {
+    for (const CXmlAttribute* const attribute : element.GetAttributeRange()) {
+      if (!attribute->IsNamespaceAttribute() || attribute->GetLocalName() != "type") continue;
+      if (attribute->GetNamespaceURI() != kXmlSchemaInstanceNamespace) continue;
+      Read(Trim(attribute->GetValueView()));
+      return;
+    }
   }
 
-  const std::string name;  // empty without xsi:type
-  const std::string namespaceUri;
+  // Whether there is an xsi:type at all.
+  bool IsGiven() const { return m_isGiven; }
+
+  // Without a prefix; all of a text that is no qualified name, which names nothing.
+  const std::string& GetName() const { return m_name; }
+
+  // Calls find with the namespaces that the type may be in, one after the other, until it answers
+  // true; answers whether it did. Without a prefix that is the default namespace, and behind it the
+  // one of the element.
+  template <typename Find>
+  bool FindNamespace(const Find& find) const {
+    if (!m_isName) return false;
+    const std::string& uri = m_element.GetDocument()->LookupNamespaceFromAlias(m_prefix.c_str());
+    // Meant: a prefix that is not declared stands for the namespace of the element, as it does in
+    // CClassfactoryBase.
+    if (!m_prefix.empty()) return find(uri.empty() ? m_element.GetNamespaceURI() : uri);
+    return find(uri) || (uri != m_element.GetNamespaceURI() && find(m_element.GetNamespaceURI()));
+  }
+
+  bool MayBe(std::string_view namespaceUri, std::string_view name) const {
+    return name == m_name &&
+           FindNamespace([&](const std::string& uri) { return uri == namespaceUri; });
+  }
 
  private:
-  CTypeOfElement(const CXmlElement& element, std::string_view type)
-      : name(type.substr(type.find(':') + 1)),
-        namespaceUri(NamespaceOf(element, type)),
-        m_isPlain(!type.empty() && type.find(':') == type.npos),
-        m_document(*element.GetDocument()) {}
-
   static std::string_view Trim(std::string_view text) {
     constexpr char kWhitespace[] = " \t\r\n";
     const std::size_t first = text.find_first_not_of(kWhitespace);
@@ -41,18 +59,19 @@ class CTypeOfElement {
     return text.substr(first, text.find_last_not_of(kWhitespace) - first + 1);
   }
 
-  // Meant: a prefix that is not declared stands for the namespace of the element, as it does in
-  // CClassfactoryBase.
-  static std::string NamespaceOf(const CXmlElement& element, std::string_view type) {
-    const std::size_t colon = type.find(':');
-    if (colon == type.npos) return element.GetNamespaceURI();
-    const std::string prefix(type.substr(0, colon));
-    const std::string& uri = element.GetDocument()->LookupNamespaceFromAlias(prefix.c_str());
-    return uri.empty() ? element.GetNamespaceURI() : uri;
+  void Read(std::string_view type) {
+    m_isGiven = true;
+    m_isName = IsValueOf(XsdType_QName, type);
+    const std::size_t colon = m_isName ? type.find(':') : type.npos;
+    if (colon != type.npos) m_prefix = type.substr(0, colon);
+    m_name = type.substr(colon + 1);
   }
 
-  bool m_isPlain;  // without a prefix
-  const CXmlDocument& m_document;
+  const CXmlElement& m_element;
+  bool m_isGiven = false;
+  bool m_isName = false;  // a qualified name
+  std::string m_prefix;   // may be empty
+  std::string m_name;
 };
 
 }  // namespace detail
