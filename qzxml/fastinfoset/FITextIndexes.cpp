@@ -14,22 +14,28 @@ constexpr std::size_t kFirstGrowth = 4;
 constexpr std::size_t kSomePlaces = 256;
 constexpr std::size_t kFirstOctets = 1024;
 
+// What is kept for the next texts: so many places, or octets of long texts, at most; and places for
+// so many times the texts there were, so that few of them are not looked for in wide memory.
+constexpr std::size_t kKeptPlaces = 16384;
+constexpr std::size_t kKeptOctets = 65536;
+constexpr std::size_t kKeptForEach = 64;
+
 }  // namespace
 
 std::vector<std::pair<std::string, std::uint32_t>> CFITextIndexes::GetAll() const {
   std::vector<std::pair<std::string, std::uint32_t>> all;
   for (std::size_t place = 0; place < GetPlaces(); ++place) {
     const Entry entry = GetEntry(place);
-    if (entry.value == 0) continue;
+    if (IsFree(entry)) continue;
     if (entry.key >> 56 == kLongMark) {
-      all.emplace_back(GetLongText(entry.GetBegin()), entry.GetIndex());
+      all.emplace_back(GetLongText(entry.GetBegin()), GetIndex(entry));
       continue;
     }
     std::string text(entry.key >> 56, '\0');
     for (std::size_t i = 0; i < text.size(); ++i) {
       text[i] = static_cast<char>(entry.key >> (8 * i) & 0xFF);
     }
-    all.emplace_back(std::move(text), entry.GetIndex());
+    all.emplace_back(std::move(text), GetIndex(entry));
   }
   return all;
 }
@@ -63,7 +69,23 @@ void CFITextIndexes::Set(std::string_view text, std::uint32_t index) {
   if (Find(text, key) == 0) return Add(text, key, index);
   const std::size_t place = FindPlace(text, key);
   const std::uint64_t begin = GetEntry(place).GetBegin();
-  SetEntry(place, {key, begin << kIndexBits | index});
+  SetEntry(place, {key, begin << kIndexBits | (m_before + index)});
+}
+
+void CFITextIndexes::Clear() {
+  const std::size_t places = GetPlaces();
+  if (places > kKeptPlaces || places > std::max(kSomePlaces, m_count * kKeptForEach)) {
+    m_words = {};
+    m_mask = 0;
+    m_mostTexts = 0;
+  }
+  if (m_texts.size() > kKeptOctets) m_texts = {};
+  m_textsSize = 0;
+  m_count = 0;
+  m_before += kMostIndex;
+  if (m_before <= kIndexMask - kMostIndex) return;
+  m_before = 0;
+  std::fill(m_words.begin(), m_words.end(), 0);
 }
 
 [[gnu::noinline]] void CFITextIndexes::Grow() {
@@ -75,13 +97,14 @@ void CFITextIndexes::Set(std::string_view text, std::uint32_t index) {
   m_mask = places - 1;
   m_mostTexts = places / 2;
   for (std::size_t at = 0; at < former.size(); at += 2) {
-    if (former[at + 1] != 0) PutInFreePlace({former[at], former[at + 1]});
+    const Entry entry{former[at], former[at + 1]};
+    if (!IsFree(entry)) PutInFreePlace(entry);
   }
 }
 
 inline void CFITextIndexes::PutInFreePlace(const Entry& entry) {
   std::size_t at = HashOf(entry.key) & m_mask;
-  while (GetEntry(at).value != 0) at = (at + 1) & m_mask;
+  while (!IsFree(GetEntry(at))) at = (at + 1) & m_mask;
   SetEntry(at, entry);
 }
 

@@ -16,8 +16,9 @@ namespace QzXmlLib16::detail {
 // costs no memory of its own, and one that is looked for is mostly met at once.
 //
 // The hash is salted for each process (HashText), so that no document can be made whose texts
-// collide. A plain value; a copy is deep. The operations that look for a text are in
-// FITextIndexesFind.h.
+// collide. Clear costs nothing: what is stored for an index counts on from table to table, and all
+// that was stored before the last Clear is taken for a free place. A plain value; a copy is deep.
+// The operations that look for a text are in FITextIndexesFind.h.
 class QZXML_API CFITextIndexes {
  public:
   static constexpr std::size_t kShort = 7;
@@ -29,7 +30,13 @@ class QZXML_API CFITextIndexes {
   // The same for a text behind which eight bytes can be read, and which is not empty.
   static std::uint64_t KeyOfRoomy(std::string_view text);
 
+  static constexpr std::uint32_t kMostIndex = 0x100000;
+
   std::size_t GetCount() const { return m_count; }
+
+  // Takes all texts away. Memory is kept for the next ones, unless it is much for as many as there
+  // were, or much at all.
+  void Clear();
 
   // All texts with their indexes, in no order.
   std::vector<std::pair<std::string, std::uint32_t>> GetAll() const;
@@ -38,7 +45,7 @@ class QZXML_API CFITextIndexes {
   std::uint32_t Find(std::string_view text, std::uint64_t key) const;
   std::uint32_t Find(std::string_view text) const;
 
-  // Gives a text that is not there yet an index, from 1 to 2^24 - 1.
+  // Gives a text that is not there yet an index, from 1 to kMostIndex.
   void Add(std::string_view text, std::uint64_t key, std::uint32_t index);
 
   // The same in two steps, for one look in all: where the text is, with its index, or where it may
@@ -57,12 +64,13 @@ class QZXML_API CFITextIndexes {
   void Set(std::string_view text, std::uint32_t index);
 
  private:
-  static constexpr int kIndexBits = 24;
+  static constexpr int kIndexBits = 28;
   static constexpr std::uint32_t kIndexMask = (1u << kIndexBits) - 1;
 
-  // A place of the table, free where the index is 0.
+  // A place of the table, free where the number is not above m_before; else the text there has the
+  // index that it is more than that.
   struct Entry {
-    std::uint32_t GetIndex() const { return static_cast<std::uint32_t>(value) & kIndexMask; }
+    std::uint32_t GetNumber() const { return static_cast<std::uint32_t>(value) & kIndexMask; }
     // Where a long text begins.
     std::size_t GetBegin() const { return value >> kIndexBits; }
 
@@ -74,6 +82,10 @@ class QZXML_API CFITextIndexes {
   std::string_view GetLongText(std::size_t begin) const;
   std::size_t FindPlace(std::string_view text, std::uint64_t key) const;
   bool IsText(const Entry& entry, std::string_view text) const;
+  bool IsFree(const Entry& entry) const { return entry.GetNumber() <= m_before; }
+  std::uint32_t GetIndex(const Entry& entry) const {
+    return IsFree(entry) ? 0 : entry.GetNumber() - m_before;
+  }
   std::size_t GetPlaces() const { return m_words.size() / 2; }
   Entry GetEntry(std::size_t place) const { return {m_words[place * 2], m_words[place * 2 + 1]}; }
   void SetEntry(std::size_t place, const Entry& entry) {
@@ -87,6 +99,7 @@ class QZXML_API CFITextIndexes {
   std::vector<std::uint64_t> m_words;  // the places, two for each: a power of two, or none
   std::size_t m_mask = 0;              // of a place, where there are some
   std::size_t m_count = 0;
+  std::uint32_t m_before = 0;   // the highest number that a former text may have
   std::size_t m_mostTexts = 0;  // that these places take
   std::vector<char> m_texts;    // room for the long ones, each behind its size
   std::size_t m_textsSize = 0;

@@ -47,7 +47,7 @@ inline std::size_t CFITextIndexes::FindPlace(std::string_view text, std::uint64_
   std::size_t at = HashOf(key) & m_mask;
   for (;; at = (at + 1) & m_mask) {
     const Entry entry = GetEntry(at);
-    if (entry.value == 0 || (entry.key == key && IsText(entry, text))) return at;
+    if (IsFree(entry) || (entry.key == key && IsText(entry, text))) return at;
   }
 }
 
@@ -64,19 +64,19 @@ inline bool CFITextIndexes::IsText(const Entry& entry, std::string_view text) co
 }
 
 inline std::uint32_t CFITextIndexes::Find(std::string_view text, std::uint64_t key) const {
-  return m_count == 0 ? 0 : GetEntry(FindPlace(text, key)).GetIndex();
+  return m_count == 0 ? 0 : GetIndex(GetEntry(FindPlace(text, key)));
 }
 
 inline CFITextIndexes::Place CFITextIndexes::Look(std::string_view text, std::uint64_t key) {
   if (m_count >= m_mostTexts) Grow();
   const std::size_t at = FindPlace(text, key);
-  return {at, GetEntry(at).GetIndex()};
+  return {at, GetIndex(GetEntry(at))};
 }
 
 inline void CFITextIndexes::AddAt(const Place& place, std::string_view text, std::uint64_t key,
                                   std::uint32_t index) {
   const std::uint64_t begin = text.size() > kShort ? AddLongText(text) : 0;
-  SetEntry(place.at, {key, begin << kIndexBits | index});
+  SetEntry(place.at, {key, begin << kIndexBits | (m_before + index)});
   ++m_count;
 }
 

@@ -56,10 +56,9 @@ CFIVocabulary::CFIVocabulary() : m_restrictedAlphabets(GetAlphabets()) {
   AddNamespaceName(kXmlNamespace);
 }
 
-// Only the tables for writing have something in them.
-CFIVocabulary::CFIVocabulary(ForWriting) {
-  AddValueToMap("xml", m_prefixNameMap);
-  AddValueToMap(kXmlNamespace, m_namespaceNameMap);
+void CFIVocabulary::Begin(detail::CFIIndexMaps& maps) {
+  AddValueToMap("xml", maps.prefixNames);
+  AddValueToMap(kXmlNamespace, maps.namespaceNames);
 }
 
 const std::vector<std::string>& CFIVocabulary::GetAlphabets() {
@@ -74,49 +73,49 @@ CFIVocabulary::~CFIVocabulary() = default;
 
 void CFIVocabulary::AddAttribute(const std::string& prefix, const std::string& namespaceName,
                                  const std::string& localName) {
-  AddQName(prefix, namespaceName, localName, m_attributeNameMap, m_attributeNames);
+  AddQName(prefix, namespaceName, localName, m_maps.attributeNames, m_attributeNames);
 }
 
 void CFIVocabulary::AddElement(const std::string& prefix, const std::string& namespaceName,
                                const std::string& localName) {
-  AddQName(prefix, namespaceName, localName, m_elementNameMap, m_elementNames);
+  AddQName(prefix, namespaceName, localName, m_maps.elementNames, m_elementNames);
 }
 
 void CFIVocabulary::AddAttributeValue(const std::string& value) {
-  AddValueToMap(value, m_attributeValueMap);
+  AddValueToMap(value, m_maps.attributeValues);
   AddValueToVector(value, m_attributeValues);
 }
 
 void CFIVocabulary::AddElementValue(const std::string& value) {
-  AddValueToMap(value, m_characterChunkMap);
+  AddValueToMap(value, m_maps.characterChunks);
   AddValueToVector(value, m_characterChunks);
 }
 
 void CFIVocabulary::AddPrefixName(const std::string& name) {
-  AddValueToMap(name, m_prefixNameMap);
+  AddValueToMap(name, m_maps.prefixNames);
   AddValueToVector(name, m_prefixNames);
 }
 
 void CFIVocabulary::AddNamespaceName(const std::string& name) {
-  AddValueToMap(name, m_namespaceNameMap);
+  AddValueToMap(name, m_maps.namespaceNames);
   AddValueToVector(name, m_namespaceNames);
 }
 
 void CFIVocabulary::AddLocalName(const std::string& name) {
-  AddValueToMap(name, m_localNameMap);
+  AddValueToMap(name, m_maps.localNames);
   AddValueToVector(name, m_localNames);
 }
 
 bool CFIVocabulary::FindPrefixNameIndex(const std::string& name, std::uint32_t& index) const {
-  return FindIndex(m_prefixNameMap, name, index);
+  return FindIndex(m_maps.prefixNames, name, index);
 }
 
 bool CFIVocabulary::FindNamespaceNameIndex(const std::string& name, std::uint32_t& index) const {
-  return FindIndex(m_namespaceNameMap, name, index);
+  return FindIndex(m_maps.namespaceNames, name, index);
 }
 
 bool CFIVocabulary::FindLocalNameIndex(const std::string& name, std::uint32_t& index) const {
-  return FindIndex(m_localNameMap, name, index);
+  return FindIndex(m_maps.localNames, name, index);
 }
 
 // ---- Pieces ----
@@ -189,13 +188,13 @@ void CFIVocabulary::DumpMap(const char* title, const CIndexMap& map) {
 
 void CFIVocabulary::Dump() const {
   std::printf("\n** Dumping FI Tables **\n");
-  DumpMap("Attr Names", m_attributeNameMap);
-  DumpMap("Attr Values", m_attributeValueMap);
-  DumpMap("Character Chunks", m_characterChunkMap);
-  DumpMap("Element Names", m_elementNameMap);
-  DumpMap("Local Names", m_localNameMap);
-  DumpMap("Namespace Names", m_namespaceNameMap);
-  DumpMap("Prefix Names", m_prefixNameMap);
+  DumpMap("Attr Names", m_maps.attributeNames);
+  DumpMap("Attr Values", m_maps.attributeValues);
+  DumpMap("Character Chunks", m_maps.characterChunks);
+  DumpMap("Element Names", m_maps.elementNames);
+  DumpMap("Local Names", m_maps.localNames);
+  DumpMap("Namespace Names", m_maps.namespaceNames);
+  DumpMap("Prefix Names", m_maps.prefixNames);
 }
 
 }  // namespace QzXmlLib16

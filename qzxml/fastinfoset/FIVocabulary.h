@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "qzxml/fastinfoset/FITextIndexes.h"
+#include "qzxml/fastinfoset/FIIndexMaps.h"
 #include "qzxml/platform/Export.h"
 
 namespace QzXmlLib16 {
@@ -131,9 +131,8 @@ class QZXML_API CFIVocabulary {
 
   static constexpr std::uint32_t kMaxEntries = 0x100000;
 
-  // What a writer begins with.
-  enum ForWriting { ForWriting_Only };
-  explicit CFIVocabulary(ForWriting);
+  // Adds to empty tables for writing what those of a new vocabulary have.
+  static void Begin(detail::CFIIndexMaps& maps);
 
   // The alphabets of every vocabulary. The first differs from the standard's in its lower-case e,
   // which is the one that lexical forms of reals have here. A blank ends each.
@@ -154,13 +153,7 @@ class QZXML_API CFIVocabulary {
   std::vector<std::string> m_restrictedAlphabets;
 
   // For writing.
-  CIndexMap m_attributeNameMap;
-  CIndexMap m_attributeValueMap;
-  CIndexMap m_elementNameMap;
-  CIndexMap m_characterChunkMap;
-  CIndexMap m_localNameMap;
-  CIndexMap m_namespaceNameMap;
-  CIndexMap m_prefixNameMap;
+  detail::CFIIndexMaps m_maps;
 
   // For reading.
   CFIQNameTable m_attributeNames;

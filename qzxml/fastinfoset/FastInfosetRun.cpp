@@ -49,7 +49,8 @@ void FastInfosetRun::Resume() {
   Element& element = *m_innermost;
   const CXmlWriter::CXmlWriterContext* const context = m_place.innermost;
   element.m_context = m_place.innermost;
-  m_namespaceState = context == nullptr ? 0 : context->GetNamespaceState();
+  m_attributeState = m_parts.names->Marked(0);
+  m_namespaceState = m_parts.names->Marked(context == nullptr ? 0 : context->GetNamespaceState());
   if (m_place.isPending) {
     m_state = State::Pending;
   } else if (context == nullptr || !context->IsStartTagOpen()) {
@@ -167,7 +168,7 @@ void FastInfosetRun::LearnAttribute(const FastInfosetName& name) {
   const std::uint32_t index = Learn(name, *m_parts.attributeNames);
   if (index == 0) return;
   CFIKnownNames::ById& known = m_parts.names->AttributeOf(name.GetId());
-  known = {name.GetId(), 0, CFIKnownOctets()};
+  known = {name.GetId(), m_attributeState, CFIKnownOctets()};
   known.octets.SetAttribute(index);
 }
 
@@ -217,7 +218,7 @@ void FastInfosetRun::UnlearnElement(const FastInfosetName& name) {
     return PutNameInFull(m_place.out, kLiteralAttribute, name);
   }
   CFIKnownNames::ById& known = m_parts.names->AttributeOf(name.GetId());
-  known = {name.GetId(), 0, CFIKnownOctets()};
+  known = {name.GetId(), m_attributeState, CFIKnownOctets()};
   known.octets.SetAttribute(m_new.whole.index);
   return known.octets.Write(m_place.out);
 }

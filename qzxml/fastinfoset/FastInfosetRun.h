@@ -225,10 +225,11 @@ class FastInfosetRun {
   char* m_head = nullptr;          // of the innermost element, where it has begun
   std::uint32_t m_elements = 0;    // that had no context, since the last interruption
   std::uint32_t m_flushes = 0;
-  bool m_isInFull = false;  // a new name has been put that is not learned yet
-  Places m_new = {};        // of that name
-  Added m_added = {};       // for the name that was learned last
-  std::uint64_t m_namespaceState = 0;
+  bool m_isInFull = false;             // a new name has been put that is not learned yet
+  Places m_new = {};                   // of that name
+  Added m_added = {};                  // for the name that was learned last
+  std::uint64_t m_namespaceState = 0;  // as the known names have it
+  std::uint64_t m_attributeState = 0;  // that of all attributes
   Element m_base;
   Element* m_innermost;
 };

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "qzxml/fastinfoset/FIWritingTables.h"
 #include "qzxml/fastinfoset/FastInfosetName.h"
 #include "qzxml/fastinfoset/FastInfosetWriter.h"
 #include "qzxml/fastinfoset/FastInfosetWriterEntry.h"
@@ -35,16 +36,10 @@ class CFastInfosetWriter::CTableEntry::CRunHost final : public FastInfosetRunHos
   // ---- Runs ----
 
   Parts GetParts() override {
-    CFIVocabulary& vocabulary = *m_writer.m_pVocabulary;
-    return {m_writer.m_pOptions,
-            m_writer.m_pKnownNames.get(),
-            &vocabulary.m_elementNameMap,
-            &vocabulary.m_attributeNameMap,
-            &vocabulary.m_localNameMap,
-            &vocabulary.m_namespaceNameMap,
-            &vocabulary.m_attributeValueMap,
-            &vocabulary.m_characterChunkMap,
-            CFIVocabulary::kMaxEntries};
+    CFIIndexMaps& maps = m_writer.m_pTables->maps;
+    return {m_writer.m_pOptions,   &m_writer.m_pTables->names, &maps.elementNames,
+            &maps.attributeNames,  &maps.localNames,           &maps.namespaceNames,
+            &maps.attributeValues, &maps.characterChunks,      CFIVocabulary::kMaxEntries};
   }
 
   Place Lend() override {
@@ -54,7 +49,7 @@ class CFastInfosetWriter::CTableEntry::CRunHost final : public FastInfosetRunHos
     place.isHalfPending = m_writer.m_bHalfTerminatorPending;
     // What is traced is what the writer's own calls do.
     if (place.innermost == nullptr || GetDebugChannel() != nullptr) return place;
-    char* const piece = m_writer.m_piece.get();
+    char* const piece = m_writer.m_pPiece;
     place.out = piece + m_writer.m_pieceSize;
     place.limit = piece + m_writer.m_pieceRoom;
     place.flush = piece + kFlushSize;
@@ -84,14 +79,14 @@ class CFastInfosetWriter::CTableEntry::CRunHost final : public FastInfosetRunHos
     const std::string* const prefix = m_writer.m_pContext->FindAlias(name.GetUri());
     if (prefix == nullptr) return false;
     const CTableEntry entry(
-        CFIVocabulary::FormKey(*prefix, name.GetUri(), name.GetName(), m_writer.m_strKey),
-        m_writer.m_pVocabulary->m_elementNameMap);
+        CFIVocabulary::FormKey(*prefix, name.GetUri(), name.GetName(), m_writer.m_pTables->key),
+        m_writer.m_pTables->maps.elementNames);
     const std::uint32_t index = entry.FindIndex();
     if (index == 0) return false;
     CFIKnownOctets octets;
     octets.SetElement(index);
-    m_writer.m_pKnownNames->ElementOf(name.GetId()) = {
-        name.GetId(), m_writer.m_pContext->GetNamespaceState(), octets};
+    m_writer.m_pTables->names.KeepElement(name.GetId(), m_writer.m_pContext->GetNamespaceState(),
+                                          octets);
     return true;
   }
 

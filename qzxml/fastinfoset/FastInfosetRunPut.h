@@ -172,7 +172,8 @@ inline void FastInfosetRun::EndElement(Element& element) {
   if (m_state == State::Pending) WritePending(true);
   if (m_state != State::Begun && m_state != State::Attributes) return nullptr;
   const CFIKnownNames::ById& known = m_parts.names->AttributeOf(name.GetId());
-  if (!known.Is(name.GetId(), 0)) return PutOtherAttributeName(name, kValueRoom + room);
+  if (!known.Is(name.GetId(), m_attributeState))
+    return PutOtherAttributeName(name, kValueRoom + room);
   if (GetRoom() < CFIKnownNames::kRoom + kValueRoom + room) return nullptr;
   return known.octets.Write(m_place.out);
 }

@@ -6,7 +6,9 @@
 #include <utility>
 
 #include "qzxml/fastinfoset/DocumentMarks.h"
+#include "qzxml/fastinfoset/FIWritingTables.h"
 #include "qzxml/fastinfoset/FastInfosetContext.h"
+#include "qzxml/fastinfoset/FastInfosetRunHost.h"
 #include "qzxml/fastinfoset/FastInfosetWriterEntry.h"
 #include "qzxml/fastinfoset/FastInfosetWriterForms.h"
 #include "qzxml/fastinfoset/FastInfosetWriterNames.h"
@@ -55,12 +57,16 @@ CFastInfosetWriter::CFastInfosetWriter(CFastInfosetContext* context, CBinaryStre
       m_pPendingContext(nullptr),
       m_bHalfTerminatorPending(false),
       m_bHasRoot(false),
-      m_pVocabulary(context->GetUseGeneratedVocabulary()
-                        ? new CFIVocabulary(*context->GetVocabulary())
-                        : new CFIVocabulary(CFIVocabulary::ForWriting_Only)),
-      m_pKnownNames(new detail::CFIKnownNames),
-      m_pieceSize(0),
-      m_pieceRoom(0) {}
+      m_pTables(detail::TakeFIWritingTables()),
+      m_pPiece(m_pTables->piece.get()),
+      m_pieceRoom(m_pTables->pieceRoom),
+      m_pieceSize(0) {
+  if (context->GetUseGeneratedVocabulary()) {
+    m_pTables->maps = context->GetVocabulary()->m_maps;
+  } else {
+    CFIVocabulary::Begin(m_pTables->maps);
+  }
+}
 
 CFastInfosetWriter::~CFastInfosetWriter() {
   if (m_pPendingContext != nullptr) CloseContext(m_pPendingContext);
@@ -72,8 +78,8 @@ void CFastInfosetWriter::WriteHeader(FInfoDecl declaration) {
   QZ_ASSERT(declaration >= 0 && declaration <= 9);
   // A derived class may have operations of its own for what the short ways leave out.
   if (typeid(*this) == typeid(CFastInfosetWriter)) {
-    m_pKnownNames->host = CTableEntry::NewRunHost(*this);
-    SetShortWays(m_pKnownNames->host.get());
+    m_pRunHost = CTableEntry::NewRunHost(*this);
+    SetShortWays(m_pRunHost.get());
   }
   if (declaration > 0 && declaration <= 9) PutOctets(detail::kFIDeclarations[declaration - 1]);
   for (const unsigned char octet : detail::kFIIdentification) PutOctet(octet);
@@ -153,7 +159,7 @@ void CFastInfosetWriter::FlushPendingElement(bool hasAttributes) {
   unsigned byCurrent = hasAttributes ? 0x40 : 0x00;
   context.SetHasAttributes(hasAttributes);
   if (context.GetParent() == nullptr) {
-    if (m_bHasRoot) m_pKnownNames->Forget();
+    if (m_bHasRoot) m_pTables->names.Forget();
     m_bHasRoot = true;
     PutNamespaceAttributes(byCurrent);
     byCurrent = 0x00;
@@ -167,8 +173,9 @@ void CFastInfosetWriter::FlushPendingElement(bool hasAttributes) {
 void CFastInfosetWriter::PutPendingName(unsigned byCurrent, CXmlWriterContext& context) {
   const std::string_view name = context.GetName();
   const std::string& uri = context.GetNamespace();
-  auto& known = m_pKnownNames->ElementOf(name);
-  if (known.Is(name, uri, context.GetNamespaceState())) {
+  detail::CFIKnownNames& names = m_pTables->names;
+  auto& known = names.ElementOf(name);
+  if (known.Is(name, uri, names.Marked(context.GetNamespaceState()))) {
     char* const out = BeginPiece(detail::CFIKnownNames::kRoom);
     EndPiece(known.octets.Write(out));
     *out = static_cast<char>(static_cast<unsigned char>(*out) | byCurrent);
@@ -180,9 +187,9 @@ void CFastInfosetWriter::PutPendingName(unsigned byCurrent, CXmlWriterContext& c
       PutElementName(byCurrent, isPrefixed ? GetAlias(context, uri) : m_strNone, uri, m_strName);
   if (index == 0) return;  // the table is full
   if (known.SetName(m_strName)) {
-    known.uri = m_pKnownNames->StoreUri(uri);
+    known.uri = names.StoreUri(uri);
     known.octets.SetElement(index);
-    known.state = context.GetNamespaceState();
+    known.state = names.Marked(context.GetNamespaceState());
   }
 }
 
@@ -192,8 +199,8 @@ void CFastInfosetWriter::PutNamespaceAttributes(unsigned byCurrent) {
   PutOctet(byCurrent | 0x38);
   const auto put = [this](const std::string& prefix, const std::string& uri) {
     PutOctet(0xCCu | (prefix.empty() ? 0u : 2u) | (uri.empty() ? 0u : 1u));
-    if (!prefix.empty()) PutIdentifier(prefix, m_pVocabulary->m_prefixNameMap);
-    if (!uri.empty()) PutIdentifier(uri, m_pVocabulary->m_namespaceNameMap);
+    if (!prefix.empty()) PutIdentifier(prefix, m_pTables->maps.prefixNames);
+    if (!uri.empty()) PutIdentifier(uri, m_pTables->maps.namespaceNames);
   };
   if (!GetRootDefaultNamespace().empty()) put(m_strNone, GetRootDefaultNamespace());
   for (const auto& [uri, alias] : GetRootNamespaceMap()) {
@@ -302,8 +309,8 @@ std::uint32_t CFastInfosetWriter::PutElementName(unsigned byCurrent, const std::
                                                  const std::string& strNamespace,
                                                  const std::string& strLocalName) {
   QZ_ASSERT((byCurrent & 0x3F) == 0);
-  CTableEntry entry(CFIVocabulary::FormKey(strPrefix, strNamespace, strLocalName, m_strKey),
-                    m_pVocabulary->m_elementNameMap);
+  CTableEntry entry(CFIVocabulary::FormKey(strPrefix, strNamespace, strLocalName, m_pTables->key),
+                    m_pTables->maps.elementNames);
   if (const std::uint32_t index = entry.FindIndex()) {
     EndPiece(detail::WriteIndexOnThirdBit(BeginPiece(detail::kFormSize), byCurrent, index));
     return index;
@@ -316,8 +323,8 @@ std::uint32_t CFastInfosetWriter::PutAttributeName(unsigned byCurrent, const std
                                                    const std::string& strNamespace,
                                                    const std::string& strLocalName) {
   QZ_ASSERT((byCurrent & 0x7F) == 0);
-  CTableEntry entry(CFIVocabulary::FormKey(strPrefix, strNamespace, strLocalName, m_strKey),
-                    m_pVocabulary->m_attributeNameMap);
+  CTableEntry entry(CFIVocabulary::FormKey(strPrefix, strNamespace, strLocalName, m_pTables->key),
+                    m_pTables->maps.attributeNames);
   if (const std::uint32_t index = entry.FindIndex()) {
     EndPiece(detail::WriteIndexOnSecondBit(BeginPiece(detail::kFormSize), byCurrent, index));
     return index;
@@ -332,9 +339,9 @@ void CFastInfosetWriter::PutLiteralName(unsigned mark, const std::string& strPre
                                         const std::string& strLocalName) {
   QZ_ASSERT_TEXT(strPrefix.empty() || !strNamespace.empty(), "!strNamespace.empty()");
   PutOctet(mark | (strPrefix.empty() ? 0u : 2u) | (strNamespace.empty() ? 0u : 1u));
-  if (!strPrefix.empty()) PutIdentifier(strPrefix, m_pVocabulary->m_prefixNameMap);
-  if (!strNamespace.empty()) PutIdentifier(strNamespace, m_pVocabulary->m_namespaceNameMap);
-  if (!strLocalName.empty()) PutIdentifier(strLocalName, m_pVocabulary->m_localNameMap);
+  if (!strPrefix.empty()) PutIdentifier(strPrefix, m_pTables->maps.prefixNames);
+  if (!strNamespace.empty()) PutIdentifier(strNamespace, m_pTables->maps.namespaceNames);
+  if (!strLocalName.empty()) PutIdentifier(strLocalName, m_pTables->maps.localNames);
 }
 
 // The index of a part of a name, or the part itself, which has an index from then on.
@@ -447,15 +454,17 @@ void CFastInfosetWriter::PutOctets(std::string_view octets) {
 void CFastInfosetWriter::GrowPiece(std::size_t size) {
   const std::size_t room = std::max({kFirstRoom, m_pieceRoom * 2, m_pieceSize + size});
   std::unique_ptr<char[]> piece(new char[room]);
-  if (m_pieceSize != 0) std::memcpy(piece.get(), m_piece.get(), m_pieceSize);
-  m_piece = std::move(piece);
+  if (m_pieceSize != 0) std::memcpy(piece.get(), m_pPiece, m_pieceSize);
+  m_pTables->piece = std::move(piece);
+  m_pTables->pieceRoom = room;
+  m_pPiece = m_pTables->piece.get();
   m_pieceRoom = room;
 }
 
 void CFastInfosetWriter::Flush() {
   for (std::size_t at = 0; at < m_pieceSize; at += kLargestPut) {
     const std::size_t rest = m_pieceSize - at;
-    m_pStream->Put(m_piece.get() + at,
+    m_pStream->Put(m_pPiece + at,
                    static_cast<std::uint32_t>(std::min<std::size_t>(rest, kLargestPut)));
   }
   m_pieceSize = 0;

@@ -19,10 +19,16 @@ class CBinaryStream;
 class CFastInfosetContext;
 
 namespace detail {
-class CFIKnownNames;
-struct CFIKnownOctets;
+class FastInfosetRunHost;
 struct CFIAttributeForm;
 struct CFIChunkForm;
+struct CFIKnownOctets;
+struct CFIWritingTables;
+
+// Puts the tables of a writer aside for the next one.
+struct CFIGiveTables {
+  void operator()(CFIWritingTables* tables) const noexcept;
+};
 }  // namespace detail
 
 // Writes one document as Fast Infoset into a stream that it does not own, nor the options; both
@@ -184,9 +190,9 @@ class QZXML_API CFastInfosetWriter : public CXmlWriter, private detail::CShortWa
   // A place with room for so many octets; EndPiece counts those in front of another place.
   char* BeginPiece(std::size_t size) {
     if (size > m_pieceRoom - m_pieceSize) GrowPiece(size);
-    return m_piece.get() + m_pieceSize;
+    return m_pPiece + m_pieceSize;
   }
-  void EndPiece(const char* end) { m_pieceSize = static_cast<std::size_t>(end - m_piece.get()); }
+  void EndPiece(const char* end) { m_pieceSize = static_cast<std::size_t>(end - m_pPiece); }
   void PutOctet(unsigned octet) {
     *BeginPiece(1) = static_cast<char>(octet);
     ++m_pieceSize;
@@ -204,12 +210,11 @@ class QZXML_API CFastInfosetWriter : public CXmlWriter, private detail::CShortWa
   bool m_bHalfTerminatorPending;         // the end of an element still has to be written
   bool m_bHasRoot;
   const std::string m_strNone;  // no prefix
-  std::unique_ptr<CFIVocabulary> m_pVocabulary;
-  std::unique_ptr<detail::CFIKnownNames> m_pKnownNames;  // of one root
-  std::unique_ptr<char[]> m_piece;
-  std::size_t m_pieceSize;
+  std::unique_ptr<detail::CFIWritingTables, detail::CFIGiveTables> m_pTables;
+  std::unique_ptr<detail::FastInfosetRunHost> m_pRunHost;  // null until the document has begun
+  char* m_pPiece;                                          // of the tables
   std::size_t m_pieceRoom;
-  std::string m_strKey;               // room for that of a name in the vocabulary
+  std::size_t m_pieceSize;
   std::string m_strName;              // of the element whose start is written
   std::string m_strOctets;            // of a value in a restricted alphabet
   CFastInfosetBinaryData m_bdOctets;  // of a value under an algorithm

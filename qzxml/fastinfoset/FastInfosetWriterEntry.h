@@ -7,6 +7,7 @@
 
 #include "qzxml/fastinfoset/FITextIndexesFind.h"
 #include "qzxml/fastinfoset/FIVocabulary.h"
+#include "qzxml/fastinfoset/FIWritingTables.h"
 #include "qzxml/fastinfoset/FastInfosetWriter.h"
 #include "qzxml/fastinfoset/FastInfosetWriterForms.h"
 
@@ -58,12 +59,12 @@ class CFastInfosetWriter::CTableEntry {
 
 template <>
 inline CFIVocabulary::CIndexMap& CFastInfosetWriter::GetTable<detail::CFIAttributeForm>() const {
-  return m_pVocabulary->m_attributeValueMap;
+  return m_pTables->maps.attributeValues;
 }
 
 template <>
 inline CFIVocabulary::CIndexMap& CFastInfosetWriter::GetTable<detail::CFIChunkForm>() const {
-  return m_pVocabulary->m_characterChunkMap;
+  return m_pTables->maps.characterChunks;
 }
 
 }  // namespace QzXmlLib16

@@ -4,11 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <forward_list>
-#include <memory>
 #include <string>
 #include <string_view>
 
-#include "qzxml/fastinfoset/FastInfosetRunHost.h"
 #include "qzxml/fastinfoset/OctetForms.h"
 #include "qzxml/xml/ShortText.h"
 
@@ -43,13 +41,17 @@ struct CFIKnownOctets {
 //
 // A name is known by its id, or by its bytes, and by the namespaces in force, on which its prefix
 // depends; see CXmlWriterContext::GetNamespaceState. Each name has one place that it may share with
-// others: what came last stands there.
+// others: what came last stands there. To forget all names is to change the mark that is part of
+// every state here.
 class CFIKnownNames {
  public:
   using Octets = CFIKnownOctets;
   static constexpr std::size_t kRoom = 4;  // that Octets::Write takes
 
-  // A name with an id; state is 0 for an attribute.
+  // What a state of the namespaces is here; that of an attribute is 0.
+  std::uint64_t Marked(std::uint64_t state) const { return m_mark | state; }
+
+  // A name with an id.
   struct ById {
     bool Is(std::uint64_t askedId, std::uint64_t askedState) const {
       return id == askedId && state == askedState;
@@ -61,6 +63,12 @@ class CFIKnownNames {
   };
   ById& AttributeOf(std::uint64_t id) { return m_attributes[id % m_attributes.size()]; }
   ById& ElementOf(std::uint64_t id) { return m_elements[id % m_elements.size()]; }
+  void KeepAttribute(std::uint64_t id, const Octets& octets) {
+    AttributeOf(id) = {id, Marked(0), octets};
+  }
+  void KeepElement(std::uint64_t id, std::uint64_t state, const Octets& octets) {
+    ElementOf(id) = {id, Marked(state), octets};
+  }
 
   // Any name of an element that is not too long.
   struct ByText {
@@ -96,14 +104,14 @@ class CFIKnownNames {
 
   // Behind this no name is known.
   void Forget() {
+    m_uris.clear();
+    m_mark += kMark;
+    if (m_mark != 0) return;
     m_attributes = {};
     m_elements = {};
     m_texts = {};
-    m_uris.clear();
+    m_mark = kMark;
   }
-
-  // For the runs of the writer; null until its document has begun.
-  std::unique_ptr<FastInfosetRunHost> host;
 
   // A copy that lives as long as this. Names that come one after the other mostly share it.
   const std::string* StoreUri(const std::string& uri) {
@@ -112,6 +120,9 @@ class CFIKnownNames {
   }
 
  private:
+  static constexpr std::uint64_t kMark = std::uint64_t{1} << 40;  // more than there are states
+
+  std::uint64_t m_mark = kMark;
   std::array<ById, 64> m_attributes = {};
   std::array<ById, 128> m_elements = {};
   std::array<ByText, 32> m_texts = {};

@@ -215,8 +215,9 @@ inline bool CFastInfosetWriter::PutElement(const ElementTags& name, const std::s
   if (m_pPendingContext != nullptr) FlushPendingElement(false);
   CXmlWriterContext* const parent = m_pContext;
   if (parent == nullptr) return false;
-  const CFIKnownNames::ById& known = m_pKnownNames->ElementOf(name.GetId());
-  if (!known.Is(name.GetId(), parent->GetNamespaceState())) {
+  CFIKnownNames& names = m_pTables->names;
+  const CFIKnownNames::ById& known = names.ElementOf(name.GetId());
+  if (!known.Is(name.GetId(), names.Marked(parent->GetNamespaceState()))) {
     return PutOtherElement(name, uri, room, put);
   }
   char* const out = put(known.octets.Write(BeginElement(CFIKnownNames::kRoom + room)));
@@ -235,8 +236,8 @@ template <typename PutContent>
   const bool isPrefixed = !uri.empty() && uri != m_pContext->GetDefaultNamespace();
   const std::string* const prefix = isPrefixed ? m_pContext->FindAlias(uri) : &m_strNone;
   if (prefix == nullptr) return false;
-  CTableEntry entry(CFIVocabulary::FormKey(*prefix, uri, name.GetName(), m_strKey),
-                    m_pVocabulary->m_elementNameMap);
+  CTableEntry entry(CFIVocabulary::FormKey(*prefix, uri, name.GetName(), m_pTables->key),
+                    m_pTables->maps.elementNames);
   CFIKnownOctets octets;
   if (const std::uint32_t index = entry.FindIndex()) {
     octets.SetElement(index);
@@ -277,7 +278,7 @@ inline void CFastInfosetWriter::EndElement(const char* end) {
 // A name without an index is new each time, as is one without an id.
 void CFastInfosetWriter::KeepElement(const ElementTags& name, const CFIKnownOctets& octets) {
   if (name.GetId() == 0 || octets.size == 0) return;
-  m_pKnownNames->ElementOf(name.GetId()) = {name.GetId(), m_pContext->GetNamespaceState(), octets};
+  m_pTables->names.KeepElement(name.GetId(), m_pContext->GetNamespaceState(), octets);
 }
 
 // The content, behind what a name takes that is written in full; no pointer where there is none. It
@@ -293,7 +294,7 @@ inline std::string_view CFastInfosetWriter::PutAside(std::size_t nameRoom, std::
 
 // Moves it to its place.
 inline char* CFastInfosetWriter::TakeAside(std::string_view content) {
-  char* const out = m_piece.get() + m_pieceSize;
+  char* const out = m_pPiece + m_pieceSize;
   std::memmove(out, content.data(), content.size());
   return out + content.size();
 }
@@ -326,8 +327,9 @@ inline bool CFastInfosetWriter::PutAttribute(const AttributeTag& name, std::size
   if (m_pContext == nullptr || !m_pContext->IsStartTagOpen() || !m_pContext->HasAttributes()) {
     return false;
   }
-  const CFIKnownNames::ById& known = m_pKnownNames->AttributeOf(name.GetId());
-  if (!known.Is(name.GetId(), 0)) return PutOtherAttribute(name, room, put);
+  CFIKnownNames& names = m_pTables->names;
+  const CFIKnownNames::ById& known = names.AttributeOf(name.GetId());
+  if (!known.Is(name.GetId(), names.Marked(0))) return PutOtherAttribute(name, room, put);
   char* const out = put(known.octets.Write(BeginPiece(CFIKnownNames::kRoom + room)));
   if (out == nullptr) return false;
   EndPiece(out);
@@ -346,7 +348,7 @@ template <typename PutContent>
   if (index != 0) {
     CFIKnownOctets octets;
     octets.SetAttribute(index);
-    m_pKnownNames->AttributeOf(name.GetId()) = {name.GetId(), 0, octets};
+    m_pTables->names.KeepAttribute(name.GetId(), octets);
   }
   EndPiece(TakeAside(content));
   FlushWhenDue();
