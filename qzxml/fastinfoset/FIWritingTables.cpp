@@ -12,7 +12,7 @@ constexpr bool kKeepsTables = false;
 constexpr bool kKeepsTables = true;
 #endif
 
-constexpr std::size_t kKeptPiece = 65536;
+constexpr std::size_t kKeptPiece = 65536;  // what every writer begins with, and no more
 constexpr std::size_t kKeptKey = 4096;
 
 class CStore {

@@ -12,6 +12,10 @@
 
 namespace QzXmlLib16 {
 
+namespace detail {
+class FastInfosetRun;
+}  // namespace detail
+
 // The options of Fast Infoset, which CSerializationContext::GetFIContext gives.
 //
 //   CSerializationContext context;
@@ -84,6 +88,8 @@ class QZXML_API CFastInfosetContext {
   void SetExternalVocabularyURI(const char* uri);
 
  private:
+  friend class detail::FastInfosetRun;
+
   static constexpr int kItemTypes = 29;
 
   std::uint8_t m_defaultStringEncoding = 0;

@@ -29,23 +29,26 @@ class FastInfosetName {
   FastInfosetName(std::uint64_t id, const std::string& name, const std::string& uri)
       : m_id(id),
         m_local(name),
-        m_namespace(uri),
+        m_namespace(Share(uri)),
         m_whole(name + kNameSeparator + uri + kNameSeparator) {}
 
   std::uint64_t GetId() const { return m_id; }
   const Text& GetLocal() const { return m_local; }
-  const Text& GetNamespace() const { return m_namespace; }
+  // One object for all names of a namespace.
+  const Text& GetNamespace() const { return *m_namespace; }
   const Text& GetWhole() const { return m_whole; }  // the key of the name
   const std::string& GetName() const { return m_local.text; }
-  const std::string& GetUri() const { return m_namespace.text; }
+  const std::string& GetUri() const { return m_namespace->text; }
 
   // What it takes in full.
   std::size_t GetRoom() const { return 1 + 2 * kFormSize + m_whole.text.size(); }
 
  private:
+  static const Text* Share(const std::string& uri);
+
   std::uint64_t m_id;
   Text m_local;
-  Text m_namespace;
+  const Text* m_namespace;  // never freed
   Text m_whole;
 };
 

@@ -9,6 +9,7 @@ namespace QzXmlLib16::detail {
 FastInfosetRun::FastInfosetRun(FastInfosetRunHost& host)
     : m_host(host),
       m_parts(host.GetParts()),
+      m_encodings(m_parts.options->m_encodings.data()),
       m_isLocalUtf8(IsLocalUtf8()),
       m_writesUtf8(m_parts.options->GetDefaultStringEncoding() != 1 && m_isLocalUtf8),
       m_attributeValues{m_parts.attributeValues, m_parts.options->GetAttributeMaxAddLength()},
@@ -20,14 +21,14 @@ FastInfosetRun::FastInfosetRun(FastInfosetRunHost& host)
 // Tells a context what has happened to its element here.
 void FastInfosetRun::Settle(CXmlWriter::CXmlWriterContext& context, State state) {
   if (state == State::Attributes) context.SetHasAttributes(true);
-  if (state == State::Content) context.SetStartTagOpen(false);
+  if (state == State::Content || state == State::HalfEnded) context.SetStartTagOpen(false);
 }
 
 void FastInfosetRun::Interrupt() {
   const bool isBegun = m_state == State::Begun;
   if (isBegun) {
     m_place.out = m_head;
-    if (m_innermost->m_isNew) UnlearnElement(*m_innermost->m_name);
+    UnlearnElement(*m_innermost->m_name, m_innermost->m_added);
   }
   GiveBack();
   Element* element = m_innermost;
@@ -51,21 +52,26 @@ void FastInfosetRun::Resume() {
   element.m_context = m_place.innermost;
   m_attributeState = m_parts.names->Marked(0);
   m_namespaceState = m_parts.names->Marked(context == nullptr ? 0 : context->GetNamespaceState());
+  m_plainNamespace = nullptr;
+  m_newAt = nullptr;
   if (m_place.isPending) {
     m_state = State::Pending;
   } else if (context == nullptr || !context->IsStartTagOpen()) {
-    m_state = State::Content;
+    m_state = m_place.isHalfPending ? State::HalfEnded : State::Content;
   } else {
     m_state = context->HasAttributes() ? State::Attributes : State::Headed;
   }
 }
 
-// The flush leaves all as it is but the place.
-[[gnu::noinline]] void FastInfosetRun::Flush() {
+// The flush leaves all as it is but the place. An element whose head may change has to stay.
+[[gnu::noinline]] bool FastInfosetRun::MakeRoom(std::size_t size) {
+  if (m_place.out == nullptr || m_state == State::Begun) return false;
   GiveBack();
   m_host.Flush();
   m_place = m_host.Lend();
+  m_newAt = nullptr;
   ++m_flushes;
+  return GetRoom() >= size;
 }
 
 // Gives the name an alias where it has none, so that other namespaces may be in force behind it.
@@ -94,9 +100,11 @@ void FastInfosetRun::BeginInWriter(Element& element, const FastInfosetName& name
 // ---- Names that are not known by their id ----
 
 // As the writer has it.
-inline bool FastInfosetRun::TakesPrefix(const FastInfosetName& name) const {
-  return !name.GetUri().empty() &&
-         !AreEqual(name.GetUri(), m_place.innermost->GetDefaultNamespace());
+inline bool FastInfosetRun::TakesPrefix(const FastInfosetName& name) {
+  if (&name.GetNamespace() == m_plainNamespace || name.GetUri().empty()) return false;
+  if (!AreEqual(name.GetUri(), m_place.innermost->GetDefaultNamespace())) return true;
+  m_plainNamespace = &name.GetNamespace();
+  return false;
 }
 
 // Null for a name that is new to the document. What is answered stands among the known names.
@@ -112,9 +120,9 @@ const CFIKnownOctets* FastInfosetRun::FindElement(const FastInfosetName& name) {
 
 namespace {
 
-// The index of a part of a name, or the part itself.
-char* PutPart(char* out, const FastInfosetName::Text& part, const CFITextIndexes::Place& place) {
-  if (place.index != 0) return WriteIndexOnSecondBit(out, 0x80, place.index);
+// The index of a part of a name, or for 0 the part itself.
+char* PutPart(char* out, const FastInfosetName::Text& part, std::uint32_t index) {
+  if (index != 0) return WriteIndexOnSecondBit(out, 0x80, index);
   const auto size = static_cast<std::uint32_t>(part.text.size());
   return CopyShort(WriteLengthOnSecondBit(out, 0x00, size), part.text.data(), size);
 }
@@ -126,17 +134,24 @@ CFITextIndexes::Place FastInfosetRun::Look(CFITextIndexes& table,
   return table.Look(part.text, part.key);
 }
 
-// A new name without a prefix. The tables learn it when what belongs to it stands there too.
+// The index of the namespace of a name, or 0 with the place where it may be added.
+inline std::uint32_t FastInfosetRun::FindNamespace(const FastInfosetName& name) {
+  if (&name.GetNamespace() == m_indexedNamespace) return m_namespaceIndex;
+  m_new.namespaceName = Look(*m_parts.namespaceNames, name.GetNamespace());
+  m_indexedNamespace = m_new.namespaceName.index != 0 ? &name.GetNamespace() : nullptr;
+  return m_namespaceIndex = m_new.namespaceName.index;
+}
+
+// A new name without a prefix.
 char* FastInfosetRun::PutNameInFull(char* out, unsigned mark, const FastInfosetName& name) {
-  m_isInFull = true;
   m_new.local = Look(*m_parts.localNames, name.GetLocal());
   if (name.GetUri().empty()) {
     out = WriteOctet(out, mark);
   } else {
-    m_new.namespaceName = Look(*m_parts.namespaceNames, name.GetNamespace());
-    out = PutPart(WriteOctet(out, mark | 1), name.GetNamespace(), m_new.namespaceName);
+    const std::uint32_t index = FindNamespace(name);
+    out = PutPart(WriteOctet(out, mark | 1), name.GetNamespace(), index);
   }
-  return PutPart(out, name.GetLocal(), m_new.local);
+  return PutPart(out, name.GetLocal(), m_new.local.index);
 }
 
 // Adds the parts that were not found, at the places where they were looked for. Answers the index
@@ -146,55 +161,69 @@ std::uint32_t FastInfosetRun::Learn(const FastInfosetName& name, CFITextIndexes&
                           const CFITextIndexes::Place& place) {
     return place.index == 0 ? AddAt(table, place, part.text, part.key) : 0;
   };
-  m_isInFull = false;
-  m_added.namespaceName =
-      !name.GetUri().empty() &&
-      add(*m_parts.namespaceNames, name.GetNamespace(), m_new.namespaceName) != 0;
+  m_newAt = m_place.out;
+  m_added.namespaceName = false;
+  if (!name.GetUri().empty() && &name.GetNamespace() != m_indexedNamespace) {
+    m_added.namespaceName =
+        add(*m_parts.namespaceNames, name.GetNamespace(), m_new.namespaceName) != 0;
+  }
   m_added.local = add(*m_parts.localNames, name.GetLocal(), m_new.local) != 0;
   const std::uint32_t index = add(names, name.GetWhole(), m_new.whole);
   m_added.whole = index != 0;
   return index;
 }
 
-void FastInfosetRun::LearnElement(const FastInfosetName& name) {
-  const std::uint32_t index = Learn(name, *m_parts.elementNames);
-  if (index == 0) return;
-  CFIKnownNames::ById& known = m_parts.names->ElementOf(name.GetId());
-  known = {name.GetId(), m_namespaceState, CFIKnownOctets()};
-  known.octets.SetElement(index);
-}
-
-void FastInfosetRun::LearnAttribute(const FastInfosetName& name) {
-  const std::uint32_t index = Learn(name, *m_parts.attributeNames);
-  if (index == 0) return;
-  CFIKnownNames::ById& known = m_parts.names->AttributeOf(name.GetId());
-  known = {name.GetId(), m_attributeState, CFIKnownOctets()};
-  known.octets.SetAttribute(index);
-}
-
-// The name that was learned last, whose element is taken back.
-void FastInfosetRun::UnlearnElement(const FastInfosetName& name) {
+// Nothing was learned behind that name.
+void FastInfosetRun::Unlearn(const FastInfosetName& name, const Added& added,
+                             CFITextIndexes& names) {
   const auto remove = [](CFITextIndexes& table, const FastInfosetName::Text& part) {
     table.RemoveLast(part.text, part.key);
   };
-  if (m_added.namespaceName) remove(*m_parts.namespaceNames, name.GetNamespace());
-  if (m_added.local) remove(*m_parts.localNames, name.GetLocal());
-  if (!m_added.whole) return;
-  remove(*m_parts.elementNames, name.GetWhole());
-  m_parts.names->ElementOf(name.GetId()) = {};
+  if (added.namespaceName) {
+    remove(*m_parts.namespaceNames, name.GetNamespace());
+    m_indexedNamespace = nullptr;
+  }
+  if (added.local) remove(*m_parts.localNames, name.GetLocal());
+  if (added.whole) remove(names, name.GetWhole());
+  m_newAt = nullptr;
+}
+
+void FastInfosetRun::UnlearnElement(const FastInfosetName& name, const Added& added) {
+  Unlearn(name, added, *m_parts.elementNames);
+  if (added.whole) m_parts.names->ElementOf(name.GetId()) = {};
+}
+
+// A value that can not be put takes its name away with it, if that came just now.
+[[gnu::noinline]] bool FastInfosetRun::ForgetElement(const FastInfosetName& name) {
+  if (m_newAt != nullptr && m_newAt == m_place.out) UnlearnElement(name, m_added);
+  return false;
+}
+
+[[gnu::noinline]] bool FastInfosetRun::ForgetAttribute(const FastInfosetName& name) {
+  if (m_newAt == nullptr || m_newAt != m_place.out) return false;
+  Unlearn(name, m_added, *m_parts.attributeNames);
+  if (m_added.whole) m_parts.names->AttributeOf(name.GetId()) = {};
+  return false;
 }
 
 // Where the content of an element goes that begins here, with so much room; null where the run can
-// not write its name.
+// not write its name. A new name is learned before its content is known, and may have to be
+// forgotten.
 [[gnu::noinline]] char* FastInfosetRun::PutOtherElementName(const FastInfosetName& name,
                                                             std::size_t room) {
+  m_newAt = nullptr;
   if (m_place.out == nullptr || !m_isLocalUtf8) return nullptr;
-  const std::size_t nameRoom = kElementRoom + name.GetRoom();
-  if (GetRoom() < nameRoom + room) return nullptr;
+  if (!HasRoom(kElementRoom + name.GetRoom() + room)) return nullptr;
   const CFIKnownOctets* const octets = FindElement(name);
   if (octets != nullptr) return octets->Write(Open(m_place.out));
   if (TakesPrefix(name) || name.GetName().empty()) return nullptr;
-  return PutNameInFull(Open(m_place.out), kLiteralElement, name);
+  char* const out = PutNameInFull(Open(m_place.out), kLiteralElement, name);
+  const std::uint32_t index = Learn(name, *m_parts.elementNames);
+  if (index == 0) return out;
+  CFIKnownNames::ById& known = m_parts.names->ElementOf(name.GetId());
+  known = {name.GetId(), m_namespaceState, CFIKnownOctets()};
+  known.octets.SetElement(index);
+  return out;
 }
 
 [[gnu::noinline]] void FastInfosetRun::BeginOtherElement(Element& element,
@@ -202,25 +231,29 @@ void FastInfosetRun::UnlearnElement(const FastInfosetName& name) {
   char* const out = PutOtherElementName(name, 0);
   if (out == nullptr) return BeginInWriter(element, name);
   m_head = m_place.out + GetOpenSize();
+  if (m_newAt != nullptr) element.m_added = m_added;
   m_place.out = out;
   Enter(element, name);
-  element.m_isNew = m_isInFull;
-  if (m_isInFull) LearnElement(name);
 }
 
 // The same for an attribute in no namespace.
 [[gnu::noinline]] char* FastInfosetRun::PutOtherAttributeName(const FastInfosetName& name,
                                                               std::size_t room) {
-  if (!m_isLocalUtf8 || GetRoom() < CFIKnownNames::kRoom + name.GetRoom() + room) return nullptr;
-  m_new.whole = Look(*m_parts.attributeNames, name.GetWhole());
-  if (m_new.whole.index == 0) {
-    if (name.GetName().empty()) return nullptr;
-    return PutNameInFull(m_place.out, kLiteralAttribute, name);
-  }
+  m_newAt = nullptr;
+  if (!m_isLocalUtf8 || !HasRoom(CFIKnownNames::kRoom + name.GetRoom() + room)) return nullptr;
   CFIKnownNames::ById& known = m_parts.names->AttributeOf(name.GetId());
+  m_new.whole = Look(*m_parts.attributeNames, name.GetWhole());
+  std::uint32_t index = m_new.whole.index;
+  char* out = m_place.out;
+  if (index == 0) {
+    if (name.GetName().empty()) return nullptr;
+    out = PutNameInFull(out, kLiteralAttribute, name);
+    index = Learn(name, *m_parts.attributeNames);
+    if (index == 0) return out;
+  }
   known = {name.GetId(), m_attributeState, CFIKnownOctets()};
-  known.octets.SetAttribute(m_new.whole.index);
-  return known.octets.Write(m_place.out);
+  known.octets.SetAttribute(index);
+  return m_newAt != nullptr ? out : known.octets.Write(out);
 }
 
 }  // namespace QzXmlLib16::detail

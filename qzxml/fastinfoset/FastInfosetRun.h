@@ -85,13 +85,15 @@ class FastInfosetRun {
   bool IsLong() const { return m_flushes >= kLong; }
 
  private:
-  // How far an element is written.
+  // How far an element is written. Of those that are odd an end still has to be written, which
+  // stands in front of a child.
   enum class State : unsigned char {
-    Pending,     // it is the pending one of the writer
-    Begun,       // the head stands there, and nothing behind it
-    Headed,      // the head says that there are no attributes
-    Attributes,  // the head says that there are some
-    Content,
+    Headed = 0,      // the head says that there are no attributes
+    Attributes = 1,  // the head says that there are some
+    Begun = 2,       // the head stands there, and nothing behind it
+    HalfEnded = 3,   // content, the last of which is a child
+    Content = 4,
+    Pending = 6,  // it is the pending one of the writer
   };
 
   using Encoding = CFastInfosetContext::EncodedCharacterString;
@@ -103,7 +105,7 @@ class FastInfosetRun {
 
   // Where the parts of a new name are in the tables, or may be added.
   struct Places {
-    CFITextIndexes::Place namespaceName;
+    CFITextIndexes::Place namespaceName;  // unless it is m_indexedNamespace
     CFITextIndexes::Place local;
     CFITextIndexes::Place whole;
   };
@@ -117,7 +119,7 @@ class FastInfosetRun {
 
   static constexpr unsigned kLiteralElement = 0x3C;
   static constexpr unsigned kLiteralAttribute = 0x78;
-  static constexpr std::uint32_t kLong = 8;  // flushes
+  static constexpr std::uint32_t kLong = 1;  // flushes
 
   static constexpr char kTerminator = '\xF0';
   static constexpr char kTwoTerminators = '\xFF';
@@ -127,9 +129,10 @@ class FastInfosetRun {
   static constexpr std::size_t kValueRoom = kFIValueHead + sizeof(std::uint64_t);
 
   std::size_t GetRoom() const { return static_cast<std::size_t>(m_place.limit - m_place.out); }
-  std::size_t GetOpenSize() const {
-    return (m_place.isHalfPending ? 1u : 0u) + (m_state == State::Attributes ? 1u : 0u);
-  }
+  bool HasRoom(std::size_t size) { return GetRoom() >= size || MakeRoom(size); }
+  bool MakeRoom(std::size_t size);
+  // Of the ends that have to stand in front of a child.
+  std::size_t GetOpenSize() const { return static_cast<unsigned>(m_state) & 1; }
   char* Open(char* out) const;
   char* BeginValue(const FastInfosetName& name, std::size_t room);
   bool EndValue(const FastInfosetName& name, char* out);
@@ -161,12 +164,9 @@ class FastInfosetRun {
   }
   static bool HasZero(std::string_view text);
   static char* PutOctets(char* out, const Octets& octets);
-  void FlushWhenDue() {
-    if (m_place.out >= m_place.flush) Flush();
-  }
-  void Flush();
   // Until the next Lend.
   void GiveBack() {
+    m_place.isHalfPending = m_state == State::HalfEnded;
     if (m_place.out != nullptr) m_host.TakeBack(m_place);
     m_place.out = nullptr;
   }
@@ -181,19 +181,16 @@ class FastInfosetRun {
   void BeginOtherElement(Element& element, const FastInfosetName& name);
   char* PutOtherElementName(const FastInfosetName& name, std::size_t room);
   char* PutOtherAttributeName(const FastInfosetName& name, std::size_t room);
-  bool TakesPrefix(const FastInfosetName& name) const;
+  bool TakesPrefix(const FastInfosetName& name);
   const CFIKnownOctets* FindElement(const FastInfosetName& name);
   static CFITextIndexes::Place Look(CFITextIndexes& table, const FastInfosetName::Text& part);
   char* PutNameInFull(char* out, unsigned mark, const FastInfosetName& name);
-  void LearnElement(const FastInfosetName& name);
-  void LearnAttribute(const FastInfosetName& name);
+  std::uint32_t FindNamespace(const FastInfosetName& name);
   std::uint32_t Learn(const FastInfosetName& name, CFITextIndexes& names);
-  void UnlearnElement(const FastInfosetName& name);
-  // A name that was put is not to stay.
-  bool Forget() {
-    m_isInFull = false;
-    return false;
-  }
+  void Unlearn(const FastInfosetName& name, const Added& added, CFITextIndexes& names);
+  void UnlearnElement(const FastInfosetName& name, const Added& added);
+  bool ForgetElement(const FastInfosetName& name);
+  bool ForgetAttribute(const FastInfosetName& name);
 
  public:
   // An element that is open; not copied, and at its place until its end.
@@ -210,12 +207,13 @@ class FastInfosetRun {
     Element* m_inner = nullptr;  // while that is open
     const FastInfosetName* m_name = nullptr;
     CXmlWriter::CXmlWriterContext* m_context = nullptr;  // the writer's, where it has one
-    bool m_isNew = false;                                // its name came with it
+    Added m_added = {};                                  // by its name, which came with it
   };
 
  private:
   FastInfosetRunHost& m_host;
   const FastInfosetRunHost::Parts m_parts;
+  const Encoding* const m_encodings;  // of the kinds
   const bool m_isLocalUtf8;
   const bool m_writesUtf8;  // text as it stands
   const Table m_attributeValues;
@@ -225,11 +223,15 @@ class FastInfosetRun {
   char* m_head = nullptr;          // of the innermost element, where it has begun
   std::uint32_t m_elements = 0;    // that had no context, since the last interruption
   std::uint32_t m_flushes = 0;
-  bool m_isInFull = false;             // a new name has been put that is not learned yet
-  Places m_new = {};                   // of that name
-  Added m_added = {};                  // for the name that was learned last
+  Places m_new = {};                   // of the name that was new last
+  Added m_added = {};                  // for it
+  const char* m_newAt = nullptr;       // where it was put; null behind a flush
   std::uint64_t m_namespaceState = 0;  // as the known names have it
   std::uint64_t m_attributeState = 0;  // that of all attributes
+  // Of these namespaces it is known that elements take no prefix, and which index it has.
+  const FastInfosetName::Text* m_plainNamespace = nullptr;
+  const FastInfosetName::Text* m_indexedNamespace = nullptr;
+  std::uint32_t m_namespaceIndex = 0;
   Element m_base;
   Element* m_innermost;
 };

@@ -52,7 +52,6 @@ class CFastInfosetWriter::CTableEntry::CRunHost final : public FastInfosetRunHos
     char* const piece = m_writer.m_pPiece;
     place.out = piece + m_writer.m_pieceSize;
     place.limit = piece + m_writer.m_pieceRoom;
-    place.flush = piece + kFlushSize;
     return place;
   }
 
@@ -62,7 +61,7 @@ class CFastInfosetWriter::CTableEntry::CRunHost final : public FastInfosetRunHos
     m_writer.m_bHalfTerminatorPending = place.isHalfPending;
   }
 
-  void Flush() override { m_writer.FlushWhenDue(); }
+  void Flush() override { m_writer.Flush(); }
   void WritePending(bool hasAttributes) override { m_writer.FlushPendingElement(hasAttributes); }
   void StartElement(const std::string& name, const std::string& uri) override {
     m_writer.CFastInfosetWriter::WriteStartElement(name, uri);

@@ -36,11 +36,10 @@ class FastInfosetRunHost : public CShortWays {
     std::size_t maxEntries;  // of a table
   };
 
-  // Where the writer stands. The three addresses are null while a run has to stay away.
+  // Where the writer stands. The two addresses are null while a run has to stay away.
   struct Place {
     char* out = nullptr;
     char* limit = nullptr;
-    char* flush = nullptr;         // what is put up to there is due to be flushed
     bool isHalfPending = false;    // the end of an element still has to be written
     Context* innermost = nullptr;  // the pending element if there is one; null for none at all
     bool isPending = false;

@@ -52,7 +52,7 @@ template <typename Form>
 [[gnu::always_inline]] inline char* FastInfosetRun::PutText(char* out, std::string_view text,
                                                             ItemType type) {
   const Table& table = GetTable<Form>();
-  const Encoding as = m_parts.options->GetEncoding(type);
+  const Encoding as = m_encodings[type];
   if (text.size() >= table.maxAddLength) return PutInFull<Form>(out, text, as, false);
   const std::uint64_t key = CFITextIndexes::KeyOf(text);
   const CFITextIndexes::Place place = table.texts->Look(text, key);
@@ -91,7 +91,7 @@ template <typename Form, typename GetOctets>
 [[gnu::always_inline]] inline char* FastInfosetRun::PutPrinted(char* out, std::string_view text,
                                                                ItemType type, GetOctets octets) {
   const Table& table = GetTable<Form>();
-  const Encoding as = m_parts.options->GetEncoding(type);
+  const Encoding as = m_encodings[type];
   if (text.size() >= table.maxAddLength) return PutNewPrinted<Form>(out, text, as, octets, false);
   const std::uint64_t key = CFITextIndexes::KeyOfRoomy(text);
   const CFITextIndexes::Place place = table.texts->Look(text, key);
@@ -103,15 +103,13 @@ template <typename Form, typename GetOctets>
 
 // ---- Elements ----
 
-// The ends that have to stand in front of a child of the innermost element.
+// The end that may have to stand in front of a child of the innermost element.
 inline char* FastInfosetRun::Open(char* out) const {
   out[0] = kTerminator;
-  out[1] = kTerminator;
   return out + GetOpenSize();
 }
 
 inline void FastInfosetRun::Enter(Element& element, const FastInfosetName& name) {
-  m_place.isHalfPending = false;
   m_state = State::Begun;
   m_innermost->m_inner = &element;
   element.m_outer = m_innermost;
@@ -122,7 +120,7 @@ inline void FastInfosetRun::Enter(Element& element, const FastInfosetName& name)
 inline void FastInfosetRun::BeginElement(Element& element, const FastInfosetName& name) {
   if (m_state == State::Pending) WritePending(false);
   const CFIKnownNames::ById& known = m_parts.names->ElementOf(name.GetId());
-  if (!known.Is(name.GetId(), m_namespaceState) || GetRoom() < kElementRoom) {
+  if (!known.Is(name.GetId(), m_namespaceState) || !HasRoom(kElementRoom)) {
     return BeginOtherElement(element, name);
   }
   m_head = Open(m_place.out);
@@ -131,14 +129,13 @@ inline void FastInfosetRun::BeginElement(Element& element, const FastInfosetName
 }
 
 inline void FastInfosetRun::EndElement(Element& element) {
-  if (element.m_context != nullptr || GetRoom() < 2) return EndInWriter(element);
-  if (m_state == State::Attributes) *m_place.out++ = kTerminator;
-  if (m_place.isHalfPending) *m_place.out++ = kTwoTerminators;
-  m_place.isHalfPending = !m_place.isHalfPending;
+  if (element.m_context != nullptr || !HasRoom(1)) return EndInWriter(element);
+  const bool isSecond = m_state == State::HalfEnded;
+  *m_place.out = isSecond ? kTwoTerminators : kTerminator;
+  m_place.out += GetOpenSize();
+  m_state = isSecond ? State::Content : State::HalfEnded;
   m_innermost = element.m_outer;
-  m_state = State::Content;
   ++m_elements;
-  FlushWhenDue();
 }
 
 // An element with nothing but a content: where that goes, with so much room, or null. EndValue
@@ -150,19 +147,16 @@ inline void FastInfosetRun::EndElement(Element& element) {
   if (!known.Is(name.GetId(), m_namespaceState)) {
     return PutOtherElementName(name, kValueRoom + room);
   }
-  if (GetRoom() < kElementRoom + kValueRoom + room) return nullptr;
+  if (!HasRoom(kElementRoom + kValueRoom + room)) return nullptr;
   return known.octets.Write(Open(m_place.out));
 }
 
 [[gnu::always_inline]] inline bool FastInfosetRun::EndValue(const FastInfosetName& name,
                                                             char* out) {
-  if (out == nullptr) return Forget();
-  if (m_isInFull) LearnElement(name);
+  if (out == nullptr) return ForgetElement(name);
   m_place.out = out;
-  m_place.isHalfPending = true;
-  m_state = State::Content;
+  m_state = State::HalfEnded;
   ++m_elements;
-  FlushWhenDue();
   return true;
 }
 
@@ -174,21 +168,19 @@ inline void FastInfosetRun::EndElement(Element& element) {
   const CFIKnownNames::ById& known = m_parts.names->AttributeOf(name.GetId());
   if (!known.Is(name.GetId(), m_attributeState))
     return PutOtherAttributeName(name, kValueRoom + room);
-  if (GetRoom() < CFIKnownNames::kRoom + kValueRoom + room) return nullptr;
+  if (!HasRoom(CFIKnownNames::kRoom + kValueRoom + room)) return nullptr;
   return known.octets.Write(m_place.out);
 }
 
 [[gnu::always_inline]] inline bool FastInfosetRun::EndAttribute(const FastInfosetName& name,
                                                                 char* out) {
   constexpr unsigned char kHasAttributes = 0x40;
-  if (out == nullptr) return Forget();
-  if (m_isInFull) LearnAttribute(name);
+  if (out == nullptr) return ForgetAttribute(name);
   if (m_state == State::Begun) {
     *m_head = static_cast<char>(static_cast<unsigned char>(*m_head) | kHasAttributes);
     m_state = State::Attributes;
   }
   m_place.out = out;
-  FlushWhenDue();
   return true;
 }
 
@@ -225,14 +217,13 @@ inline bool FastInfosetRun::PutPrintedAttribute(const FastInfosetName& name, std
 // Meant: the end of an element that still has to be written comes behind this.
 inline bool FastInfosetRun::PutOwnText(std::string_view text, ItemType type) {
   if (m_state == State::Pending) WritePending(false);
-  if (GetRoom() < 1 + kValueRoom + text.size()) return false;
+  if (!HasRoom(1 + kValueRoom + text.size())) return false;
   char* out = m_place.out;
   if (m_state == State::Attributes) *out++ = kTerminator;
   out = PutText<CFIChunkForm>(out, text, type);
   if (out == nullptr) return false;
   m_place.out = out;
-  m_state = State::Content;
-  FlushWhenDue();
+  if (m_state != State::HalfEnded) m_state = State::Content;
   return true;
 }
 

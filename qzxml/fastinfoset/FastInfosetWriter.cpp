@@ -35,7 +35,7 @@
 namespace QzXmlLib16 {
 namespace {
 
-constexpr std::size_t kFirstRoom = 4096 + 1024;
+constexpr std::size_t kFirstRoom = 64 * 1024 - 32;
 constexpr std::uint32_t kLargestPut = 1u << 30;
 
 constexpr unsigned kTerminator = 0xF0;

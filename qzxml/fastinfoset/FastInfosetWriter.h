@@ -32,8 +32,8 @@ struct CFIGiveTables {
 }  // namespace detail
 
 // Writes one document as Fast Infoset into a stream that it does not own, nor the options; both
-// must outlive it. The stream has all octets behind WriteDocumentEnd, and before that as many as
-// fill 4096.
+// must outlive it. The stream has all octets behind WriteDocumentEnd, and before that what has been
+// put there in pieces of some 60 KiB.
 //
 //   CBinaryStream stream;
 //   CFastInfosetWriter writer(&context.GetFIContext(), &stream);
@@ -185,7 +185,7 @@ class QZXML_API CFastInfosetWriter : public CXmlWriter, private detail::CShortWa
 
   // ---- What is not in the stream yet ----
 
-  static constexpr std::size_t kFlushSize = 4096;
+  static constexpr std::size_t kFlushSize = 60 * 1024;
 
   // A place with room for so many octets; EndPiece counts those in front of another place.
   char* BeginPiece(std::size_t size) {
