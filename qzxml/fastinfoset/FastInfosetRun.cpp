@@ -12,8 +12,9 @@ FastInfosetRun::FastInfosetRun(FastInfosetRunHost& host)
       m_encodings(m_parts.options->m_encodings.data()),
       m_isLocalUtf8(IsLocalUtf8()),
       m_writesUtf8(m_parts.options->GetDefaultStringEncoding() != 1 && m_isLocalUtf8),
-      m_attributeValues{m_parts.attributeValues, m_parts.options->GetAttributeMaxAddLength()},
-      m_chunks{m_parts.chunks, m_parts.options->GetElementMaxAddLength()},
+      m_attributeValues{&m_parts.maps->attributeValues,
+                        m_parts.options->GetAttributeMaxAddLength()},
+      m_chunks{&m_parts.maps->characterChunks, m_parts.options->GetElementMaxAddLength()},
       m_innermost(&m_base) {
   Resume();
 }
@@ -107,24 +108,30 @@ inline bool FastInfosetRun::TakesPrefix(const FastInfosetName& name) {
   return false;
 }
 
-// Null for a name that is new to the document. What is answered stands among the known names.
-const CFIKnownOctets* FastInfosetRun::FindElement(const FastInfosetName& name) {
-  CFIKnownNames::ById& known = m_parts.names->ElementOf(name.GetId());
-  if (TakesPrefix(name)) return m_host.FindElement(name) ? &known.octets : nullptr;
-  m_new.whole = Look(*m_parts.elementNames, name.GetWhole());
-  if (m_new.whole.index == 0) return nullptr;
-  known = {name.GetId(), m_namespaceState, CFIKnownOctets()};
-  known.octets.SetElement(m_new.whole.index);
-  return &known.octets;
+// The prefix of elements of that name, null for none. False where the writer has to make one.
+inline bool FastInfosetRun::FindPrefix(const FastInfosetName& name, const std::string*& prefix) {
+  prefix = nullptr;
+  if (!TakesPrefix(name)) return true;
+  const std::string* const alias = m_place.innermost->FindAlias(name.GetUri());
+  if (alias != nullptr && !alias->empty()) prefix = alias;
+  return alias != nullptr;
+}
+
+// The key of the name in the tables, which stays until the next one is asked for.
+FastInfosetRun::Key FastInfosetRun::WholeOf(const FastInfosetName& name,
+                                            const std::string* prefix) {
+  if (prefix == nullptr) return {name.GetWhole().text, name.GetWhole().key};
+  const std::string_view text = m_host.FormKey(*prefix, name);
+  return {text, CFITextIndexes::KeyOf(text)};
 }
 
 namespace {
 
 // The index of a part of a name, or for 0 the part itself.
-char* PutPart(char* out, const FastInfosetName::Text& part, std::uint32_t index) {
+char* PutPart(char* out, const std::string& part, std::uint32_t index) {
   if (index != 0) return WriteIndexOnSecondBit(out, 0x80, index);
-  const auto size = static_cast<std::uint32_t>(part.text.size());
-  return CopyShort(WriteLengthOnSecondBit(out, 0x00, size), part.text.data(), size);
+  const auto size = static_cast<std::uint32_t>(part.size());
+  return CopyShort(WriteLengthOnSecondBit(out, 0x00, size), part.data(), size);
 }
 
 }  // namespace
@@ -137,59 +144,74 @@ CFITextIndexes::Place FastInfosetRun::Look(CFITextIndexes& table,
 // The index of the namespace of a name, or 0 with the place where it may be added.
 inline std::uint32_t FastInfosetRun::FindNamespace(const FastInfosetName& name) {
   if (&name.GetNamespace() == m_indexedNamespace) return m_namespaceIndex;
-  m_new.namespaceName = Look(*m_parts.namespaceNames, name.GetNamespace());
+  m_new.namespaceName = Look(m_parts.maps->namespaceNames, name.GetNamespace());
   m_indexedNamespace = m_new.namespaceName.index != 0 ? &name.GetNamespace() : nullptr;
   return m_namespaceIndex = m_new.namespaceName.index;
 }
 
-// A new name without a prefix.
-char* FastInfosetRun::PutNameInFull(char* out, unsigned mark, const FastInfosetName& name) {
-  m_new.local = Look(*m_parts.localNames, name.GetLocal());
+// A new name, the mark with the bits of the parts that are there.
+char* FastInfosetRun::PutNameInFull(char* out, unsigned mark, const FastInfosetName& name,
+                                    const std::string* prefix) {
+  m_new.local = Look(m_parts.maps->localNames, name.GetLocal());
   if (name.GetUri().empty()) {
     out = WriteOctet(out, mark);
   } else {
     const std::uint32_t index = FindNamespace(name);
-    out = PutPart(WriteOctet(out, mark | 1), name.GetNamespace(), index);
+    out = WriteOctet(out, mark | (prefix != nullptr ? 3u : 1u));
+    if (prefix != nullptr) {
+      m_new.prefix = m_parts.maps->prefixNames.Look(*prefix, CFITextIndexes::KeyOf(*prefix));
+      out = PutPart(out, *prefix, m_new.prefix.index);
+    }
+    out = PutPart(out, name.GetUri(), index);
   }
-  return PutPart(out, name.GetLocal(), m_new.local.index);
+  return PutPart(out, name.GetName(), m_new.local.index);
 }
 
 // Adds the parts that were not found, at the places where they were looked for. Answers the index
 // that the name has now; 0 where the table is full.
-std::uint32_t FastInfosetRun::Learn(const FastInfosetName& name, CFITextIndexes& names) {
-  const auto add = [this](CFITextIndexes& table, const FastInfosetName::Text& part,
+std::uint32_t FastInfosetRun::Learn(const FastInfosetName& name, const std::string* prefix,
+                                    const Key& whole, CFITextIndexes& names) {
+  const auto add = [this](CFITextIndexes& table, std::string_view text, std::uint64_t key,
                           const CFITextIndexes::Place& place) {
-    return place.index == 0 ? AddAt(table, place, part.text, part.key) : 0;
+    return place.index == 0 ? AddAt(table, place, text, key) : 0;
   };
   m_newAt = m_place.out;
-  m_added.namespaceName = false;
-  if (!name.GetUri().empty() && &name.GetNamespace() != m_indexedNamespace) {
-    m_added.namespaceName =
-        add(*m_parts.namespaceNames, name.GetNamespace(), m_new.namespaceName) != 0;
+  m_added = {};
+  if (prefix != nullptr) {
+    m_added.prefix =
+        add(m_parts.maps->prefixNames, *prefix, CFITextIndexes::KeyOf(*prefix), m_new.prefix) != 0;
   }
-  m_added.local = add(*m_parts.localNames, name.GetLocal(), m_new.local) != 0;
-  const std::uint32_t index = add(names, name.GetWhole(), m_new.whole);
+  const FastInfosetName::Text& uri = name.GetNamespace();
+  if (!uri.text.empty() && &uri != m_indexedNamespace) {
+    m_added.namespaceName =
+        add(m_parts.maps->namespaceNames, uri.text, uri.key, m_new.namespaceName) != 0;
+  }
+  const FastInfosetName::Text& local = name.GetLocal();
+  m_added.local = add(m_parts.maps->localNames, local.text, local.key, m_new.local) != 0;
+  const std::uint32_t index = add(names, whole.text, whole.key, m_new.whole);
   m_added.whole = index != 0;
   return index;
 }
 
 // Nothing was learned behind that name.
-void FastInfosetRun::Unlearn(const FastInfosetName& name, const Added& added,
-                             CFITextIndexes& names) {
-  const auto remove = [](CFITextIndexes& table, const FastInfosetName::Text& part) {
-    table.RemoveLast(part.text, part.key);
-  };
+void FastInfosetRun::Unlearn(const FastInfosetName& name, const std::string* prefix,
+                             const Added& added, CFITextIndexes& names) {
+  m_newAt = nullptr;
+  if (added.prefix) m_parts.maps->prefixNames.RemoveLast(*prefix, CFITextIndexes::KeyOf(*prefix));
   if (added.namespaceName) {
-    remove(*m_parts.namespaceNames, name.GetNamespace());
+    m_parts.maps->namespaceNames.RemoveLast(name.GetUri(), name.GetNamespace().key);
     m_indexedNamespace = nullptr;
   }
-  if (added.local) remove(*m_parts.localNames, name.GetLocal());
-  if (added.whole) remove(names, name.GetWhole());
-  m_newAt = nullptr;
+  if (added.local) m_parts.maps->localNames.RemoveLast(name.GetName(), name.GetLocal().key);
+  if (!added.whole) return;
+  const Key whole = WholeOf(name, prefix);
+  names.RemoveLast(whole.text, whole.key);
 }
 
 void FastInfosetRun::UnlearnElement(const FastInfosetName& name, const Added& added) {
-  Unlearn(name, added, *m_parts.elementNames);
+  const std::string* prefix = nullptr;
+  FindPrefix(name, prefix);
+  Unlearn(name, prefix, added, m_parts.maps->elementNames);
   if (added.whole) m_parts.names->ElementOf(name.GetId()) = {};
 }
 
@@ -201,7 +223,7 @@ void FastInfosetRun::UnlearnElement(const FastInfosetName& name, const Added& ad
 
 [[gnu::noinline]] bool FastInfosetRun::ForgetAttribute(const FastInfosetName& name) {
   if (m_newAt == nullptr || m_newAt != m_place.out) return false;
-  Unlearn(name, m_added, *m_parts.attributeNames);
+  Unlearn(name, nullptr, m_added, m_parts.maps->attributeNames);
   if (m_added.whole) m_parts.names->AttributeOf(name.GetId()) = {};
   return false;
 }
@@ -212,18 +234,24 @@ void FastInfosetRun::UnlearnElement(const FastInfosetName& name, const Added& ad
 [[gnu::noinline]] char* FastInfosetRun::PutOtherElementName(const FastInfosetName& name,
                                                             std::size_t room) {
   m_newAt = nullptr;
-  if (m_place.out == nullptr || !m_isLocalUtf8) return nullptr;
-  if (!HasRoom(kElementRoom + name.GetRoom() + room)) return nullptr;
-  const CFIKnownOctets* const octets = FindElement(name);
-  if (octets != nullptr) return octets->Write(Open(m_place.out));
-  if (TakesPrefix(name) || name.GetName().empty()) return nullptr;
-  char* const out = PutNameInFull(Open(m_place.out), kLiteralElement, name);
-  const std::uint32_t index = Learn(name, *m_parts.elementNames);
-  if (index == 0) return out;
+  const std::string* prefix = nullptr;
+  if (m_place.out == nullptr || !m_isLocalUtf8 || !FindPrefix(name, prefix)) return nullptr;
+  const std::size_t prefixRoom = prefix != nullptr ? kFormSize + prefix->size() : 0;
+  if (!HasRoom(kElementRoom + prefixRoom + name.GetRoom() + room)) return nullptr;
+  const Key whole = WholeOf(name, prefix);
+  m_new.whole = m_parts.maps->elementNames.Look(whole.text, whole.key);
+  std::uint32_t index = m_new.whole.index;
+  char* out = Open(m_place.out);
+  if (index == 0) {
+    if (name.GetName().empty()) return nullptr;
+    out = PutNameInFull(out, kLiteralElement, name, prefix);
+    index = Learn(name, prefix, whole, m_parts.maps->elementNames);
+    if (index == 0) return out;
+  }
   CFIKnownNames::ById& known = m_parts.names->ElementOf(name.GetId());
   known = {name.GetId(), m_namespaceState, CFIKnownOctets()};
   known.octets.SetElement(index);
-  return out;
+  return m_newAt != nullptr ? out : known.octets.Write(out);
 }
 
 [[gnu::noinline]] void FastInfosetRun::BeginOtherElement(Element& element,
@@ -242,13 +270,14 @@ void FastInfosetRun::UnlearnElement(const FastInfosetName& name, const Added& ad
   m_newAt = nullptr;
   if (!m_isLocalUtf8 || !HasRoom(CFIKnownNames::kRoom + name.GetRoom() + room)) return nullptr;
   CFIKnownNames::ById& known = m_parts.names->AttributeOf(name.GetId());
-  m_new.whole = Look(*m_parts.attributeNames, name.GetWhole());
+  m_new.whole = Look(m_parts.maps->attributeNames, name.GetWhole());
   std::uint32_t index = m_new.whole.index;
   char* out = m_place.out;
   if (index == 0) {
     if (name.GetName().empty()) return nullptr;
-    out = PutNameInFull(out, kLiteralAttribute, name);
-    index = Learn(name, *m_parts.attributeNames);
+    out = PutNameInFull(out, kLiteralAttribute, name, nullptr);
+    index = Learn(name, nullptr, {name.GetWhole().text, name.GetWhole().key},
+                  m_parts.maps->attributeNames);
     if (index == 0) return out;
   }
   known = {name.GetId(), m_attributeState, CFIKnownOctets()};

@@ -103,8 +103,15 @@ class FastInfosetRun {
     std::uint32_t maxAddLength;
   };
 
+  // A text with what it is looked for by.
+  struct Key {
+    std::string_view text;
+    std::uint64_t key;
+  };
+
   // Where the parts of a new name are in the tables, or may be added.
   struct Places {
+    CFITextIndexes::Place prefix;         // where there is one
     CFITextIndexes::Place namespaceName;  // unless it is m_indexedNamespace
     CFITextIndexes::Place local;
     CFITextIndexes::Place whole;
@@ -112,6 +119,7 @@ class FastInfosetRun {
 
   // What has been added to the tables for a new name.
   struct Added {
+    bool prefix;
     bool namespaceName;
     bool local;
     bool whole;
@@ -182,12 +190,16 @@ class FastInfosetRun {
   char* PutOtherElementName(const FastInfosetName& name, std::size_t room);
   char* PutOtherAttributeName(const FastInfosetName& name, std::size_t room);
   bool TakesPrefix(const FastInfosetName& name);
-  const CFIKnownOctets* FindElement(const FastInfosetName& name);
+  bool FindPrefix(const FastInfosetName& name, const std::string*& prefix);
+  Key WholeOf(const FastInfosetName& name, const std::string* prefix);
   static CFITextIndexes::Place Look(CFITextIndexes& table, const FastInfosetName::Text& part);
-  char* PutNameInFull(char* out, unsigned mark, const FastInfosetName& name);
+  char* PutNameInFull(char* out, unsigned mark, const FastInfosetName& name,
+                      const std::string* prefix);
   std::uint32_t FindNamespace(const FastInfosetName& name);
-  std::uint32_t Learn(const FastInfosetName& name, CFITextIndexes& names);
-  void Unlearn(const FastInfosetName& name, const Added& added, CFITextIndexes& names);
+  std::uint32_t Learn(const FastInfosetName& name, const std::string* prefix, const Key& whole,
+                      CFITextIndexes& names);
+  void Unlearn(const FastInfosetName& name, const std::string* prefix, const Added& added,
+               CFITextIndexes& names);
   void UnlearnElement(const FastInfosetName& name, const Added& added);
   bool ForgetElement(const FastInfosetName& name);
   bool ForgetAttribute(const FastInfosetName& name);

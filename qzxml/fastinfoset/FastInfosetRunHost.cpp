@@ -36,10 +36,8 @@ class CFastInfosetWriter::CTableEntry::CRunHost final : public FastInfosetRunHos
   // ---- Runs ----
 
   Parts GetParts() override {
-    CFIIndexMaps& maps = m_writer.m_pTables->maps;
-    return {m_writer.m_pOptions,   &m_writer.m_pTables->names, &maps.elementNames,
-            &maps.attributeNames,  &maps.localNames,           &maps.namespaceNames,
-            &maps.attributeValues, &maps.characterChunks,      CFIVocabulary::kMaxEntries};
+    CFIWritingTables& tables = *m_writer.m_pTables;
+    return {m_writer.m_pOptions, &tables.names, &tables.maps, CFIVocabulary::kMaxEntries};
   }
 
   Place Lend() override {
@@ -74,19 +72,8 @@ class CFastInfosetWriter::CTableEntry::CRunHost final : public FastInfosetRunHos
     return context;
   }
 
-  bool FindElement(const FastInfosetName& name) override {
-    const std::string* const prefix = m_writer.m_pContext->FindAlias(name.GetUri());
-    if (prefix == nullptr) return false;
-    const CTableEntry entry(
-        CFIVocabulary::FormKey(*prefix, name.GetUri(), name.GetName(), m_writer.m_pTables->key),
-        m_writer.m_pTables->maps.elementNames);
-    const std::uint32_t index = entry.FindIndex();
-    if (index == 0) return false;
-    CFIKnownOctets octets;
-    octets.SetElement(index);
-    m_writer.m_pTables->names.KeepElement(name.GetId(), m_writer.m_pContext->GetNamespaceState(),
-                                          octets);
-    return true;
+  std::string_view FormKey(const std::string& prefix, const FastInfosetName& name) override {
+    return CFIVocabulary::FormKey(prefix, name.GetUri(), name.GetName(), m_writer.m_pTables->key);
   }
 
  private:

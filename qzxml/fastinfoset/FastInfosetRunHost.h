@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "qzxml/xml/ShortWays.h"
 #include "qzxml/xml/XmlWriter.h"
@@ -14,7 +15,7 @@ class CFastInfosetContext;
 namespace QzXmlLib16::detail {
 
 class CFIKnownNames;
-class CFITextIndexes;
+struct CFIIndexMaps;
 class FastInfosetName;
 
 // What a Fast Infoset writer is for its runs (FastInfosetRun). It is what the writer offers as its
@@ -27,12 +28,7 @@ class FastInfosetRunHost : public CShortWays {
   struct Parts {
     const CFastInfosetContext* options;
     CFIKnownNames* names;
-    CFITextIndexes* elementNames;
-    CFITextIndexes* attributeNames;
-    CFITextIndexes* localNames;
-    CFITextIndexes* namespaceNames;
-    CFITextIndexes* attributeValues;
-    CFITextIndexes* chunks;
+    CFIIndexMaps* maps;
     std::size_t maxEntries;  // of a table
   };
 
@@ -65,9 +61,8 @@ class FastInfosetRunHost : public CShortWays {
 
   // ---- At any time ----
 
-  // Whether the name has an index; then it is among the known names, for the namespaces in force.
-  // For one that may take a prefix.
-  virtual bool FindElement(const FastInfosetName& name) = 0;
+  // The key of a name with a prefix in the tables; stays until the next call.
+  virtual std::string_view FormKey(const std::string& prefix, const FastInfosetName& name) = 0;
 };
 
 }  // namespace QzXmlLib16::detail
