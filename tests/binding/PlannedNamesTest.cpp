@@ -1,5 +1,6 @@
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "qzxml/binding/BoundClass.h"
 #include "qzxml/binding/BuiltInTypes.h"
@@ -131,17 +132,58 @@ TEST(PlannedNames, ANewNameIsForgottenWithItsValue) {
 
 // Long enough for the room to end at each place of the names.
 TEST(PlannedNames, ANewNameMayComeWhereTheRoomEnds) {
-  CSerializationContext context;
-  context.SetDefaultNamespaceURI(kUri);
-  for (std::size_t size = 4000; size < 5200; size += 2) {
-    CBranch branch;
-    branch.m_colour = std::string(size, 'g');
-    auto* const leaf = new CLeaf;
-    leaf->m_name = "a";
-    leaf->m_colour = "red";
+  std::vector<CSerializationContext> contexts(2);  // without prefixes, and with them
+  contexts[0].SetDefaultNamespaceURI(kUri);
+  for (const CSerializationContext& context : contexts) {
+    for (std::size_t size = 65200; size < 65600; ++size) {
+      CBranch branch;
+      branch.m_colour = std::string(size, 'g');
+      auto* const leaf = new CLeaf;
+      leaf->m_name = "a";
+      leaf->m_colour = "red";
+      branch.AddLeaf(leaf);
+      branch.SetBlossom(new CLeaf("m"));
+      ExpectOctetsAsWalked(branch, context);
+      ASSERT_FALSE(HasFatalFailure()) << size;
+    }
+  }
+}
+
+// An element of no namespace takes no prefix, and one of a second namespace one that is made for
+// it.
+TEST(PlannedNames, NewNamesMayHavePrefixes) {
+  std::vector<CSerializationContext> contexts(3);
+  contexts[1].GetNamespaceAliases().Add("q", kUri);
+  contexts[2].GetNamespaceAliases().Add("q", kUri);
+  contexts[2].GetNamespaceAliases().Add("other", "urn:other");
+  CBranch branch;
+  for (const char* colour : {"red", "a long text of red", "red"}) {
+    auto* const leaf = new CLeaf(colour);
+    leaf->m_colour = colour;
     branch.AddLeaf(leaf);
-    branch.SetBlossom(new CLeaf("m"));
+    branch.AddLeaf(new CLeaf);
+  }
+  auto* const blossom = new CLeaf;
+  blossom->m_colour = std::string("r\0d", 3);
+  branch.SetBlossom(blossom);
+  branch.m_name = "n";
+  branch.m_foreign = "f";
+  for (const CSerializationContext& context : contexts) ExpectOctetsAsWalked(branch, context);
+}
+
+// The element has got no attribute yet, and its name is taken back for the walk to put it again.
+TEST(PlannedNames, ANewPrefixGoesWithItsName) {
+  std::vector<CSerializationContext> contexts(3);
+  contexts[1].GetNamespaceAliases().Add("other", "urn:other");
+  contexts[2].SetDefaultNamespaceURI(kUri);
+  contexts[2].GetNamespaceAliases().Add("other", "urn:other");
+  for (const CSerializationContext& context : contexts) {
+    CBranch branch;
+    branch.m_foreign = std::string("f\0", 2);
     ExpectOctetsAsWalked(branch, context);
-    ASSERT_FALSE(HasFatalFailure()) << size;
+    branch.AddLeaf(new CLeaf("first"));
+    ExpectOctetsAsWalked(branch, context);
+    branch.m_foreign = "f";
+    ExpectOctetsAsWalked(branch, context);
   }
 }

@@ -382,8 +382,8 @@ TEST(PlannedWriting, IsTheWalkWhenATableIsFull) {
   ExpectOctetsAsWalked(*order, names);
 }
 
-// What is written is given on whenever 4096 octets are due, and the room for them may have to grow:
-// at each place of a document.
+// What is written is given on when 60 KiB of it are there, or its room of some 64 KiB ends, which
+// may have to grow: at each place of a document.
 TEST(PlannedWriting, IsTheWalkWhereverThePieceEnds) {
   const CSmartPtr<COrder> order = NewOrder();
   CSerializationContext context;
@@ -393,9 +393,9 @@ TEST(PlannedWriting, IsTheWalkWhereverThePieceEnds) {
     order->GetCustomer()->SetName(std::string(size / 3, 'm'));
     ExpectOctetsAsWalked(*order, context);
   };
-  for (std::size_t size = 2900; size < 3200 && !HasFatalFailure(); ++size) expect(size);
-  for (std::size_t size = 3700; size < 5300 && !HasFatalFailure(); size += 3) expect(size);
-  for (std::size_t size = 10000; size < 60000 && !HasFatalFailure(); size += 977) expect(size);
+  for (std::size_t size = 45700; size < 49300 && !HasFatalFailure(); size += 7) expect(size);
+  for (std::size_t size = 60500; size < 65700 && !HasFatalFailure(); size += 7) expect(size);
+  for (std::size_t size = 10000; size < 300000 && !HasFatalFailure(); size += 7919) expect(size);
 }
 
 // Each of the forms of a length, with a zero byte in the text and without.

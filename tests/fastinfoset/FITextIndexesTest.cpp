@@ -120,6 +120,54 @@ TEST(FITextIndexes, TheTextThatWasAddedLastCanBeTakenAway) {
   ExpectSame(oracle, indexes);
 }
 
+TEST(FITextIndexes, NothingIsThereBehindClear) {
+  CFITextIndexes indexes;
+  const std::vector<std::string> texts = SimilarTexts();
+  for (int round = 0; round < 3; ++round) {
+    Oracle oracle;
+    for (const std::string& text : texts) {
+      ASSERT_EQ(0u, indexes.Find(text)) << round << text;
+      const auto index = static_cast<std::uint32_t>(oracle.size() + 1);
+      indexes.Set(text, index);
+      oracle[text] = index;
+    }
+    ExpectSame(oracle, indexes);
+    indexes.Clear();
+    ExpectSame({}, indexes);
+  }
+}
+
+// The numbers that are stored come to their end, and begin again.
+TEST(FITextIndexes, ItMayBeClearedAnyNumberOfTimes) {
+  CFITextIndexes indexes;
+  for (int round = 0; round < 1000; ++round) {
+    const std::string own = "round " + std::to_string(round);
+    ASSERT_EQ(0u, indexes.Find("a")) << round;
+    indexes.Set("a", 1);
+    indexes.Set(own, CFITextIndexes::kMostIndex);
+    CFITextIndexes copy(indexes);
+    ExpectSame({{"a", 1}, {own, CFITextIndexes::kMostIndex}}, copy);
+    ASSERT_FALSE(HasFailure()) << round;
+    indexes.Clear();
+  }
+}
+
+// Whatever is kept: the next texts are few, or many.
+TEST(FITextIndexes, ManyTextsMayComeBehindFewAndFewBehindMany) {
+  CFITextIndexes indexes;
+  for (const int count : {3, 50000, 3, 500, 50000, 100, 1, 20000}) {
+    Oracle oracle;
+    for (int i = 0; i < count; ++i) {
+      const std::string text = (i % 2 == 0 ? "" : "a longer text ") + std::to_string(i);
+      const auto index = static_cast<std::uint32_t>(i + 1);
+      indexes.Add(text, CFITextIndexes::KeyOf(text), index);
+      oracle[text] = index;
+    }
+    ExpectSame(oracle, indexes);
+    indexes.Clear();
+  }
+}
+
 TEST(FITextIndexes, ATextHasOneKeyHoweverItIsMade) {
   for (const std::string& text : SimilarTexts()) {
     const std::string roomy = text + "behind it";
