@@ -26,11 +26,12 @@ bool CXmlSink::PutValue(const CChild& child, const void* value) {
 
 bool CXmlSink::PutText(const CChild& child, std::string_view text) {
   if (IsLeftOut(child, text)) text = std::string_view();
-  char* const begin = m_run.BeginValue(child.name, text.size() + kEntityRoom);
+  XmlTextRun::Value element;
+  char* const begin = m_run.BeginValue(element, child.name, text.size() + kEntityRoom);
   if (begin == nullptr) return false;
   char* const end = m_run.PutText<false>(begin, text);
   if (end == nullptr) return false;
-  m_run.EndValue(child.name, begin, end);
+  m_run.EndValue(element, begin, end);
   return true;
 }
 

@@ -88,12 +88,13 @@ inline bool CXmlSink::IsLeftOut(const CChild& child, std::string_view text) cons
 
 template <typename Write>
 inline bool CXmlSink::PutWritten(const CChild& child, Write write) {
-  char* const begin = m_run.BeginValue(child.name, CPlannedValue::kRoom);
+  XmlTextRun::Value element;
+  char* const begin = m_run.BeginValue(element, child.name, CPlannedValue::kRoom);
   if (begin == nullptr) return false;
   char* const end = write(begin);
   if (end == nullptr) return false;
   const std::string_view text(begin, static_cast<std::size_t>(end - begin));
-  m_run.EndValue(child.name, begin, IsLeftOut(child, text) ? begin : end);
+  m_run.EndValue(element, begin, IsLeftOut(child, text) ? begin : end);
   return true;
 }
 

@@ -2,10 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
-#include <set>
 #include <string>
-
-#include "qzxml/runtime/CriticalSection.h"
 
 namespace QzXmlLib16::detail {
 
@@ -54,6 +51,7 @@ void XmlTextRun::Resume() {
   if (m_namespaceState != context.GetNamespaceState()) {
     m_namespaceState = context.GetNamespaceState();
     m_plainUri = &kNoUri;
+    for (XmlTextPrefix& prefix : m_prefixes) prefix.uri = &kNoUri;
   }
 
   // A block is opened by the call that needs it.
@@ -77,44 +75,43 @@ void XmlTextRun::EndInWriter(const Element& element) {
 // ---- What is not the ordinary case ----
 
 const std::string XmlTextRun::kNoUri;
+const XmlTextPrefix XmlTextRun::kOtherPrefix = {};
 
-XmlTextRun::Name::Name(const char* name, const char* uri)
-    : m_uri(&KeepUri(uri)), m_tags(ElementTags::InOneNamespace(name)) {
-  const SteppedText& start = m_tags.GetStart();
-  const SteppedText& end = m_tags.GetEnd();
-  m_room = 1 + 2 * kTagEolRoom + kShortIndent + start.GetRoom() + end.GetRoom() + Tag::kRoom;
-  m_start.Set(start.View());
-  m_end.Set(end.View());
-  m_plainUri = end.View().size() <= Tag::kRoom ? m_uri : nullptr;
-}
-
-const std::string& XmlTextRun::Name::KeepUri(const char* uri) {
-  static CQZCriticalSection& section = *new CQZCriticalSection;
-  static std::set<std::string>& kept = *new std::set<std::string>;
-  const CriticalSectionGuard guard(section);
-  return *kept.emplace(uri).first;
-}
-
-// A namespace that is found to take no prefix is the plain one from here.
+// What is found is at hand from here; the first namespace without a prefix as the plain one.
 [[gnu::noinline]] bool XmlTextRun::FindPrefix(const Name& name, const std::string*& prefix) {
-  if (!m_writer.FindElementPrefix(name.m_tags, name.GetUri(), prefix)) return false;
-  if (prefix == nullptr && name.m_plainUri != nullptr) m_plainUri = name.m_plainUri;
+  if (!m_writer.FindElementPrefix(name.GetTags(), name.GetUri(), prefix)) return false;
+  if (name.GetShortUri() == nullptr) return true;
+  if (prefix == nullptr && m_plainUri == &kNoUri) {
+    m_plainUri = name.GetShortUri();
+  } else {
+    XmlTextPrefix& place = m_prefixes[name.GetPrefixPlace()];
+    if (place.Set(prefix)) place.uri = name.GetShortUri();
+  }
   return true;
 }
 
 [[gnu::noinline]] bool XmlTextRun::BeginOtherElement(Element& element, const Name& name) {
   const std::string* prefix = nullptr;
   if (!FindPrefix(name, prefix) || !HasRoom(name, 2 * GetPrefixSize(prefix))) return false;
-  m_out = CXmlTextWriter::PutTag(PutGap(), name.m_tags.GetStart(), 1, prefix) - 1;
-  EnterElement(element, name, prefix);
+  m_out = CXmlTextWriter::PutTag(PutGap(), name.GetTags().GetStart(), 1, prefix) - 1;
+  EnterElement(element, name);
   return true;
 }
 
+[[gnu::noinline]] void XmlTextRun::EndOtherElement(Element& element) {
+  const Name& name = *element.m_name;
+  const std::string* prefix = nullptr;
+  if (!FindPrefix(name, prefix) || !HasRoom(name, 2 * GetPrefixSize(prefix))) {
+    return EndInWriter(element);
+  }
+  PutElementEnd(element, [&](char* out) { return PutOtherEnd(out, name, prefix); });
+}
+
 [[gnu::noinline]] char* XmlTextRun::BeginOtherValue(const Name& name, std::size_t room) {
-  if (!FindPrefix(name, m_prefix) || !HasRoom(name, room + 2 * GetPrefixSize(m_prefix))) {
+  if (!FindPrefix(name, m_otherPrefix) || !HasRoom(name, room + 2 * GetPrefixSize(m_otherPrefix))) {
     return nullptr;
   }
-  return CXmlTextWriter::PutTag(PutGap(), name.m_tags.GetStart(), 1, m_prefix);
+  return CXmlTextWriter::PutTag(PutGap(), name.GetTags().GetStart(), 1, m_otherPrefix);
 }
 
 template <bool inAttribute>
@@ -126,7 +123,7 @@ template char* XmlTextRun::PutEscapedText<true>(char*, std::string_view) const;
 
 [[gnu::noinline]] char* XmlTextRun::PutOtherEnd(char* out, const Name& name,
                                                 const std::string* prefix) {
-  return CXmlTextWriter::PutTag(out, name.m_tags.GetEnd(), 2, prefix);
+  return CXmlTextWriter::PutTag(out, name.GetTags().GetEnd(), 2, prefix);
 }
 
 [[gnu::noinline]] char* XmlTextRun::PutLongIndent(char* out) const {

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "qzxml/runtime/TextStream.h"
-#include "qzxml/xml/WrittenName.h"
+#include "qzxml/xml/XmlTextName.h"
 #include "qzxml/xml/XmlTextPieces.h"
 #include "qzxml/xml/XmlTextWriter.h"
 #include "qzxml/xml/XmlWriterContext.h"
@@ -21,8 +21,9 @@ namespace QzXmlLib16::detail {
 //   XmlTextRun run(writer);                // an element is open
 //   XmlTextRun::Element item;
 //   if (!run.BeginElement(item, name)) ...
-//   char* const text = run.BeginValue(other, size);
-//   if (text != nullptr) run.EndValue(other, text, Write(text));
+//   XmlTextRun::Value value;
+//   char* const text = run.BeginValue(value, other, size);
+//   if (text != nullptr) run.EndValue(value, text, Write(text));
 //   run.EndElement(item);
 //   run.Finish();
 //
@@ -35,44 +36,7 @@ namespace QzXmlLib16::detail {
 // A run that an exception ends leaves in the stream what was put until then.
 class XmlTextRun {
  public:
-  // The name of elements, made once for many of them.
-  class Name {
-   public:
-    Name(const char* name, const char* uri);
-
-    const std::string& GetName() const { return m_tags.GetName(); }
-    const std::string& GetUri() const { return *m_uri; }
-    const ElementTags& GetTags() const { return m_tags; }
-
-   private:
-    friend class XmlTextRun;
-
-    // One string for all names of a namespace, so that namespaces are the same where their
-    // addresses are. As plans, they are never freed.
-    static const std::string& KeepUri(const char* uri);
-
-    // A tag at hand, cut off where it is too long.
-    struct Tag {
-      static constexpr std::size_t kRoom = 32;
-
-      void Set(std::string_view tag) { size = tag.copy(text, kRoom); }
-      char* Put(char* out) const {
-        std::memcpy(out, text, kRoom / 2);
-        if (size > kRoom / 2) std::memcpy(out + kRoom / 2, text + kRoom / 2, kRoom / 2);
-        return out + size;
-      }
-
-      std::size_t size = 0;
-      char text[kRoom] = {};
-    };
-
-    const std::string* m_plainUri;  // m_uri; null where a tag is longer than Tag
-    std::size_t m_room;  // what an element takes beside its indent, its prefix and its text
-    Tag m_start;
-    Tag m_end;
-    const std::string* m_uri;
-    ElementTags m_tags;
-  };
+  using Name = XmlTextName;
 
   // An element that is open; not copied, and at its place until its end.
   class Element {
@@ -88,8 +52,16 @@ class XmlTextRun {
     Element* m_outer;
     Element* m_inner;  // during an interruption
     const Name* m_name;
-    const std::string* m_prefix;
     CXmlWriter::CXmlWriterContext* m_context = nullptr;  // the writer's, where it has one
+  };
+
+  // An element with nothing but a text, between its two calls.
+  class Value {
+   private:
+    friend class XmlTextRun;
+
+    const Name* m_name;
+    const XmlTextPrefix* m_prefix;  // null without one; kOtherPrefix for one that is not at hand
   };
 
   // Whether an element is open in the writer, as there has to be one.
@@ -124,8 +96,8 @@ class XmlTextRun {
 
   // An element with nothing but a text: where the text goes, with room for so many bytes, or null.
   // EndValue makes the element of it; without that nothing has happened.
-  char* BeginValue(const Name& name, std::size_t room);
-  void EndValue(const Name& name, const char* text, char* end);
+  char* BeginValue(Value& value, const Name& name, std::size_t room);
+  void EndValue(const Value& value, const char* text, char* end);
 
   // An attribute in no namespace, likewise.
   char* BeginAttribute(const AttributeTag& tag, std::size_t room);
@@ -161,24 +133,33 @@ class XmlTextRun {
  private:
   static constexpr std::size_t kLong = 32768;  // bytes
   static const std::string kNoUri;             // that of no name
+  static const XmlTextPrefix kOtherPrefix;     // none in particular
 
   void Commit();
   template <bool inAttribute>
   char* PutEscapedText(char* out, std::string_view text) const;
   void EndInWriter(const Element& element);
+  void EndOtherElement(Element& element);
+  template <typename PutEnd>
+  void PutElementEnd(const Element& element, PutEnd putEnd);
   void Settle(const Element& element) const;
   bool FindPrefix(const Name& name, const std::string*& prefix);
   char* BeginOtherValue(const Name& name, std::size_t room);
   bool BeginOtherElement(Element& element, const Name& name);
-  void EnterElement(Element& element, const Name& name, const std::string* prefix);
+  void EnterElement(Element& element, const Name& name);
   void LeaveElement(char* out);
   char* PutLongIndent(char* out) const;
 
-  // Most elements are in the namespace that takes no prefix.
-  bool IsPlain(const Name& name) const { return name.m_plainUri == m_plainUri; }
+  // Most elements are in the namespace that takes no prefix, and nearly all others in one whose
+  // prefix is at hand.
+  bool IsPlain(const Name& name) const { return name.GetShortUri() == m_plainUri; }
+  const XmlTextPrefix& PrefixOf(const Name& name) const {
+    return m_prefixes[name.GetPrefixPlace()];
+  }
+  bool HasPrefix(const Name& name) const { return name.GetShortUri() == PrefixOf(name).uri; }
   std::size_t GetRoom() const { return static_cast<std::size_t>(m_limit - m_out); }
   bool HasRoom(const Name& name, std::size_t more) const {
-    return m_indent + name.m_room + more <= GetRoom();
+    return m_indent + name.GetRoom() + more <= GetRoom();
   }
   char* PutIndent(char* out) const {
     std::memcpy(out, m_indents, kShortIndent);
@@ -189,10 +170,6 @@ class XmlTextRun {
     return out + m_tagEolSize;
   }
   char* PutGap() const;
-  // The end tag of an element with that prefix, unless it is plain.
-  char* PutEnd(char* out, const Name& name, const std::string* prefix) const {
-    return IsPlain(name) ? name.m_end.Put(out) : PutOtherEnd(out, name, prefix);
-  }
   static char* PutOtherEnd(char* out, const Name& name, const std::string* prefix);
 
   CXmlTextWriter& m_writer;
@@ -209,7 +186,8 @@ class XmlTextRun {
   const char* m_indents = nullptr;          // likewise
   std::uint64_t m_namespaceState = 0;       // of the writer's context
   const std::string* m_plainUri = &kNoUri;  // a namespace without a prefix there
-  const std::string* m_prefix = nullptr;    // of the value that has begun, unless it is plain
+  XmlTextPrefix m_prefixes[Name::kPrefixPlaces];  // at hand there, at the places of the names
+  const std::string* m_otherPrefix = nullptr;     // of the value that has begun, if it is none
   Element m_base;
   Element* m_innermost;
 };
@@ -224,22 +202,26 @@ inline char* XmlTextRun::PutGap() const {
   return PutIndent(out);
 }
 
-inline void XmlTextRun::EnterElement(Element& element, const Name& name,
-                                     const std::string* prefix) {
+inline void XmlTextRun::EnterElement(Element& element, const Name& name) {
   m_isStartTagOpen = true;
   m_hasChildren = false;
   element.m_outer = m_innermost;
   element.m_name = &name;
-  element.m_prefix = prefix;
   m_innermost = &element;
   m_indent += m_writer.m_indentUnit;
 }
 
 inline bool XmlTextRun::BeginElement(Element& element, const Name& name) {
-  if (!IsPlain(name)) return BeginOtherElement(element, name);
+  if (IsPlain(name)) {
+    if (!HasRoom(name, 0)) return false;
+    m_out = name.PutStart(PutGap()) - 1;  // the tag is open yet
+    EnterElement(element, name);
+    return true;
+  }
+  if (!HasPrefix(name)) return BeginOtherElement(element, name);
   if (!HasRoom(name, 0)) return false;
-  m_out = name.m_start.Put(PutGap()) - 1;  // the tag is open yet
-  EnterElement(element, name, nullptr);
+  m_out = name.PutStart(PutGap(), PrefixOf(name)) - 1;
+  EnterElement(element, name);
   return true;
 }
 
@@ -251,11 +233,8 @@ inline void XmlTextRun::LeaveElement(char* out) {
   ++m_elements;
 }
 
-inline void XmlTextRun::EndElement(Element& element) {
-  const Name& name = *element.m_name;
-  if (element.m_context != nullptr || !HasRoom(name, 2 * GetPrefixSize(element.m_prefix))) {
-    return EndInWriter(element);
-  }
+template <typename PutEnd>
+inline void XmlTextRun::PutElementEnd(const Element& element, PutEnd putEnd) {
   m_innermost = element.m_outer;
   m_indent -= m_writer.m_indentUnit;
   char* out = m_out;
@@ -263,22 +242,49 @@ inline void XmlTextRun::EndElement(Element& element) {
     out = detail::PutText(out, "/>");
   } else {
     if (m_hasChildren) out = PutIndent(out);
-    out = PutEnd(out, name, element.m_prefix);
+    out = putEnd(out);
   }
   LeaveElement(out);
 }
 
-inline char* XmlTextRun::BeginValue(const Name& name, std::size_t room) {
-  if (!IsPlain(name)) return BeginOtherValue(name, room);
-  return HasRoom(name, room) ? name.m_start.Put(PutGap()) : nullptr;
+// What is in force is what was in force at its begin, as it has no context.
+inline void XmlTextRun::EndElement(Element& element) {
+  const Name& name = *element.m_name;
+  if (element.m_context != nullptr || !HasRoom(name, 0)) return EndInWriter(element);
+  if (IsPlain(name)) {
+    PutElementEnd(element, [&](char* out) { return name.PutEnd(out); });
+  } else if (HasPrefix(name)) {
+    PutElementEnd(element, [&](char* out) { return name.PutEnd(out, PrefixOf(name)); });
+  } else {
+    EndOtherElement(element);
+  }
 }
 
-inline void XmlTextRun::EndValue(const Name& name, const char* text, char* end) {
+inline char* XmlTextRun::BeginValue(Value& value, const Name& name, std::size_t room) {
+  value.m_name = &name;
+  if (IsPlain(name)) {
+    value.m_prefix = nullptr;
+    return HasRoom(name, room) ? name.PutStart(PutGap()) : nullptr;
+  }
+  if (!HasPrefix(name)) {
+    value.m_prefix = &kOtherPrefix;
+    return BeginOtherValue(name, room);
+  }
+  value.m_prefix = &PrefixOf(name);
+  return HasRoom(name, room) ? name.PutStart(PutGap(), *value.m_prefix) : nullptr;
+}
+
+inline void XmlTextRun::EndValue(const Value& value, const char* text, char* end) {
+  const Name& name = *value.m_name;
   if (end == text) {
     end[-1] = '/';
     *end++ = '>';
+  } else if (value.m_prefix == nullptr) {
+    end = name.PutEnd(end);
+  } else if (value.m_prefix != &kOtherPrefix) {
+    end = name.PutEnd(end, *value.m_prefix);
   } else {
-    end = PutEnd(end, name, m_prefix);
+    end = PutOtherEnd(end, name, m_otherPrefix);
   }
   LeaveElement(end);
 }

@@ -6,6 +6,7 @@ namespace QzXmlLib16::detail {
 namespace {
 
 constexpr std::uint32_t kLetters = 26;
+constexpr std::size_t kManyMappings = 8;  // to look through for an alias
 
 // "AA" to "ZZ" for the first 676, "AAA" to "ZZZ" for those behind them, and so on.
 std::string AliasAt(std::uint32_t index) {
@@ -86,15 +87,25 @@ const std::string& XmlWriterScopes::Add(const std::string& uri, const std::strin
 }
 
 std::string XmlWriterScopes::GenerateAlias() {
-  if (!m_bAliasesCounted) {
+  if (!m_bAliasesCounted && m_map.size() >= kManyMappings) {
     m_bAliasesCounted = true;
     for (const Map::value_type& entry : m_map) Use(entry.second, 1);
   }
   for (;; ++m_nextAlias) {
     std::string alias = AliasAt(m_nextAlias);
-    const auto uses = m_aliases.find(alias);
-    if (uses == m_aliases.end() || uses->second == 0) return alias;
+    if (!IsUsed(alias)) return alias;
   }
+}
+
+bool XmlWriterScopes::IsUsed(const std::string& alias) const {
+  if (m_bAliasesCounted) {
+    const auto uses = m_aliases.find(alias);
+    return uses != m_aliases.end() && uses->second != 0;
+  }
+  for (const Map::value_type& entry : m_map) {
+    if (entry.second == alias) return true;
+  }
+  return false;
 }
 
 // A new entry with an empty alias, in the memory of an earlier one where there is one.

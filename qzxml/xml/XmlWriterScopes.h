@@ -64,6 +64,7 @@ class XmlWriterScopes {
 
   const std::string* Search(const std::string& uri) const;
   Map::iterator Enter(const std::string& uri);
+  bool IsUsed(const std::string& alias) const;
   void Use(const std::string& alias, std::int32_t count);
 
   Map m_map;
@@ -72,7 +73,7 @@ class XmlWriterScopes {
   mutable const Map::value_type* m_pLast;  // the mapping found last
   std::uint64_t m_state;
   std::uint64_t m_lastState;
-  bool m_bAliasesCounted;  // m_aliases is made when the first alias is generated
+  bool m_bAliasesCounted;  // m_aliases is made when an alias is generated beside many mappings
   std::unordered_map<std::string, std::int32_t> m_aliases;  // how many mappings use an alias
   std::uint32_t m_nextAlias;                                // every alias before this one is in use
 };

@@ -95,6 +95,46 @@ TEST(XmlTextWriterNamespaces, GivesNestedNamespacesAliasesOfTheirOwn) {
       out.text());
 }
 
+// "AB" and "AK" are the caller's. From the sixth element on so many namespaces are in force that
+// their aliases are counted. What ends gives its alias back.
+TEST(XmlTextWriterNamespaces, GivesTheFirstAliasThatIsFreeHoweverManyAreInForce) {
+  Output out(false);
+  out.writer.AddNamespaceMapping("AB", "urn:mine");
+  out.writer.AddNamespaceMapping("AK", "urn:mine2");
+  const auto start = [&out](int number) {
+    out.Start("e", ("urn:" + std::to_string(number)).c_str());
+    if (number == 4) out.Attribute("a", "1", "urn:attribute");
+  };
+  const auto startTag = [](const std::string& alias, int number) {
+    return "<" + alias + ":e xmlns:" + alias + "=\"urn:" + std::to_string(number) + "\"";
+  };
+  for (int i = 1; i <= 11; ++i) start(i);
+  out.End(9);
+  for (int i = 11; i >= 3; --i) start(i);
+  out.End(9);
+  start(12);
+  out.End(3);
+
+  std::string expected = "<AA:e xmlns:AA=\"urn:1\" xmlns:AB=\"urn:mine\" xmlns:AK=\"urn:mine2\">" +
+                         startTag("AC", 2) + ">";
+  const std::string down[] = {"AD", "AE", "AG", "AH", "AI", "AJ", "AL", "AM", "AN"};
+  for (int i = 3; i <= 11; ++i) {
+    expected += startTag(down[i - 3], i);
+    if (i == 4) expected += " xmlns:AF=\"urn:attribute\" AF:a=\"1\"";
+    expected += i == 11 ? "/>" : ">";
+  }
+  for (int i = 10; i >= 3; --i) expected += "</" + down[i - 3] + ":e>";
+  const std::string again[] = {"AD", "AE", "AF", "AG", "AH", "AI", "AJ", "AL", "AN"};
+  for (int i = 11; i >= 3; --i) {
+    expected += startTag(again[11 - i], i);
+    if (i == 4) expected += " xmlns:AM=\"urn:attribute\" AM:a=\"1\"";
+    expected += i == 3 ? "/>" : ">";
+  }
+  for (int i = 4; i <= 11; ++i) expected += "</" + again[11 - i] + ":e>";
+  expected += startTag("AD", 12) + "/></AC:e></AA:e>";
+  EXPECT_EQ(expected, out.text());
+}
+
 TEST(XmlTextWriterNamespaces, ForgetsTheNamespaceOfAnAttributeWithItsElement) {
   Output out(false);
   out.Start("r");
