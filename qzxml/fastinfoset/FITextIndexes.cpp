@@ -16,7 +16,7 @@ constexpr std::size_t kFirstOctets = 1024;
 
 // What is kept for the next texts: so many places, or octets of long texts, at most; and places for
 // so many times the texts there were, so that few of them are not looked for in wide memory.
-constexpr std::size_t kKeptPlaces = 16384;
+constexpr std::size_t kKeptPlaces = 32768;
 constexpr std::size_t kKeptOctets = 65536;
 constexpr std::size_t kKeptForEach = 64;
 

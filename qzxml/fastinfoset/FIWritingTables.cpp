@@ -5,11 +5,10 @@
 namespace QzXmlLib16::detail {
 namespace {
 
-constexpr std::size_t kKeptPiece = 65536;  // what every writer begins with, and no more
 constexpr std::size_t kKeptKey = 4096;
 
-// Each of some 1 MiB at most.
-using CStore = CSpareStore<CFIWritingTables, 8>;
+// Each of some 2 MiB at most.
+using CStore = CSpareStore<CFIWritingTables, 4>;
 
 CStore& Store() {
   static auto* const store = new CStore();
@@ -20,10 +19,7 @@ void Empty(CFIWritingTables& tables) {
   tables.maps.Clear();
   tables.names.Forget();
   if (tables.key.size() > kKeptKey) tables.key = std::string();
-  if (tables.pieceRoom > kKeptPiece) {
-    tables.piece = nullptr;
-    tables.pieceRoom = 0;
-  }
+  tables.pieces.Clear();
 }
 
 }  // namespace

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <cstddef>
 #include <memory>
 #include <string>
 
 #include "qzxml/fastinfoset/FIIndexMaps.h"
+#include "qzxml/fastinfoset/FIPieces.h"
 #include "qzxml/fastinfoset/FastInfosetWriter.h"
 #include "qzxml/fastinfoset/FastInfosetWriterNames.h"
 
@@ -17,10 +17,7 @@ struct CFIWritingTables {
   CFIIndexMaps maps;
   CFIKnownNames names;  // of one root
   std::string key;      // room for that of a name in the maps
-
-  // Octets that are not in the stream yet.
-  std::unique_ptr<char[]> piece;
-  std::size_t pieceRoom = 0;
+  CFIPieces pieces;
 };
 
 // Empty ones. Throws std::bad_alloc.

@@ -64,14 +64,14 @@ void FastInfosetRun::Resume() {
   }
 }
 
-// The flush leaves all as it is but the place. An element whose head may change has to stay.
+// Another piece leaves all as it is but the place. An element whose head may change has to stay.
 [[gnu::noinline]] bool FastInfosetRun::MakeRoom(std::size_t size) {
   if (m_place.out == nullptr || m_state == State::Begun) return false;
   GiveBack();
-  m_host.Flush();
+  m_host.NextPiece();
   m_place = m_host.Lend();
   m_newAt = nullptr;
-  ++m_flushes;
+  ++m_pieces;
   return GetRoom() >= size;
 }
 

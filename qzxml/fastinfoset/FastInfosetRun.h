@@ -81,8 +81,8 @@ class FastInfosetRun {
   // Text of the innermost element, not empty.
   bool PutOwnText(std::string_view text, ItemType type);
 
-  // Whether so much has been flushed that the objects behind it are none that have just been made.
-  bool IsLong() const { return m_flushes >= kLong; }
+  // Whether so much has been written that the objects behind it are none that have just been made.
+  bool IsLong() const { return m_pieces >= kLong; }
 
  private:
   // How far an element is written. Of those that are odd an end still has to be written, which
@@ -127,7 +127,7 @@ class FastInfosetRun {
 
   static constexpr unsigned kLiteralElement = 0x3C;
   static constexpr unsigned kLiteralAttribute = 0x78;
-  static constexpr std::uint32_t kLong = 1;  // flushes
+  static constexpr std::uint32_t kLong = 1;  // pieces
 
   static constexpr char kTerminator = '\xF0';
   static constexpr char kTwoTerminators = '\xFF';
@@ -234,10 +234,10 @@ class FastInfosetRun {
   State m_state = State::Content;  // of the innermost element; those around it have some content
   char* m_head = nullptr;          // of the innermost element, where it has begun
   std::uint32_t m_elements = 0;    // that had no context, since the last interruption
-  std::uint32_t m_flushes = 0;
+  std::uint32_t m_pieces = 0;
   Places m_new = {};                   // of the name that was new last
   Added m_added = {};                  // for it
-  const char* m_newAt = nullptr;       // where it was put; null behind a flush
+  const char* m_newAt = nullptr;       // where it was put; null in another piece
   std::uint64_t m_namespaceState = 0;  // as the known names have it
   std::uint64_t m_attributeState = 0;  // that of all attributes
   // Of these namespaces it is known that elements take no prefix, and which index it has.

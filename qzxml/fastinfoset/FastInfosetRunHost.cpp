@@ -59,7 +59,7 @@ class CFastInfosetWriter::CTableEntry::CRunHost final : public FastInfosetRunHos
     m_writer.m_bHalfTerminatorPending = place.isHalfPending;
   }
 
-  void Flush() override { m_writer.Flush(); }
+  void NextPiece() override { m_writer.NextPiece(); }
   void WritePending(bool hasAttributes) override { m_writer.FlushPendingElement(hasAttributes); }
   void StartElement(const std::string& name, const std::string& uri) override {
     m_writer.CFastInfosetWriter::WriteStartElement(name, uri);

@@ -51,7 +51,7 @@ class FastInfosetRunHost : public CShortWays {
 
   // ---- The writer's own, behind TakeBack ----
 
-  virtual void Flush() = 0;
+  virtual void NextPiece() = 0;
   virtual void WritePending(bool hasAttributes) = 0;
   virtual void StartElement(const std::string& name, const std::string& uri) = 0;
   virtual void EndElement() = 0;

@@ -35,9 +35,6 @@
 namespace QzXmlLib16 {
 namespace {
 
-constexpr std::size_t kFirstRoom = 64 * 1024 - 32;
-constexpr std::uint32_t kLargestPut = 1u << 30;
-
 constexpr unsigned kTerminator = 0xF0;
 constexpr unsigned kTwoTerminators = 0xFF;
 constexpr unsigned kEmptyValue = 0xFF;  // the index 0
@@ -58,8 +55,8 @@ CFastInfosetWriter::CFastInfosetWriter(CFastInfosetContext* context, CBinaryStre
       m_bHalfTerminatorPending(false),
       m_bHasRoot(false),
       m_pTables(detail::TakeFIWritingTables()),
-      m_pPiece(m_pTables->piece.get()),
-      m_pieceRoom(m_pTables->pieceRoom),
+      m_pPiece(m_pTables->pieces.GetLast()),
+      m_pieceRoom(m_pTables->pieces.GetRoom()),
       m_pieceSize(0) {
   if (context->GetUseGeneratedVocabulary()) {
     m_pTables->maps = context->GetVocabulary()->m_maps;
@@ -98,12 +95,12 @@ void CFastInfosetWriter::WriteDocumentEnd() {
   FlushPendingElement(false);
   PutOctet(m_bHalfTerminatorPending ? kTwoTerminators : kTerminator);
   m_bHalfTerminatorPending = false;
-  Flush();
+  PutPieces();
 }
 
 void CFastInfosetWriter::EndDocument() {
   FlushPendingElement(false);
-  Flush();
+  PutPieces();
   CXmlWriter::EndDocument();
 }
 
@@ -150,7 +147,7 @@ void CFastInfosetWriter::WriteStartElement(const std::string& name, const std::s
                      uri.c_str(), name.c_str()));
   }
   m_pPendingContext = OpenContext(name, uri);
-  FlushWhenDue();
+  NextPieceWhenDue();
 }
 
 void CFastInfosetWriter::FlushPendingElement(bool hasAttributes) {
@@ -223,7 +220,7 @@ void CFastInfosetWriter::WriteText(const std::string& text, ItemType type, bool)
   if (text.empty()) return;
   PutCharacterChunk(text, type);
   if (IsTraced()) detail::TraceCut(FormatString("Elm Val: %s\n", text.c_str()));
-  FlushWhenDue();
+  NextPieceWhenDue();
 }
 
 void CFastInfosetWriter::WriteEndElement() {
@@ -238,7 +235,7 @@ void CFastInfosetWriter::WriteEndElement() {
                                   std::string(m_pContext->GetName()).c_str()));
   }
   m_pContext = CloseContext(m_pContext);
-  FlushWhenDue();
+  NextPieceWhenDue();
 }
 
 // ---- Attributes ----
@@ -262,7 +259,7 @@ void CFastInfosetWriter::WriteAttribute(const std::string& name, const std::stri
                                                 name.c_str()));
     detail::TraceCut(FormatString("Att Val: %s\n", value.c_str()));
   }
-  FlushWhenDue();
+  NextPieceWhenDue();
 }
 
 void CFastInfosetWriter::WriteXsiType(const std::string& typeUri, const std::string& typeName,
@@ -285,7 +282,7 @@ void CFastInfosetWriter::WriteXsiType(const std::string& typeUri, const std::str
                                   attributeName.c_str()));
     detail::TraceCut(FormatString("Att Val: %s:%s\n", alias.c_str(), typeName.c_str()));
   }
-  FlushWhenDue();
+  NextPieceWhenDue();
 }
 
 void CFastInfosetWriter::WriteXsiNil() {
@@ -452,21 +449,23 @@ void CFastInfosetWriter::PutOctets(std::string_view octets) {
 }
 
 void CFastInfosetWriter::GrowPiece(std::size_t size) {
-  const std::size_t room = std::max({kFirstRoom, m_pieceRoom * 2, m_pieceSize + size});
-  std::unique_ptr<char[]> piece(new char[room]);
-  if (m_pieceSize != 0) std::memcpy(piece.get(), m_pPiece, m_pieceSize);
-  m_pTables->piece = std::move(piece);
-  m_pTables->pieceRoom = room;
-  m_pPiece = m_pTables->piece.get();
-  m_pieceRoom = room;
+  detail::CFIPieces& pieces = m_pTables->pieces;
+  pieces.Grow(m_pieceSize, size);
+  m_pPiece = pieces.GetLast();
+  m_pieceRoom = pieces.GetRoom();
 }
 
-void CFastInfosetWriter::Flush() {
-  for (std::size_t at = 0; at < m_pieceSize; at += kLargestPut) {
-    const std::size_t rest = m_pieceSize - at;
-    m_pStream->Put(m_pPiece + at,
-                   static_cast<std::uint32_t>(std::min<std::size_t>(rest, kLargestPut)));
-  }
+void CFastInfosetWriter::NextPiece() {
+  if (m_pieceSize == 0) return;
+  detail::CFIPieces& pieces = m_pTables->pieces;
+  pieces.Begin(m_pieceSize);
+  m_pPiece = pieces.GetLast();
+  m_pieceRoom = pieces.GetRoom();
+  m_pieceSize = 0;
+}
+
+void CFastInfosetWriter::PutPieces() {
+  m_pTables->pieces.PutInto(*m_pStream, m_pieceSize);
   m_pieceSize = 0;
 }
 

@@ -32,8 +32,7 @@ struct CFIGiveTables {
 }  // namespace detail
 
 // Writes one document as Fast Infoset into a stream that it does not own, nor the options; both
-// must outlive it. The stream has all octets behind WriteDocumentEnd, and before that what has been
-// put there in pieces of some 60 KiB.
+// must outlive it. The stream has all octets behind WriteDocumentEnd, and none before.
 //
 //   CBinaryStream stream;
 //   CFastInfosetWriter writer(&context.GetFIContext(), &stream);
@@ -185,7 +184,8 @@ class QZXML_API CFastInfosetWriter : public CXmlWriter, private detail::CShortWa
 
   // ---- What is not in the stream yet ----
 
-  static constexpr std::size_t kFlushSize = 60 * 1024;
+  // With less than that left, a piece is full enough for another one to begin.
+  static constexpr std::size_t kLeastRoom = 4096;
 
   // A place with room for so many octets; EndPiece counts those in front of another place.
   char* BeginPiece(std::size_t size) {
@@ -199,10 +199,11 @@ class QZXML_API CFastInfosetWriter : public CXmlWriter, private detail::CShortWa
   }
   void PutOctets(std::string_view octets);
   void GrowPiece(std::size_t size);
-  void FlushWhenDue() {
-    if (m_pieceSize >= kFlushSize) Flush();
+  void NextPieceWhenDue() {
+    if (m_pieceRoom - m_pieceSize < kLeastRoom) NextPiece();
   }
-  void Flush();
+  void NextPiece();
+  void PutPieces();
 
   CBinaryStream* m_pStream;              // not owned
   CFastInfosetContext* m_pOptions;       // not owned
@@ -212,7 +213,7 @@ class QZXML_API CFastInfosetWriter : public CXmlWriter, private detail::CShortWa
   const std::string m_strNone;  // no prefix
   std::unique_ptr<detail::CFIWritingTables, detail::CFIGiveTables> m_pTables;
   std::unique_ptr<detail::FastInfosetRunHost> m_pRunHost;  // null until the document has begun
-  char* m_pPiece;                                          // of the tables
+  char* m_pPiece;                                          // the last one of the tables
   std::size_t m_pieceRoom;
   std::size_t m_pieceSize;
   std::string m_strName;              // of the element whose start is written

@@ -272,7 +272,7 @@ inline void CFastInfosetWriter::EndElement(const char* end) {
   m_pContext->AddChild();
   m_pContext->SetStartTagOpen(false);
   m_pContext->CountElement();
-  FlushWhenDue();
+  NextPieceWhenDue();
 }
 
 // A name without an index is new each time, as is one without an id.
@@ -333,7 +333,7 @@ inline bool CFastInfosetWriter::PutAttribute(const AttributeTag& name, std::size
   char* const out = put(known.octets.Write(BeginPiece(CFIKnownNames::kRoom + room)));
   if (out == nullptr) return false;
   EndPiece(out);
-  FlushWhenDue();
+  NextPieceWhenDue();
   return true;
 }
 
@@ -351,7 +351,7 @@ template <typename PutContent>
     m_pTables->names.KeepAttribute(name.GetId(), octets);
   }
   EndPiece(TakeAside(content));
-  FlushWhenDue();
+  NextPieceWhenDue();
   return true;
 }
 

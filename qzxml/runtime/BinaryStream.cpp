@@ -24,7 +24,14 @@ CBinaryStream::CBinaryStream(const char* className, const CBinaryData& data)
 
 CBinaryStream::~CBinaryStream() = default;
 
-void CBinaryStream::Put(const CBinaryData& data) { m_bdData.Append(data); }
+// What comes first is shared until more comes.
+void CBinaryStream::Put(const CBinaryData& data) {
+  if (m_bdData.GetLength() == 0) {
+    m_bdData = data;
+  } else {
+    m_bdData.Append(data);
+  }
+}
 
 void CBinaryStream::Put(const void* data, std::uint32_t length) {
   m_bdData.Append(static_cast<const unsigned char*>(data), length);

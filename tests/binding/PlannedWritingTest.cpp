@@ -382,8 +382,8 @@ TEST(PlannedWriting, IsTheWalkWhenATableIsFull) {
   ExpectOctetsAsWalked(*order, names);
 }
 
-// What is written is given on when 60 KiB of it are there, or its room of some 64 KiB ends, which
-// may have to grow: at each place of a document.
+// What is written stands in pieces of some 64 KiB, which may have to grow: one ends at each place
+// of a document.
 TEST(PlannedWriting, IsTheWalkWhereverThePieceEnds) {
   const CSmartPtr<COrder> order = NewOrder();
   CSerializationContext context;
