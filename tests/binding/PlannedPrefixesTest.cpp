@@ -122,6 +122,7 @@ void ExpectAsWalked(const CXmlObjectBase& object, const CSerializationContext& c
     ExpectPlannedAsWalked(object, form, context);
     if (::testing::Test::HasFatalFailure()) return;
   }
+  ExpectOctetsAsWalked(object, context);
 }
 
 }  // namespace
