@@ -5,7 +5,7 @@
 
 #include "qzxml/binding/WritePlan.h"
 #include "qzxml/serialization/SerializationContext.h"
-#include "qzxml/xml/XmlTextRun.h"
+#include "qzxml/xml/XmlTextRunPut.h"
 
 // Where planned writing puts what it finds: one class for each kind of writer, the other of which
 // is in PlannedOctets.h. Each Put... answers false, and has changed nothing, when the walk has to

@@ -11,7 +11,7 @@
 #include "qzxml/serialization/AttributeInfo.h"
 #include "qzxml/serialization/ElementInfo.h"
 #include "qzxml/xml/WrittenName.h"
-#include "qzxml/xml/XmlTextRun.h"
+#include "qzxml/xml/XmlTextName.h"
 
 namespace QzXmlLib16::detail {
 
@@ -46,7 +46,7 @@ class CWritePlan {
     CPlannedValue value;
     const std::type_info* itemClass = nullptr;  // of objects: that of the declared class
     const QzXmlLib16Data::CElementInfo* entry;
-    XmlTextRun::Name name;
+    XmlTextName name;
     FastInfosetName octetsName;
   };
 

@@ -4,6 +4,8 @@
 #include <cstring>
 #include <string>
 
+#include "qzxml/xml/XmlTextRunPut.h"
+
 namespace QzXmlLib16::detail {
 
 // Hands over to the stream what was put.
