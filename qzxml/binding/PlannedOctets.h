@@ -80,13 +80,20 @@ inline bool CFastInfosetSink::IsLeftOut(const CAttribute& attribute, std::string
          m_context.GetNoOptionalAttributeDefaultOutput();
 }
 
+// The kind of a value, which for those of a way of their own is that of the way.
+inline ItemType KindOf(const CPlannedValue&, const std::int32_t&) { return ItemType_i4; }
+inline ItemType KindOf(const CPlannedValue&, const double&) { return ItemType_r8; }
+inline ItemType KindOf(const CPlannedValue& planned, const CDateTime&) {
+  return planned.GetWrittenKind();
+}
+
 template <typename T>
 inline bool CFastInfosetSink::PutValueAs(const CChild& child, const T& value) {
   char buffer[CPlannedValue::kRoom];
   const char* const end = CPlannedValue::WriteAs(value, buffer);
   if (end == nullptr) return false;
   const std::string_view text(buffer, static_cast<std::size_t>(end - buffer));
-  return m_run.PutPrintedElement(child.octetsName, text, child.value.GetWrittenKind(),
+  return m_run.PutPrintedElement(child.octetsName, text, KindOf(child.value, value),
                                  [&](std::uint32_t as) { return OctetsOf(value, as); }) ||
          PutValueInShortWay(child, &value, text);
 }
@@ -98,7 +105,7 @@ inline bool CFastInfosetSink::PutAttributeAs(const CAttribute& attribute, const 
   if (end == nullptr) return false;
   const std::string_view text(buffer, static_cast<std::size_t>(end - buffer));
   return IsLeftOut(attribute, text) ||
-         m_run.PutPrintedAttribute(attribute.octetsName, text, attribute.value.GetWrittenKind(),
+         m_run.PutPrintedAttribute(attribute.octetsName, text, KindOf(attribute.value, value),
                                    [&](std::uint32_t as) { return OctetsOf(value, as); }) ||
          (attribute.value.IsScalar() && PutValueInShortWay(attribute, &value));
 }

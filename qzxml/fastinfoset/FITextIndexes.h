@@ -57,6 +57,9 @@ class QZXML_API CFITextIndexes {
   Place Look(std::string_view text, std::uint64_t key);
   void AddAt(const Place& place, std::string_view text, std::uint64_t key, std::uint32_t index);
 
+  // Look for a short text, by its key alone.
+  Place LookShort(std::uint64_t key);
+
   // Takes away the text that was added last.
   void RemoveLast(std::string_view text, std::uint64_t key);
 

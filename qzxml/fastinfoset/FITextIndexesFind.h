@@ -73,6 +73,17 @@ inline CFITextIndexes::Place CFITextIndexes::Look(std::string_view text, std::ui
   return {at, GetIndex(GetEntry(at))};
 }
 
+// The same for a short text, for which the key is all there is.
+inline CFITextIndexes::Place CFITextIndexes::LookShort(std::uint64_t key) {
+  if (m_count >= m_mostTexts) Grow();
+  std::size_t at = HashWord(key) & m_mask;
+  for (;; at = (at + 1) & m_mask) {
+    const Entry entry = GetEntry(at);
+    if (IsFree(entry)) return {at, 0};
+    if (entry.key == key) return {at, entry.GetNumber() - m_before};
+  }
+}
+
 inline void CFITextIndexes::AddAt(const Place& place, std::string_view text, std::uint64_t key,
                                   std::uint32_t index) {
   const std::uint64_t begin = text.size() > kShort ? AddLongText(text) : 0;

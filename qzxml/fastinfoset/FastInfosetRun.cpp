@@ -51,8 +51,11 @@ void FastInfosetRun::Resume() {
   Element& element = *m_innermost;
   const CXmlWriter::CXmlWriterContext* const context = m_place.innermost;
   element.m_context = m_place.innermost;
-  m_attributeState = m_parts.names->Marked(0);
-  m_namespaceState = m_parts.names->Marked(context == nullptr ? 0 : context->GetNamespaceState());
+  // While the element is pending, no name is known to those who put one, so that they write it.
+  const bool isKnown = context != nullptr && !m_place.isPending;
+  m_attributeState = isKnown ? m_parts.names->Marked(0) : CFIKnownNames::kNever;
+  m_namespaceState =
+      isKnown ? m_parts.names->Marked(context->GetNamespaceState()) : CFIKnownNames::kNever;
   m_plainNamespace = nullptr;
   m_newAt = nullptr;
   if (m_place.isPending) {
@@ -233,6 +236,7 @@ void FastInfosetRun::UnlearnElement(const FastInfosetName& name, const Added& ad
 // forgotten.
 [[gnu::noinline]] char* FastInfosetRun::PutOtherElementName(const FastInfosetName& name,
                                                             std::size_t room) {
+  if (m_state == State::Pending) WritePending(false);
   m_newAt = nullptr;
   const std::string* prefix = nullptr;
   if (m_place.out == nullptr || !m_isLocalUtf8 || !FindPrefix(name, prefix)) return nullptr;
@@ -248,10 +252,10 @@ void FastInfosetRun::UnlearnElement(const FastInfosetName& name, const Added& ad
     index = Learn(name, prefix, whole, m_parts.maps->elementNames);
     if (index == 0) return out;
   }
-  CFIKnownNames::ById& known = m_parts.names->ElementOf(name.GetId());
-  known = {name.GetId(), m_namespaceState, CFIKnownOctets()};
-  known.octets.SetElement(index);
-  return m_newAt != nullptr ? out : known.octets.Write(out);
+  CFIKnownOctets octets;
+  octets.SetElement(index);
+  m_parts.names->KeepElement(name.GetId(), m_namespaceState, octets);
+  return m_newAt != nullptr ? out : octets.Write(out);
 }
 
 [[gnu::noinline]] void FastInfosetRun::BeginOtherElement(Element& element,
@@ -267,9 +271,10 @@ void FastInfosetRun::UnlearnElement(const FastInfosetName& name, const Added& ad
 // The same for an attribute in no namespace.
 [[gnu::noinline]] char* FastInfosetRun::PutOtherAttributeName(const FastInfosetName& name,
                                                               std::size_t room) {
+  if (m_state == State::Pending) WritePending(true);
   m_newAt = nullptr;
+  if (m_state != State::Begun && m_state != State::Attributes) return nullptr;
   if (!m_isLocalUtf8 || !HasRoom(CFIKnownNames::kRoom + name.GetRoom() + room)) return nullptr;
-  CFIKnownNames::ById& known = m_parts.names->AttributeOf(name.GetId());
   m_new.whole = Look(m_parts.maps->attributeNames, name.GetWhole());
   std::uint32_t index = m_new.whole.index;
   char* out = m_place.out;
@@ -280,9 +285,10 @@ void FastInfosetRun::UnlearnElement(const FastInfosetName& name, const Added& ad
                   m_parts.maps->attributeNames);
     if (index == 0) return out;
   }
-  known = {name.GetId(), m_attributeState, CFIKnownOctets()};
-  known.octets.SetAttribute(index);
-  return m_newAt != nullptr ? out : known.octets.Write(out);
+  CFIKnownOctets octets;
+  octets.SetAttribute(index);
+  m_parts.names->KeepAttribute(name.GetId(), octets);
+  return m_newAt != nullptr ? out : octets.Write(out);
 }
 
 }  // namespace QzXmlLib16::detail

@@ -55,7 +55,9 @@ template <typename Form>
   const Encoding as = m_encodings[type];
   if (text.size() >= table.maxAddLength) return PutInFull<Form>(out, text, as, false);
   const std::uint64_t key = CFITextIndexes::KeyOf(text);
-  const CFITextIndexes::Place place = table.texts->Look(text, key);
+  const CFITextIndexes::Place place = text.size() <= CFITextIndexes::kShort
+                                          ? table.texts->LookShort(key)
+                                          : table.texts->Look(text, key);
   if (place.index != 0) return Form::WriteIndex(out, place.index);
   out = PutInFull<Form>(out, text, as, true);
   if (out != nullptr) AddAt(*table.texts, place, text, key);
@@ -94,7 +96,9 @@ template <typename Form, typename GetOctets>
   const Encoding as = m_encodings[type];
   if (text.size() >= table.maxAddLength) return PutNewPrinted<Form>(out, text, as, octets, false);
   const std::uint64_t key = CFITextIndexes::KeyOfRoomy(text);
-  const CFITextIndexes::Place place = table.texts->Look(text, key);
+  const CFITextIndexes::Place place = text.size() <= CFITextIndexes::kShort
+                                          ? table.texts->LookShort(key)
+                                          : table.texts->Look(text, key);
   if (place.index != 0) return Form::WriteIndex(out, place.index);
   out = PutNewPrinted<Form>(out, text, as, octets, true);
   if (out != nullptr) AddAt(*table.texts, place, text, key);
@@ -118,7 +122,6 @@ inline void FastInfosetRun::Enter(Element& element, const FastInfosetName& name)
 }
 
 inline void FastInfosetRun::BeginElement(Element& element, const FastInfosetName& name) {
-  if (m_state == State::Pending) WritePending(false);
   const CFIKnownNames::ById& known = m_parts.names->ElementOf(name.GetId());
   if (!known.Is(name.GetId(), m_namespaceState) || !HasRoom(kElementRoom)) {
     return BeginOtherElement(element, name);
@@ -142,7 +145,6 @@ inline void FastInfosetRun::EndElement(Element& element) {
 // makes the element of it; null there stands for a content that can not be put.
 [[gnu::always_inline]] inline char* FastInfosetRun::BeginValue(const FastInfosetName& name,
                                                                std::size_t room) {
-  if (m_state == State::Pending) WritePending(false);
   const CFIKnownNames::ById& known = m_parts.names->ElementOf(name.GetId());
   if (!known.Is(name.GetId(), m_namespaceState)) {
     return PutOtherElementName(name, kValueRoom + room);
@@ -163,11 +165,11 @@ inline void FastInfosetRun::EndElement(Element& element) {
 // An attribute, likewise.
 [[gnu::always_inline]] inline char* FastInfosetRun::BeginAttribute(const FastInfosetName& name,
                                                                    std::size_t room) {
-  if (m_state == State::Pending) WritePending(true);
-  if (m_state != State::Begun && m_state != State::Attributes) return nullptr;
   const CFIKnownNames::ById& known = m_parts.names->AttributeOf(name.GetId());
-  if (!known.Is(name.GetId(), m_attributeState))
+  if (!known.Is(name.GetId(), m_attributeState)) {
     return PutOtherAttributeName(name, kValueRoom + room);
+  }
+  if (m_state != State::Begun && m_state != State::Attributes) return nullptr;
   if (!HasRoom(CFIKnownNames::kRoom + kValueRoom + room)) return nullptr;
   return known.octets.Write(m_place.out);
 }

@@ -48,26 +48,29 @@ class CFIKnownNames {
   using Octets = CFIKnownOctets;
   static constexpr std::size_t kRoom = 4;  // that Octets::Write takes
 
-  // What a state of the namespaces is here; that of an attribute is 0.
-  std::uint64_t Marked(std::uint64_t state) const { return m_mark | state; }
+  // What a state of the namespaces is here; that of an attribute is 0. Numbers that no document
+  // comes to are known of no name.
+  std::uint64_t Marked(std::uint64_t state) const {
+    return state < kStates ? m_mark | state * kIds : kNever;
+  }
+  static constexpr std::uint64_t kNever = 0;
 
   // A name with an id.
   struct ById {
-    bool Is(std::uint64_t askedId, std::uint64_t askedState) const {
-      return id == askedId && state == askedState;
-    }
+    // The state is a marked one.
+    bool Is(std::uint64_t id, std::uint64_t state) const { return (id | state) == mark; }
 
-    std::uint64_t id = 0;
-    std::uint64_t state = 0;
+    std::uint64_t mark = kNever;  // of both
     Octets octets;
   };
   ById& AttributeOf(std::uint64_t id) { return m_attributes[id % m_attributes.size()]; }
   ById& ElementOf(std::uint64_t id) { return m_elements[id % m_elements.size()]; }
   void KeepAttribute(std::uint64_t id, const Octets& octets) {
-    AttributeOf(id) = {id, Marked(0), octets};
+    Keep(AttributeOf(id), id, Marked(0), octets);
   }
+  // The state is a marked one.
   void KeepElement(std::uint64_t id, std::uint64_t state, const Octets& octets) {
-    ElementOf(id) = {id, Marked(state), octets};
+    Keep(ElementOf(id), id, state, octets);
   }
 
   // Any name of an element that is not too long.
@@ -120,7 +123,13 @@ class CFIKnownNames {
   }
 
  private:
-  static constexpr std::uint64_t kMark = std::uint64_t{1} << 40;  // more than there are states
+  static constexpr std::uint64_t kIds = std::uint64_t{1} << 24;
+  static constexpr std::uint64_t kStates = std::uint64_t{1} << 20;
+  static constexpr std::uint64_t kMark = kIds * kStates;
+
+  static void Keep(ById& known, std::uint64_t id, std::uint64_t state, const Octets& octets) {
+    if (id != 0 && id < kIds && state != kNever) known = {id | state, octets};
+  }
 
   std::uint64_t m_mark = kMark;
   std::array<ById, 64> m_attributes = {};

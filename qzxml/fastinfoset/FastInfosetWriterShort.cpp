@@ -278,7 +278,8 @@ inline void CFastInfosetWriter::EndElement(const char* end) {
 // A name without an index is new each time, as is one without an id.
 void CFastInfosetWriter::KeepElement(const ElementTags& name, const CFIKnownOctets& octets) {
   if (name.GetId() == 0 || octets.size == 0) return;
-  m_pTables->names.KeepElement(name.GetId(), m_pContext->GetNamespaceState(), octets);
+  CFIKnownNames& names = m_pTables->names;
+  names.KeepElement(name.GetId(), names.Marked(m_pContext->GetNamespaceState()), octets);
 }
 
 // The content, behind what a name takes that is written in full; no pointer where there is none. It
