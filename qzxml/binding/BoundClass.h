@@ -15,6 +15,8 @@ namespace QzXmlLib16 {
 
 namespace detail {
 
+class CEarlyItems;
+
 // A parameter of this type takes what converts to T, which another parameter says.
 template <typename T>
 struct NotDeduced {
@@ -156,6 +158,7 @@ class QZXML_API CBoundClass : public CTabledClass {
 
  private:
   friend class CBoundObjectCol;
+  friend class detail::CEarlyItems;
   friend class detail::CReadPlan;
   friend class detail::CReadValues;
   friend class detail::CWritePlan;

@@ -137,6 +137,7 @@ class QZXML_API CClassBinding {
 
  private:
   friend class CBoundClass;
+  friend class detail::CReadPlan;
   friend class detail::CReadValues;
   friend class detail::CWritePlan;
 

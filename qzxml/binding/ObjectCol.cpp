@@ -4,6 +4,7 @@
 
 #include "qzxml/binding/BindingTables.h"
 #include "qzxml/binding/BoundClass.h"
+#include "qzxml/binding/EarlyItems.h"
 #include "qzxml/binding/Messages.h"
 #include "qzxml/collections/AttributeCol.h"
 #include "qzxml/collections/ElementReader.h"
@@ -56,17 +57,31 @@ CXmlElement* CBoundObjectCol::FromXml_Int(CXmlElement* parent, CXmlElement* curs
   if (m_member.form == MemberForm::Group) return GroupsFromXml(parent, cursor, context);
   const std::string_view name = m_member.name;
   const std::string_view namespaceUri = m_member.namespaceUri;
+  detail::CEarlyItems* const early = detail::CEarlyItems::Of(*parent);
   while (detail::ElementHasName(context, cursor, name, namespaceUri)) {
-    const CObjectHandle item = m_member.newObjectByType == nullptr
-                                   ? m_member.newObject(0, m_member.name)
-                                   : m_member.newObjectByType(cursor);
-    if (item == nullptr) detail::ThrowNoSuitableType(m_member, *parent);
-    CXmlObjectBase::FromXml_Int(item, cursor, cursor->GetFirstElement(), context);
-    CBoundClass::TakeAsMember(m_member, item);
-    AppendItem(item);
+    if (early != nullptr && early->HasRun(*cursor, m_member)) {
+      for (const CObjectHandle& item : early->TakeRun()) AppendRead(item);
+    } else {
+      AppendRead(ReadItem(m_member, parent, cursor, context));
+    }
     cursor = cursor->GetNextSiblingElement();
   }
   return cursor;
+}
+
+CObjectHandle CBoundObjectCol::ReadItem(const CMember& member, CXmlElement* parent,
+                                        CXmlElement* element,
+                                        const CSerializationContext& context) {
+  CObjectHandle item = member.newObjectByType == nullptr ? member.newObject(0, member.name)
+                                                         : member.newObjectByType(element);
+  if (item == nullptr) detail::ThrowNoSuitableType(member, *parent);
+  CXmlObjectBase::FromXml_Int(item, element, element->GetFirstElement(), context);
+  return item;
+}
+
+void CBoundObjectCol::AppendRead(CXmlObjectBase* item) {
+  CBoundClass::TakeAsMember(m_member, item);
+  AppendItem(item);
 }
 
 // Each item takes what it can; the first one that takes nothing is not there.

@@ -11,6 +11,10 @@
 
 namespace QzXmlLib16 {
 
+namespace detail {
+class CEarlyItems;
+}
+
 // The objects of a member that may stand more than once: elements of a class, or the items of a
 // repeated model group, which have no tag. Classes use CObjectCol over it.
 class QZXML_API CBoundObjectCol : public CXmlCollection, public detail::IItemCopying {
@@ -36,9 +40,13 @@ class QZXML_API CBoundObjectCol : public CXmlCollection, public detail::IItemCop
                            const CSerializationContext& context, bool optionalChoice) override;
 
  private:
+  friend class detail::CEarlyItems;
   template <typename Sink>
   friend class detail::CPlannedWriting;
 
+  static CObjectHandle ReadItem(const CMember& member, CXmlElement* parent, CXmlElement* element,
+                                const CSerializationContext& context);
+  void AppendRead(CXmlObjectBase* item);
   void CopyItems(const CXmlCollectionBase& from) override;
   CXmlElement* GroupsFromXml(CXmlElement* parent, CXmlElement* cursor,
                              const CSerializationContext& context);

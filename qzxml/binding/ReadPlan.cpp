@@ -9,6 +9,7 @@
 #include "qzxml/binding/BindingTables.h"
 #include "qzxml/binding/BoundClass.h"
 #include "qzxml/binding/ReadValues.h"
+#include "qzxml/binding/WritePlan.h"
 #include "qzxml/collections/XmlCollectionBase.h"
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/serialization/SerializationContext.h"
@@ -55,6 +56,7 @@ std::unique_ptr<CReadPlan> CReadPlan::Make(const CClassBinding& binding,
   plan->m_resets = CReadValues::ListResets(binding);
   plan->AddAttributes(binding);
   if (plan->m_isSequence) plan->AddElements(binding, tables);
+  plan->ListObjects();
   const std::int32_t text = tables.GetInfo()->GetPrimitiveValuePropertyIndex();
   if (text != -1) {
     plan->m_text = std::make_unique<ReadMember>(binding.GetMember(text), text);
@@ -98,6 +100,31 @@ void CReadPlan::AddElements(const CClassBinding& binding, const CTabledClass::CT
     }
     m_elements.push_back(added);
   }
+}
+
+// Of two members of one name it depends on what stands before which of them an element is.
+void CReadPlan::ListObjects() {
+  for (std::size_t i = 0; i < m_elements.size(); ++i) {
+    const ReadMember& member = m_elements[i];
+    const CMember& itself = member.member;
+    if (itself.form != MemberForm::Object || itself.newObject == nullptr ||
+        itself.newObjectByType != nullptr || member.way == ReadMember::Way::kWalk) {
+      continue;
+    }
+    const auto isSame = [&member](const ReadMember& other) { return other.name == member.name; };
+    if (std::count_if(m_elements.begin(), m_elements.end(), isSame) == 1) m_objects.push_back(i);
+  }
+}
+
+const CReadPlan* CReadPlan::For(const CBoundClass& object) {
+  return CWritePlan::For(object) != nullptr ? object.m_binding->m_readPlan : nullptr;
+}
+
+const ReadMember* CReadPlan::FindObject(const XmlName& name) const {
+  for (const std::size_t i : m_objects) {
+    if (m_elements[i].name.Is(name)) return &m_elements[i];
+  }
+  return nullptr;
 }
 
 // --- Reading

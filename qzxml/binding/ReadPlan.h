@@ -31,12 +31,12 @@ class CReadName {
 
   bool Is(const CXmlElement& element) const { return Is(*element.m_pName); }
   bool Is(const CXmlAttribute& attribute) const { return Is(*attribute.m_pName); }
+  bool Is(const XmlName& name) const { return name.lastMember == this || Compare(name); }
   bool operator==(const CReadName& other) const {
     return m_localName == other.m_localName && m_namespaceUri == other.m_namespaceUri;
   }
 
  private:
-  bool Is(const XmlName& name) const { return name.lastMember == this || Compare(name); }
   bool Compare(const XmlName& name) const {
     if (name.localName != m_localName || *name.uri != m_namespaceUri) return false;
     name.lastMember = this;
@@ -102,6 +102,16 @@ class CReadPlan {
   static std::unique_ptr<CReadPlan> Make(const CClassBinding& binding,
                                          const CTabledClass::CTables& tables);
 
+  // The plan of an object; null for an object of a class that is derived from the one that the plan
+  // serves, and for one without a plan.
+  static const CReadPlan* For(const CBoundClass& object);
+
+  // Whether there are names that FindObject finds.
+  bool HasObjects() const { return !m_objects.empty(); }
+  // The member that elements of a name are read into where it is an object or a collection of
+  // objects of one known class; null for other names.
+  const ReadMember* FindObject(const XmlName& name) const;
+
   // Whether the context leaves all as it is ordinarily.
   QZXML_API static bool Serves(const CSerializationContext& context);
 
@@ -119,6 +129,7 @@ class CReadPlan {
 
   void AddAttributes(const CClassBinding& binding);
   void AddElements(const CClassBinding& binding, const CTabledClass::CTables& tables);
+  void ListObjects();
   void ReadAttributes(CBoundClass& object, CXmlElement* parent,
                       const CSerializationContext& context) const;
   int FindAttribute(const CXmlAttribute& attribute, std::size_t first) const;
@@ -135,6 +146,7 @@ class CReadPlan {
   bool m_knowsAttributes = false;        // false: all go to the table
   std::vector<ReadMember> m_elements;    // in the order of the table
   bool m_isSequence = false;             // false: the content goes to the walk
+  std::vector<std::size_t> m_objects;    // of the elements, those that FindObject finds
   std::unique_ptr<ReadMember> m_text;    // null without
   bool m_isMixed = false;
   std::vector<MemberReset> m_resets;

@@ -370,6 +370,36 @@ std::vector<MemberReset> CReadValues::ListResets(const CClassBinding& binding) {
   return resets;
 }
 
+bool CReadValues::IsEmpty(const CBoundClass& object) {
+  bool isEmpty = true;
+  for (const CClassBinding* at = &object.GetBinding(); at != nullptr; at = at->m_base) {
+    for (const CMember& member : at->m_own) {
+      if (member.IsCollection()) {
+        const CCollectionHandle& collection = object.*member.property.m_collection;
+        isEmpty = isEmpty && (collection == nullptr || collection->GetCount() == 0);
+      } else if (member.IsValue()) {
+        CBoundClass::VisitValue(member, [&object, &isEmpty](auto, auto pointer) {
+          isEmpty = isEmpty && !(object.*pointer).has_value();
+        });
+      } else {
+        isEmpty = isEmpty && object.*member.property.m_object == nullptr;
+      }
+    }
+  }
+  return isEmpty;
+}
+
+bool CReadValues::HasListeners(const CBoundClass& object) {
+  for (const CClassBinding* at = &object.GetBinding(); at != nullptr; at = at->m_base) {
+    for (const CMember& member : at->m_own) {
+      if (!member.IsCollection()) continue;
+      const CXmlCollectionBase* const collection = object.*member.property.m_collection;
+      if (collection != nullptr && collection->HasEventListeners()) return true;
+    }
+  }
+  return false;
+}
+
 CObjectHandle& CReadValues::Object(CBoundClass& object, const ReadMember& member) {
   return DataMemberOf<CObjectHandle>(object, member);
 }

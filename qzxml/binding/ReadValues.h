@@ -23,6 +23,10 @@ class CReadValues {
   // How the data members of a class are emptied, those of the most derived class first.
   static std::vector<MemberReset> ListResets(const CClassBinding& binding);
 
+  // Whether all data members of an object are empty, and whether somebody hears of its collections.
+  static bool IsEmpty(const CBoundClass& object);
+  static bool HasListeners(const CBoundClass& object);
+
   // The data members.
   static CObjectHandle& Object(CBoundClass& object, const ReadMember& member);
   static CCollectionHandle& Collection(CBoundClass& object, const ReadMember& member);

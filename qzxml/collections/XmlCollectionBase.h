@@ -10,6 +10,10 @@
 
 namespace QzXmlLib16 {
 
+namespace detail {
+class CReadValues;
+}
+
 // What every collection of repeated elements has: the namespace and the number of its items, and
 // the listeners that hear of changes. It is an object itself, so that CSmartPtr holds it, a
 // property of a generated class can be one, and it is written and read like any other; its element
@@ -79,6 +83,7 @@ class QZXML_API CXmlCollectionBase : public CXmlObjectBase {
   void SetNamespace(detail::CSharedText namespaceUri);
 
  private:
+  friend class detail::CReadValues;
   class CListeners;
 
   template <class Tell>

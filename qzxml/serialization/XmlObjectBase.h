@@ -238,6 +238,8 @@ class QZXML_API CXmlObjectBase : public IEventSink, public detail::CObjectPlaced
                                                   int index);
 
  private:
+  template <bool isInMemory, typename Load>
+  void FromDocument(const CSerializationContext& context, Load load);
   void WriteXml(CTextStream& stream, bool declaration, bool formatted, EOLType eol,
                 const CSerializationContext& context) const;
   void WriteJson(CTextStream& stream, bool formatted, EOLType eol,

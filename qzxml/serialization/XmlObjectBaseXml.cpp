@@ -1,3 +1,5 @@
+#include "qzxml/binding/BoundClass.h"
+#include "qzxml/binding/EarlyItems.h"
 #include "qzxml/collections/Element.h"
 #include "qzxml/runtime/BinaryStream.h"
 #include "qzxml/runtime/FileTextStream.h"
@@ -17,6 +19,9 @@
 
 namespace QzXmlLib16 {
 namespace {
+
+constexpr bool kMemory = true;
+constexpr bool kFile = false;
 
 constexpr std::uint32_t kBlockSize = 65536;  // most documents fit into one
 
@@ -67,28 +72,35 @@ void CXmlObjectBase::ToXmlFile(const char* fileName, bool declaration, bool form
   }
 }
 
-void CXmlObjectBase::FromXmlFile(const char* fileName, const CSerializationContext& context) {
+// Bytes in memory may be those of a value of this object.
+template <bool isInMemory, typename Load>
+void CXmlObjectBase::FromDocument(const CSerializationContext& context, Load load) {
+  using Source = detail::CEarlyItems::Source;
+  constexpr Source source = isInMemory ? Source::Memory : Source::File;
+  if (m_isBound &&
+      detail::CEarlyItems::Read(static_cast<CBoundClass&>(*this), context, source, load)) {
+    return;
+  }
   CXmlDocument document(context);
-  document.Load(fileName);
+  load(document);
   CXmlObjectBase::FromXmlElement(document.GetDocumentElement(), context);
+}
+
+void CXmlObjectBase::FromXmlFile(const char* fileName, const CSerializationContext& context) {
+  const std::string path = fileName != nullptr ? fileName : "";  // may be a text of this object
+  FromDocument<kFile>(context, [&](CXmlDocument& document) { document.Load(path.c_str()); });
 }
 
 void CXmlObjectBase::FromXml(const wchar_t* text, const CSerializationContext& context) {
-  CXmlDocument document(context);
-  document.LoadXml(text);
-  CXmlObjectBase::FromXmlElement(document.GetDocumentElement(), context);
+  FromDocument<kMemory>(context, [=](CXmlDocument& document) { document.LoadXml(text); });
 }
 
 void CXmlObjectBase::FromXml(const char16_t* text, const CSerializationContext& context) {
-  CXmlDocument document(context);
-  document.LoadXml(text);
-  CXmlObjectBase::FromXmlElement(document.GetDocumentElement(), context);
+  FromDocument<kMemory>(context, [=](CXmlDocument& document) { document.LoadXml(text); });
 }
 
 void CXmlObjectBase::FromXml(const char* text, const CSerializationContext& context) {
-  CXmlDocument document(context);
-  document.LoadXml(text);
-  CXmlObjectBase::FromXmlElement(document.GetDocumentElement(), context);
+  FromDocument<kMemory>(context, [=](CXmlDocument& document) { document.LoadXml(text); });
 }
 
 void CXmlObjectBase::FromXmlStream(const CBinaryData& data, const CSerializationContext& context) {
@@ -97,9 +109,8 @@ void CXmlObjectBase::FromXmlStream(const CBinaryData& data, const CSerialization
 
 void CXmlObjectBase::FromXmlStream(const BYTE* data, DWORD length,
                                    const CSerializationContext& context) {
-  CXmlDocument document(context);
-  document.LoadXmlStream(data, length);
-  CXmlObjectBase::FromXmlElement(document.GetDocumentElement(), context);
+  FromDocument<kMemory>(context,
+                        [=](CXmlDocument& document) { document.LoadXmlStream(data, length); });
 }
 
 void CXmlObjectBase::FromXmlElement(const CElement* element, const CSerializationContext& context) {

@@ -38,19 +38,47 @@ class CBlocks {
     return stored;
   }
 
+  // How much memory the blocks had to hold so far what is in them.
+  std::size_t GetUsed() const { return m_total - m_left; }
+
   void Clear();
 
  private:
   struct Block {
     Block* before;
-    std::size_t size;  // behind this header
+    std::size_t size;  // with this header
   };
 
+ public:
+  // A place between what was taken so far and what comes.
+  struct Mark {
+    Block* last;
+    char* next;
+    std::size_t left;
+    std::size_t total;
+  };
+  Mark SetMark() const { return {m_last, m_next, m_left, m_total}; }
+  // Gives back all that was taken since, so that it is taken again. Marks that were set since are
+  // none any more.
+  void Rewind(const Mark& mark) {
+    if (m_last != mark.last) GiveBlocksBack(mark.last);
+    m_next = mark.next;
+    m_left = mark.left;
+    m_total = mark.total;
+#if defined(__SANITIZE_ADDRESS__)
+    std::memset(m_next, 0xDD, m_left);  // what is used too late is to be seen
+#endif
+  }
+
+ private:
   static constexpr std::size_t kAlignment = alignof(void*);
 
   void AddBlock(std::size_t atLeast);
+  void GiveBlocksBack(const Block* last);
+  static void Free(Block* block);
 
   Block* m_last = nullptr;
+  Block* m_spare = nullptr;  // that was given back and is the next one, if it is large enough
   char* m_next = nullptr;
   std::size_t m_left = 0;   // of the last block
   std::size_t m_total = 0;  // of all blocks
@@ -72,6 +100,9 @@ class CArena {
   }
 
   void Give(void* place) { m_free = new (place) Free{m_free}; }
+
+  // Whether no place that was given back waits to be taken.
+  bool IsWithoutGaps() const { return m_free == nullptr; }
 
   // Forgets what was given back, before its blocks are freed.
   void Clear() { m_free = nullptr; }
@@ -108,6 +139,17 @@ class COwners {
     if (held->after != nullptr) held->after->before = held->before;
     held->~Held();
     m_places.Give(held);
+  }
+
+  // The one that was made last of those that are there; null for none.
+  const T* GetNewest() const { return m_first; }
+  // Destroys what was made after that one, but for one.
+  void DestroyNewerThan(const T* object, const T* kept) {
+    for (Held* held = m_first; held != object;) {
+      Held* const next = held->after;
+      if (held != kept) Destroy(held);
+      held = next;
+    }
   }
 
   // To be called before the blocks are freed.

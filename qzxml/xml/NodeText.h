@@ -26,6 +26,8 @@ class CNodeText {
       : m_bits(reinterpret_cast<std::uintptr_t>(string) | kIsString) {}
 
   bool IsNone() const { return m_bits == 0; }
+  // Whether both are the same stored text or string, or none.
+  bool IsSameAs(const CNodeText& other) const { return m_bits == other.m_bits; }
   // The string, or null while there is none.
   std::string* GetString() const {
     return (m_bits & kIsString) != 0 ? reinterpret_cast<std::string*>(m_bits & ~kIsString)

@@ -9,6 +9,7 @@
 #include "qzxml/platform/Assert.h"
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/serialization/SerializationContext.h"
+#include "qzxml/xml/ItemWatch.h"
 #include "qzxml/xml/Messages.h"
 #include "qzxml/xml/XmlDocumentNodes.h"
 #include "qzxml/xml/XmlElement.h"
@@ -36,6 +37,7 @@ CXmlDocument::CXmlDocument(ElementCallback callback, const CSerializationContext
       m_pElementCallback(callback),
       m_pContext(&context) {
   m_pNodes->SetStoresTexts(callback == nullptr);
+  m_bWatched = callback != nullptr;
   Init();
 }
 
@@ -57,11 +59,13 @@ void CXmlDocument::Cleanup() {
 }
 
 const std::string& CXmlDocument::LookupNamespaceFromAlias(const char* alias) const {
+  if (m_pItemWatch != nullptr) m_pItemWatch->TellOfLookup();
   const auto found = m_namespaces.find(detail::ViewOf(alias));
   return found != m_namespaces.end() ? found->second : detail::NoText();
 }
 
 const std::string& CXmlDocument::LookupAliasFromNamespace(const char* uri) const {
+  if (m_pItemWatch != nullptr) m_pItemWatch->TellOfLookup();
   const std::string_view wanted = detail::ViewOf(uri);
   if (m_namespaces.size() < kManyAliases) {
     for (const auto& [alias, namespaceUri] : m_namespaces) {
@@ -79,6 +83,9 @@ const std::string& CXmlDocument::LookupAliasFromNamespace(const char* uri) const
 }
 
 void CXmlDocument::SetNamespaceMapping(std::string alias, std::string uri) {
+  const auto known = m_namespaces.find(alias);
+  if (known != m_namespaces.end() && known->second == uri) return;
+  if (m_pItemWatch != nullptr) m_pItemWatch->ChangeNamespaces();
   m_aliasOfUri.clear();
   m_namespaces[std::move(alias)] = std::move(uri);
 }
@@ -96,6 +103,22 @@ CXmlElement* CXmlDocument::AddDocElement(const char* uri, const char* localName)
 CXmlElement* CXmlDocument::AddChildElement(const char* uri, const char* localName) {
   if (m_pElementStack.empty()) throw CQzException("The document has no open element.");
   return OpenElement(m_pNodes->GetNames().Find(detail::ViewOf(uri), detail::ViewOf(localName)));
+}
+
+CXmlElement* CXmlDocument::OpenWatchedElement(const detail::XmlName* name) {
+  if (m_pItemWatch != nullptr) return m_pItemWatch->Open(name);
+  m_elderSiblings.resize(m_pElementStack.size());
+  m_elderSiblings.push_back(m_pElementStack.empty() ? nullptr
+                                                    : m_pElementStack.back()->m_pLastChild);
+  return PutElement(name);
+}
+
+void CXmlDocument::CloseWatchedElement(CXmlElement* element) {
+  if (m_pItemWatch != nullptr) {
+    m_pItemWatch->Close();
+  } else {
+    OfferElement(element);
+  }
 }
 
 void CXmlDocument::EndElement() {

@@ -22,6 +22,7 @@ class CSerializationContext;
 class CXmlElement;
 
 namespace detail {
+class CItemWatch;
 class CXmlNodes;
 struct XmlName;
 }  // namespace detail
@@ -143,6 +144,7 @@ class QZXML_API CXmlDocument : public CInstanceMonitor {
   friend class CExpatReader;
   friend class CFastInfosetReader;
   friend class CXmlElement;
+  friend class detail::CItemWatch;
   class CLoadScope;
   class COffer;
 
@@ -154,7 +156,10 @@ class QZXML_API CXmlDocument : public CInstanceMonitor {
   void LoadWholeFile(CLoadScope& scope, const char* path);
   void LoadFileInChunks(CLoadScope& scope, const char* path);
   CXmlElement* OpenElement(const detail::XmlName* name);
+  CXmlElement* OpenWatchedElement(const detail::XmlName* name);
+  CXmlElement* PutElement(const detail::XmlName* name);
   void CloseElement();
+  void CloseWatchedElement(CXmlElement* element);
   void OfferElement(CXmlElement* element);
   bool Forget(const CXmlElement* element);
   void SetNamespaceMapping(std::string alias, std::string uri);
@@ -172,6 +177,15 @@ class QZXML_API CXmlDocument : public CInstanceMonitor {
   const unsigned char* m_pInput = nullptr;
   std::uint32_t m_dwInputLength = 0;
   bool m_bLoading = false;
+  detail::CItemWatch* m_pItemWatch = nullptr;  // not owned; null where there is a callback
+  // What the callback or the other one watches: elements that open in so many, or in a tree of so
+  // many octets, and those that end in fewer. At first all.
+  struct {
+    std::size_t openDepth = 0;
+    std::size_t openOctets = 0;
+    std::size_t closeDepth = static_cast<std::size_t>(-1);
+  } m_watch;
+  bool m_bWatched = false;  // false: none
   SchemaType m_schemaType = SchemaType_Default;
   const ElementCallback m_pElementCallback;
   const CSerializationContext* const m_pContext;  // not owned

@@ -134,6 +134,47 @@ bool CXmlNodes::CountAllOut() {
   return true;
 }
 
+CXmlNodes::Mark CXmlNodes::SetMark() const {
+  return {m_blocks.SetMark(),
+          m_blocks.GetUsed(),
+          m_liveElements.count,
+          m_liveAttributes.count,
+          m_strings.GetNewest(),
+          m_attributeLists.GetNewest(),
+          m_elements.IsWithoutGaps() && m_attributes.IsWithoutGaps()};
+}
+
+// It can not where some are counted elsewhere, were taken out of the tree, or lie in places that
+// others have left.
+bool CXmlNodes::Rewind(const Mark& mark, const std::string* kept) {
+  if (!mark.isRewindable || !m_elements.IsWithoutGaps() || !m_attributes.IsWithoutGaps() ||
+      m_liveElements.isMixed || m_liveAttributes.isMixed || m_taken != nullptr) {
+    return false;
+  }
+  const auto countOut = [](CLiveNodes& nodes, std::uint32_t before) {
+    if (nodes.count == before) return;
+    nodes.record->CountOut(nodes.count - before);
+    nodes.count = before;
+  };
+  countOut(m_liveElements, mark.elements);
+  countOut(m_liveAttributes, mark.attributes);
+  m_strings.DestroyNewerThan(mark.string, kept);
+  m_attributeLists.DestroyNewerThan(mark.attributeList, nullptr);
+  m_blocks.Rewind(mark.blocks);
+  return true;
+}
+
+void CXmlNodes::Empty(CXmlElement* element) {
+  while (CXmlElement* const last = element->m_pLastChild) {
+    CXmlElement* const first = last->m_pNextSibling;
+    last->m_pNextSibling = first->m_pNextSibling;
+    if (first == last) element->m_pLastChild = nullptr;
+    DestroyTree(first);
+  }
+  DestroyText(std::exchange(element->m_text, CNodeText()));
+  DestroyAttributes(std::exchange(element->m_attributes, CNodeAttributes()));
+}
+
 void CXmlNodes::Clear(CXmlElement* root) {
   if (m_taken != nullptr || !CountAllOut()) {
     if (root != nullptr) DestroyTree(root);
@@ -150,6 +191,8 @@ void CXmlNodes::Clear(CXmlElement* root) {
   m_strings.Clear();
   m_names.Clear();
   m_blocks.Clear();
+  m_keptBlocks.Clear();
+  m_sharesTexts = m_storesTexts;
 }
 
 void CXmlNodes::SetBounds(const CSerializationContext& context) {

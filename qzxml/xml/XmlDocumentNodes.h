@@ -54,7 +54,7 @@ class CTakenElements {
 // depth.
 class CXmlNodes {
  public:
-  explicit CXmlNodes(const CXmlDocument* document) : m_names(document, m_blocks, m_growth) {}
+  explicit CXmlNodes(const CXmlDocument* document) : m_names(document, m_keptBlocks, m_growth) {}
   CXmlNodes(const CXmlNodes&) = delete;
   CXmlNodes& operator=(const CXmlNodes&) = delete;
 
@@ -85,12 +85,14 @@ class CXmlNodes {
       return;
     }
     element->m_text = MakeText(text);
-    if (element->m_pLastChild != nullptr && m_storesTexts) last = element->m_text.GetStored();
+    if (element->m_pLastChild != nullptr && m_sharesTexts) last = element->m_text.GetStored();
   }
 
   // What is stored stays until Clear, also when its node goes before; a load that prunes makes
   // strings instead, whose memory is used again.
-  void SetStoresTexts(bool storesTexts) { m_storesTexts = storesTexts; }
+  void SetStoresTexts(bool storesTexts) { m_storesTexts = m_sharesTexts = storesTexts; }
+  // Texts of elements that are made from now on are not shared with later ones.
+  void StopSharingTexts() { m_sharesTexts = false; }
 
   // The string of a text, which is made when it is not there yet.
   const std::string& FetchString(CNodeText& text);
@@ -105,6 +107,29 @@ class CXmlNodes {
 
   // Frees an element that no list holds, with all below it; its memory is used again.
   void Destroy(CXmlElement* element);
+
+  // --- Elements that go again, with all that was made since they began. Their memory is that of
+  // what comes next.
+
+  // What there is at a moment.
+  struct Mark {
+    CBlocks::Mark blocks;
+    std::size_t usedOctets;
+    std::uint32_t elements;
+    std::uint32_t attributes;
+    const std::string* string;
+    const CNodeAttributes::List* attributeList;
+    bool isRewindable;
+  };
+  Mark SetMark() const;
+  // Frees all that was made since, but the string of one text, or null. Nobody may know of it any
+  // more. False where this can not be done: nodes have to be destroyed one by one.
+  bool Rewind(const Mark& mark, const std::string* kept);
+  // Destroys children, attributes and text of an element.
+  void Empty(CXmlElement* element);
+
+  // The size of the memory that the nodes and their texts need.
+  std::size_t GetUsedOctets() const { return m_blocks.GetUsed(); }
 
   // Frees the tree of this root and what was taken out of it, all names and all memory. The root
   // may be null.
@@ -156,17 +181,19 @@ class CXmlNodes {
   void DestroyTree(CXmlElement* root);
   bool CountAllOut();
 
-  CBlocks m_blocks;
+  CBlocks m_blocks;      // nodes and stored texts
+  CBlocks m_keptBlocks;  // names, strings and lists
   CGrowthBound m_growth;
   CArena<CXmlElement> m_elements{m_blocks};
   CArena<CXmlAttribute> m_attributes{m_blocks};
-  COwners<CNodeAttributes::List> m_attributeLists{m_blocks};
-  COwners<std::string> m_strings{m_blocks};
+  COwners<CNodeAttributes::List> m_attributeLists{m_keptBlocks};
+  COwners<std::string> m_strings{m_keptBlocks};
   CNameTable m_names;
   std::shared_ptr<CTakenElements> m_taken;  // null for none
   CLiveNodes m_liveElements;
   CLiveNodes m_liveAttributes;
   bool m_storesTexts = true;
+  bool m_sharesTexts = true;
   std::uint64_t m_maxDepth = kNone;
 };
 
@@ -178,11 +205,15 @@ class CXmlNodes {
 inline CXmlElement* CXmlDocument::OpenElement(const detail::XmlName* name) {
   m_pNodes->CheckDepth(m_pElementStack.size() + 1);
   m_pNodes->CountOctets(name->octets);
-  CXmlElement* const parent = m_pElementStack.empty() ? nullptr : m_pElementStack.back();
-  if (m_pElementCallback != nullptr) {
-    m_elderSiblings.resize(m_pElementStack.size());
-    m_elderSiblings.push_back(parent != nullptr ? parent->m_pLastChild : nullptr);
+  if (m_bWatched && (m_pElementStack.size() == m_watch.openDepth ||
+                     m_pNodes->GetUsedOctets() >= m_watch.openOctets)) {
+    return OpenWatchedElement(name);
   }
+  return PutElement(name);
+}
+
+inline CXmlElement* CXmlDocument::PutElement(const detail::XmlName* name) {
+  CXmlElement* const parent = m_pElementStack.empty() ? nullptr : m_pElementStack.back();
   CXmlElement* const element = m_pNodes->MakeElement(parent, name);
   if (parent != nullptr) {
     detail::CXmlNodes::Append(parent, element);
@@ -196,7 +227,7 @@ inline CXmlElement* CXmlDocument::OpenElement(const detail::XmlName* name) {
 inline void CXmlDocument::CloseElement() {
   CXmlElement* const element = m_pElementStack.back();
   m_pElementStack.pop_back();
-  if (m_pElementCallback != nullptr) OfferElement(element);
+  if (m_bWatched && m_pElementStack.size() < m_watch.closeDepth) CloseWatchedElement(element);
 }
 
 inline CXmlElement::CXmlElement(const CXmlElement* parent, const detail::XmlName* name)

@@ -19,6 +19,7 @@ class CFastInfosetReader;
 class CXmlDocument;
 
 namespace detail {
+class CItemWatch;
 class CReadName;
 class CTakenElements;
 class CXmlNodes;
@@ -109,6 +110,7 @@ class QZXML_API CXmlElement final : public CInstanceMonitor {
   friend class CFastInfosetReader;
   friend class CXmlAttribute;
   friend class CXmlDocument;
+  friend class detail::CItemWatch;
   friend class detail::CReadName;
   friend class detail::CXmlNodes;
 
