@@ -67,18 +67,15 @@ class CFastInfosetSink {
   bool PutTextInShortWay(const CAttribute& attribute, std::string_view text);
   bool PutValueInShortWay(const CChild& child, const void* value, std::string_view text);
   bool PutValueInShortWay(const CAttribute& attribute, const void* value);
-  bool IsLeftOut(const CAttribute& attribute, std::string_view text) const;
+  bool IsLeftOut(const CAttribute& attribute, std::string_view text) const {
+    return attribute.IsLeftOut(text, m_context);
+  }
 
   const CSerializationContext& m_context;
   CXmlWriter& m_writer;
   FastInfosetRunHost& m_ways;
   FastInfosetRun m_run;
 };
-
-inline bool CFastInfosetSink::IsLeftOut(const CAttribute& attribute, std::string_view text) const {
-  return attribute.hasDefault && attribute.isOptional && attribute.value.IsDefault(text) &&
-         m_context.GetNoOptionalAttributeDefaultOutput();
-}
 
 // The kind of a value, which for those of a way of their own is that of the way.
 inline ItemType KindOf(const CPlannedValue&, const std::int32_t&) { return ItemType_i4; }

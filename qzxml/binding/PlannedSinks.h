@@ -57,7 +57,9 @@ class CXmlSink {
   template <typename Write>
   bool PutWritten(const CAttribute& attribute, Write write);
   bool IsLeftOut(const CChild& child, std::string_view text) const;
-  bool IsLeftOut(const CAttribute& attribute, std::string_view text) const;
+  bool IsLeftOut(const CAttribute& attribute, std::string_view text) const {
+    return attribute.IsLeftOut(text, m_context);
+  }
 
   const CSerializationContext& m_context;
   CXmlTextWriter& m_writer;
@@ -65,11 +67,6 @@ class CXmlSink {
 };
 
 // ---- XML text, on the path of each value ----
-
-inline bool CXmlSink::IsLeftOut(const CAttribute& attribute, std::string_view text) const {
-  return attribute.hasDefault && attribute.isOptional && attribute.value.IsDefault(text) &&
-         m_context.GetNoOptionalAttributeDefaultOutput();
-}
 
 template <typename Write>
 inline bool CXmlSink::PutWritten(const CAttribute& attribute, Write write) {

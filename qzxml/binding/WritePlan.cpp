@@ -44,20 +44,26 @@ CWritePlan::Way WayOf(const CPlannedValue& value) {
   }
 }
 
+// That of attributes; as plans, never freed.
+const std::string& NoUri() {
+  static const auto* const none = new std::string();
+  return *none;
+}
+
 }  // namespace
 
 CWritePlan::CChild::CChild(const CMember& member, const CElementInfo* childEntry)
     : hasDefault(member.defaultValue != nullptr),
       entry(childEntry),
       name(member.name, member.namespaceUri),
-      octetsName(name.GetTags().GetId(), member.name, member.namespaceUri) {}
+      octetsName(name.GetTags().GetId(), member.name, name.GetUri()) {}
 
 CWritePlan::CAttribute::CAttribute(const CMember& member, const CAttributeInfo* attributeEntry)
     : isOptional(member.occurs.min == 0),
       hasDefault(member.defaultValue != nullptr),
       entry(attributeEntry),
       tag(member.name),
-      octetsName(tag.GetId(), member.name, "") {}
+      octetsName(tag.GetId(), member.name, NoUri()) {}
 
 void CWritePlan::AddChild(const CMember& member, const CMember& declared,
                           const CElementInfo* entry) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string_view>
 #include <typeinfo>
 #include <vector>
 
@@ -10,6 +11,7 @@
 #include "qzxml/fastinfoset/FastInfosetName.h"
 #include "qzxml/serialization/AttributeInfo.h"
 #include "qzxml/serialization/ElementInfo.h"
+#include "qzxml/serialization/SerializationContext.h"
 #include "qzxml/xml/WrittenName.h"
 #include "qzxml/xml/XmlTextName.h"
 
@@ -52,6 +54,12 @@ class CWritePlan {
 
   struct CAttribute {
     CAttribute(const CMember& member, const QzXmlLib16Data::CAttributeInfo* entry);
+
+    // Whether that text is the default, and the context leaves it out.
+    bool IsLeftOut(std::string_view text, const CSerializationContext& context) const {
+      return hasDefault && isOptional && value.IsDefault(text) &&
+             context.GetNoOptionalAttributeDefaultOutput();
+    }
 
     Way way = Way::Walk;
     bool isOptional;

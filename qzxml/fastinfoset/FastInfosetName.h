@@ -25,30 +25,30 @@ class FastInfosetName {
     std::uint64_t key;
   };
 
-  // The id is that of ElementTags or of AttributeTag.
+  // The id is that of ElementTags or of AttributeTag. The namespace has to stay where it is; names
+  // of one namespace share one string (XmlTextName::GetUri), as it is told by its address.
   FastInfosetName(std::uint64_t id, const std::string& name, const std::string& uri)
       : m_id(id),
         m_local(name),
-        m_namespace(Share(uri)),
+        m_uri(&uri),
+        m_uriKey(CFITextIndexes::KeyOf(uri)),
         m_whole(name + kNameSeparator + uri + kNameSeparator) {}
 
   std::uint64_t GetId() const { return m_id; }
   const Text& GetLocal() const { return m_local; }
-  // One object for all names of a namespace.
-  const Text& GetNamespace() const { return *m_namespace; }
   const Text& GetWhole() const { return m_whole; }  // the key of the name
   const std::string& GetName() const { return m_local.text; }
-  const std::string& GetUri() const { return m_namespace->text; }
+  const std::string& GetUri() const { return *m_uri; }
+  std::uint64_t GetUriKey() const { return m_uriKey; }
 
   // What it takes in full.
   std::size_t GetRoom() const { return 1 + 2 * kFormSize + m_whole.text.size(); }
 
  private:
-  static const Text* Share(const std::string& uri);
-
   std::uint64_t m_id;
   Text m_local;
-  const Text* m_namespace;  // never freed
+  const std::string* m_uri;
+  std::uint64_t m_uriKey;
   Text m_whole;
 };
 

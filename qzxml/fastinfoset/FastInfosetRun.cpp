@@ -105,9 +105,9 @@ void FastInfosetRun::BeginInWriter(Element& element, const FastInfosetName& name
 
 // As the writer has it.
 inline bool FastInfosetRun::TakesPrefix(const FastInfosetName& name) {
-  if (&name.GetNamespace() == m_plainNamespace || name.GetUri().empty()) return false;
+  if (&name.GetUri() == m_plainNamespace || name.GetUri().empty()) return false;
   if (!AreEqual(name.GetUri(), m_place.innermost->GetDefaultNamespace())) return true;
-  m_plainNamespace = &name.GetNamespace();
+  m_plainNamespace = &name.GetUri();
   return false;
 }
 
@@ -146,9 +146,9 @@ CFITextIndexes::Place FastInfosetRun::Look(CFITextIndexes& table,
 
 // The index of the namespace of a name, or 0 with the place where it may be added.
 inline std::uint32_t FastInfosetRun::FindNamespace(const FastInfosetName& name) {
-  if (&name.GetNamespace() == m_indexedNamespace) return m_namespaceIndex;
-  m_new.namespaceName = Look(m_parts.maps->namespaceNames, name.GetNamespace());
-  m_indexedNamespace = m_new.namespaceName.index != 0 ? &name.GetNamespace() : nullptr;
+  if (&name.GetUri() == m_indexedNamespace) return m_namespaceIndex;
+  m_new.namespaceName = m_parts.maps->namespaceNames.Look(name.GetUri(), name.GetUriKey());
+  m_indexedNamespace = m_new.namespaceName.index != 0 ? &name.GetUri() : nullptr;
   return m_namespaceIndex = m_new.namespaceName.index;
 }
 
@@ -184,10 +184,10 @@ std::uint32_t FastInfosetRun::Learn(const FastInfosetName& name, const std::stri
     m_added.prefix =
         add(m_parts.maps->prefixNames, *prefix, CFITextIndexes::KeyOf(*prefix), m_new.prefix) != 0;
   }
-  const FastInfosetName::Text& uri = name.GetNamespace();
-  if (!uri.text.empty() && &uri != m_indexedNamespace) {
+  const std::string& uri = name.GetUri();
+  if (!uri.empty() && &uri != m_indexedNamespace) {
     m_added.namespaceName =
-        add(m_parts.maps->namespaceNames, uri.text, uri.key, m_new.namespaceName) != 0;
+        add(m_parts.maps->namespaceNames, uri, name.GetUriKey(), m_new.namespaceName) != 0;
   }
   const FastInfosetName::Text& local = name.GetLocal();
   m_added.local = add(m_parts.maps->localNames, local.text, local.key, m_new.local) != 0;
@@ -202,7 +202,7 @@ void FastInfosetRun::Unlearn(const FastInfosetName& name, const std::string* pre
   m_newAt = nullptr;
   if (added.prefix) m_parts.maps->prefixNames.RemoveLast(*prefix, CFITextIndexes::KeyOf(*prefix));
   if (added.namespaceName) {
-    m_parts.maps->namespaceNames.RemoveLast(name.GetUri(), name.GetNamespace().key);
+    m_parts.maps->namespaceNames.RemoveLast(name.GetUri(), name.GetUriKey());
     m_indexedNamespace = nullptr;
   }
   if (added.local) m_parts.maps->localNames.RemoveLast(name.GetName(), name.GetLocal().key);

@@ -241,8 +241,8 @@ class FastInfosetRun {
   std::uint64_t m_namespaceState = 0;  // as the known names have it
   std::uint64_t m_attributeState = 0;  // that of all attributes
   // Of these namespaces it is known that elements take no prefix, and which index it has.
-  const FastInfosetName::Text* m_plainNamespace = nullptr;
-  const FastInfosetName::Text* m_indexedNamespace = nullptr;
+  const std::string* m_plainNamespace = nullptr;
+  const std::string* m_indexedNamespace = nullptr;
   std::uint32_t m_namespaceIndex = 0;
   Element m_base;
   Element* m_innermost;
