@@ -395,16 +395,24 @@ bool IsSameByRules(const CSimpleTypeInfo& type, const std::string& text, const s
   return CTextRules(*type.GetRules()).Enumeration(values).Accepts(text);
 }
 
-// Whether all bytes of the word are white space. For each of the four, the highest bit of a byte
-// tells where the word has it: the sum carries into it for every byte but zero.
-bool IsWhitespaceWord(std::uint64_t word) {
+// Whether all bytes of the word are white space. Indentation is spaces and line feeds, which differ
+// in three bits: all three or none of them are different from a space then, and nothing else. In
+// the other case, for each of the four, the highest bit of a byte tells where the word has it: the
+// sum carries into it for every byte but zero.
+inline bool IsWhitespaceWord(std::uint64_t word) {
   constexpr std::uint64_t kOnes = 0x0101010101010101;
   constexpr std::uint64_t kLow = 0x7F * kOnes;
+  constexpr std::uint64_t kDifferent = (' ' ^ '\n') * kOnes;
+  constexpr std::uint64_t kLowerTwo = 0x0A * kOnes;
+  static_assert((' ' ^ '\n') == 0x2A);
+  const std::uint64_t fromSpace = word ^ (kOnes * ' ');
+  if ((fromSpace & ~kDifferent) == 0 && ((fromSpace ^ (fromSpace >> 2)) & kLowerTwo) == 0) {
+    return true;
+  }
   const auto without = [word](char c) {
     const std::uint64_t differing = word ^ (kOnes * static_cast<unsigned char>(c));
     return ((differing & kLow) + kLow) | differing | kLow;
   };
-  if (word == kOnes * ' ') return true;
   return (without(' ') & without('\n') & without('\t') & without('\r')) == kLow;
 }
 
@@ -443,13 +451,16 @@ bool HasOnlyWhitespace(std::string_view text) {
   constexpr std::size_t kWord = sizeof(std::uint64_t);
   const char* at = text.data();
   std::size_t left = text.size();
-  for (; left >= kWord; at += kWord, left -= kWord) {
+  if (left < kWord) {
+    for (; left != 0; ++at, --left) {
+      if (*at != ' ' && *at != '\n' && *at != '\t' && *at != '\r') return false;
+    }
+    return true;
+  }
+  for (; left > kWord; at += kWord, left -= kWord) {
     if (!IsWhitespaceWord(LoadWord<std::uint64_t>(at))) return false;
   }
-  for (; left != 0; ++at, --left) {
-    if (*at != ' ' && *at != '\n' && *at != '\t' && *at != '\r') return false;
-  }
-  return true;
+  return IsWhitespaceWord(LoadWord<std::uint64_t>(at + left - kWord));  // the words may overlap
 }
 
 void RequireNoText(const CXmlElement& element) {

@@ -82,17 +82,25 @@ bool CEarlyItems::IsFor(CBoundClass& object, const CSerializationContext& contex
 // --- Roles
 
 const IItemReader::Role* CEarlyItems::FindRole(const Role& parent, const XmlName& name) {
+  if (m_lastParent == &parent && m_lastName == &name) return m_lastRole;
   const CReadPlan* const plan = static_cast<const CRole&>(parent).plan;
   const ReadMember* const member = plan != nullptr ? plan->FindObject(name) : nullptr;
-  if (member == nullptr) return nullptr;
+  const CRole* const role = member != nullptr ? RoleOf(*member) : nullptr;
+  m_lastParent = &parent;
+  m_lastName = &name;
+  m_lastRole = role != nullptr && (role->isItem || role->plan != nullptr) ? role : nullptr;
+  return m_lastRole;
+}
+
+const CEarlyItems::CRole* CEarlyItems::RoleOf(const ReadMember& member) {
   for (const std::unique_ptr<const CRole>& role : m_roles) {
-    if (role->member == member) return role->isItem || role->plan != nullptr ? role.get() : nullptr;
+    if (role->member == &member) return role.get();
   }
-  return MakeRole(*member);
+  return m_roles.emplace_back(MakeRole(member)).get();
 }
 
 // A sample tells the class of the objects.
-const IItemReader::Role* CEarlyItems::MakeRole(const ReadMember& member) {
+std::unique_ptr<const CEarlyItems::CRole> CEarlyItems::MakeRole(const ReadMember& member) const {
   auto role = std::make_unique<CRole>();
   role->member = &member;
   const CObjectHandle sample = member.member.newObject(0, member.member.name);
@@ -103,9 +111,7 @@ const IItemReader::Role* CEarlyItems::MakeRole(const ReadMember& member) {
     role->plan = plan->HasObjects() ? plan : nullptr;
     role->isItem = member.way == ReadMember::Way::kCollection && IsObjectCol(member.member);
   }
-  m_roles.push_back(std::move(role));
-  const CRole& made = *m_roles.back();
-  return made.isItem || made.plan != nullptr ? &made : nullptr;
+  return role;
 }
 
 // --- Items

@@ -77,11 +77,16 @@ class CEarlyItems final : public IItemReader {
 
   static bool IsFor(CBoundClass& object, const CSerializationContext& context, Source source);
   bool IsEmpty() const { return m_next == m_runs.size(); }
-  const Role* MakeRole(const ReadMember& member);
+  const CRole* RoleOf(const ReadMember& member);
+  std::unique_ptr<const CRole> MakeRole(const ReadMember& member) const;
 
   const CSerializationContext& m_context;
   CRole m_root;
   std::vector<std::unique_ptr<const CRole>> m_roles;  // one for each member that was met
+  // What was asked for last, which mostly is asked for again.
+  const Role* m_lastParent = nullptr;
+  const XmlName* m_lastName = nullptr;
+  const Role* m_lastRole = nullptr;
   std::vector<CObjectHandle> m_items;
   std::vector<CObjectHandle> m_batch;  // that is being read; keeps its memory
   std::vector<Run> m_runs;             // in the order of the document

@@ -151,7 +151,7 @@ bool StoreInteger(CBoundClass& object, const ReadMember& member, std::string_vie
 template <ItemType kind>
 bool StoreReal(CBoundClass& object, const ReadMember& member, std::string_view text) {
   using Value = typename VariantKind<kind>::Value;
-  if (!IsLexicalForm(kind, text)) return false;
+  if (!IsPlainNumber(text, true) && !IsLexicalForm(kind, text)) return false;
   const Rule rule = member.member.type->GetWhitespaceRule();
   const std::string whole(text);
   const Value value = static_cast<Value>(
