@@ -350,9 +350,10 @@ TEST(TypeOfElement, WhatIsNoQualifiedNameNamesNoTypeOfAValue) {
 TEST(TypeOfElement, WhatIsNoQualifiedNameNamesNoClass) {
   for (const char* const type : kNoNames) {
     CTrip trip;
-    EXPECT_EQ("Failed read all the elements held within the element [trip]. The unexpected element "
-              "[aThenB] remains un processed",
-              Refusal(trip, Document("trip", kB, "aThenB", type, "")))
+    EXPECT_EQ(
+        "Failed read all the elements held within the element [trip]. The unexpected element "
+        "[aThenB] remains un processed",
+        Refusal(trip, Document("trip", kB, "aThenB", type, "")))
         << type;
     EXPECT_EQ(Unsuitable(Trimmed(type), "own"),
               Refusal(trip, Document("trip", kB, "own", type, "")))
