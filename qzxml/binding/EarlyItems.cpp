@@ -99,17 +99,23 @@ const CEarlyItems::CRole* CEarlyItems::RoleOf(const ReadMember& member) {
   return m_roles.emplace_back(MakeRole(member)).get();
 }
 
-// A sample tells the class of the objects.
+// A sample tells the class of the objects, unless the document does: then what is in them is not
+// looked into.
 std::unique_ptr<const CEarlyItems::CRole> CEarlyItems::MakeRole(const ReadMember& member) const {
   auto role = std::make_unique<CRole>();
   role->member = &member;
+  const bool isItem = member.way == ReadMember::Way::kCollection && IsObjectCol(member.member);
+  if (member.member.newObjectByType != nullptr) {
+    role->isItem = isItem;
+    return role;
+  }
   const CObjectHandle sample = member.member.newObject(0, member.member.name);
   const auto* const bound =
       dynamic_cast<const CBoundClass*>(static_cast<const CXmlObjectBase*>(sample));
   const CReadPlan* const plan = bound != nullptr ? CReadPlan::For(*bound) : nullptr;
   if (plan != nullptr) {
     role->plan = plan->HasObjects() ? plan : nullptr;
-    role->isItem = member.way == ReadMember::Way::kCollection && IsObjectCol(member.member);
+    role->isItem = isItem;
   }
   return role;
 }

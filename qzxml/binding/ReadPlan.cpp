@@ -107,8 +107,8 @@ void CReadPlan::ListObjects() {
   for (std::size_t i = 0; i < m_elements.size(); ++i) {
     const ReadMember& member = m_elements[i];
     const CMember& itself = member.member;
-    if (itself.form != MemberForm::Object || itself.newObject == nullptr ||
-        itself.newObjectByType != nullptr || member.way == ReadMember::Way::kWalk) {
+    const bool isMade = itself.newObject != nullptr || itself.newObjectByType != nullptr;
+    if (itself.form != MemberForm::Object || !isMade || member.way == ReadMember::Way::kWalk) {
       continue;
     }
     const auto isSame = [&member](const ReadMember& other) { return other.name == member.name; };

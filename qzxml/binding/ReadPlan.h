@@ -108,8 +108,8 @@ class CReadPlan {
 
   // Whether there are names that FindObject finds.
   bool HasObjects() const { return !m_objects.empty(); }
-  // The member that elements of a name are read into where it is an object or a collection of
-  // objects of one known class; null for other names.
+  // The member that elements of a name are read into where it is an object of a known class or a
+  // collection of objects; null for other names.
   const ReadMember* FindObject(const XmlName& name) const;
 
   // Whether the context leaves all as it is ordinarily.

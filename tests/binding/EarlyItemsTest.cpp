@@ -14,7 +14,7 @@
 #include "qzxml/binding/EarlyItems.h"
 #include "qzxml/collections/XmlCollectionBase.h"
 #include "qzxml/fastinfoset/FastInfosetContext.h"
-#include "qzxml/runtime/MemoryLeakHelp.h"
+#include "qzxml/platform/DebugChannel.h"
 #include "qzxml/values/BinaryData.h"
 #include "tests/binding/ChangedDocuments.h"
 #include "tests/binding/Depot.h"
@@ -396,6 +396,37 @@ TEST_F(EarlyItems, AreToldOfToListenersAsEver) {
   }
 }
 
+// As above, the default context keeps a collection.
+TEST(EarlyItemsInput, AreToldOfToTheDebugChannelAsEver) {
+  static std::string heard;
+  depot::CDepot object;
+  object.FromXml((Parcels(4) + kEnd).c_str());
+  object.GetParcels()[2]->GetPieces()[1]->SetSize(59);
+  std::string octets;
+  {
+    const CBinaryData stream = object.ToFastInfosetStream();
+    octets.assign(stream.GetData(), stream.GetData() + stream.GetLength());
+  }
+  octets[octets.rfind("59")] = 'x';  // a size that is none
+  std::string lines[2];
+  for (const bool isEarly : {false, true}) {
+    const CFrom from(isEarly ? 0 : kNever);
+    heard.clear();
+    SetDebugChannel([](const char* text) { heard += text; });
+    depot::CDepot target;
+    try {
+      target.FromXmlStream(reinterpret_cast<const BYTE*>(octets.data()),
+                           static_cast<DWORD>(octets.size()));
+      ADD_FAILURE() << "read";
+    } catch (const CQzException&) {
+    }
+    SetDebugChannel(nullptr);
+    lines[isEarly] = heard;
+  }
+  EXPECT_NE("", lines[0]);
+  EXPECT_EQ(lines[0], lines[1]);
+}
+
 TEST_F(EarlyItems, AreNotForAClassThatSomebodyDerives) {
   class CMine : public depot::CDepot {
    public:
@@ -415,15 +446,34 @@ TEST_F(EarlyItems, AreNotForAClassThatSomebodyDerives) {
   EXPECT_EQ(40, object.GetParcels().GetCount());
 }
 
-TEST_F(EarlyItems, AreNotForTypesThatTheDocumentTells) {
-  const CFrom from(0);
-  std::string text =
-      "<order xmlns='urn:shop' id='7' xmlns:xsi='http://www.w3.org/2001/XMLSchema-instance'>"
-      "<customer><name>Ada</name></customer><card>c</card>";
-  for (int i = 0; i < 20; ++i) text += "<item xsi:type='Disc' price='9'/>";
-  shop::COrder order;
-  order.FromXml((text + "<comment>ok</comment></order>").c_str());
-  EXPECT_EQ(20, order.GetItems().GetCount());
+TEST_F(EarlyItems, MayBeOfTypesThatTheDocumentTells) {
+  const auto readFrom = [](std::size_t octets, const std::string& items) {
+    const CFrom from(octets);
+    const std::string text =
+        "<order xmlns='urn:shop' xmlns:s='urn:shop' xmlns:x='urn:x' id='7' "
+        "xmlns:xsi='http://www.w3.org/2001/XMLSchema-instance'>"
+        "<customer><name>Ada</name></customer><card>c</card>";
+    const std::string end = "<comment>ok</comment></order>";
+    return Outcome(&New<shop::COrder>, text + items + end, text + end,
+                   CSerializationContext::GetDefaultContext());
+  };
+  const std::string book = "<item xsi:type='Book' price='1'><title>Sums</title></item>";
+  const std::string disc = "<item xsi:type='s:Disc' price='9'/>";
+  const std::string lists[] = {
+      book + disc + disc + book + book,
+      disc + disc + "<item price='1'/>",
+      disc + book + "<item xsi:type='Item' price='1'/>" + disc,
+      disc + disc + "<item xsi:type='x:Disc' price='9'/>",
+      disc + book + "<item xsi:type='s:Disc' xmlns:s='urn:x' price='9'/>" + disc,
+      disc + book + "<item xsi:type='x:Disc' xmlns:x='urn:shop' price='9'/>" + disc,
+      "<item xsi:type='x:Disc' price='9'/>" + disc + "<tag xmlns:x='urn:shop'>late</tag>",
+      disc + disc + "<item xsi:type='s:Disc' price='11'/>",
+      disc + disc + "<tag>a</tag>" + disc};
+  for (const std::string& items : lists) {
+    const std::string expected = readFrom(kNever, items);
+    for (const std::size_t octets : kSizes) EXPECT_EQ(expected, readFrom(octets, items)) << items;
+  }
+  EXPECT_FALSE(Fails(readFrom(0, lists[0])));
 }
 
 // --- What it is for
