@@ -7,6 +7,7 @@
 #include "qzxml/binding/ObjectFactory.h"
 #include "qzxml/binding/TypeOfElement.h"
 #include "tests/support/QzTest.h"
+#include "tests/support/Refusal.h"
 
 // What an xsi:type names, by the classes of a schema with two namespaces, urn:a and urn:b, that
 // have types of the same names. Tables are written here in either order of their rows.
@@ -174,17 +175,8 @@ std::string Document(const std::string& root, const char* defaultUri, const std:
          element + " xsi:type='" + type + "'>" + text + "</b:" + element + "></b:" + root + ">";
 }
 
-// "" for a document that is taken, else the innermost failure without its path.
 std::string Refusal(CBoundClass& object, const std::string& document) {
-  try {
-    object.FromXml(document.c_str());
-    return "";
-  } catch (const CQzException& e) {
-    const CQzException* inner = &e;
-    while (inner->GetInnerException() != nullptr) inner = inner->GetInnerException();
-    const std::string message = inner->GetMessage();
-    return message.substr(0, message.find("\nPath: "));
-  }
+  return qztest::RefusalOf([&] { object.FromXml(document.c_str()); });
 }
 
 std::string Unsuitable(const std::string& type, const std::string& element) {

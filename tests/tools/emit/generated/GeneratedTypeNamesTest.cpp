@@ -1,6 +1,7 @@
 #include "places/places.h"
 #include "qzxml/QzXml.h"
 #include "tests/support/QzTest.h"
+#include "tests/support/Refusal.h"
 
 // What an xsi:type names by the classes of places.xsd, where two namespaces have types of the same
 // names. What is valid by XML Schema 1.0, xmllint says of these documents too; those behind "this
@@ -32,18 +33,9 @@ const std::string kMayor = "<p:mayor>m</p:mayor>";
 const std::string kCountry = "<f:country>c</f:country>";
 const std::string kHeight = "<p:height>8</p:height>";
 
-// "" for a document that is taken, else the innermost failure without its path.
 template <typename Read>
 std::string Refusal(Read read) {
-  try {
-    read(*places::NewTrip());
-    return "";
-  } catch (const CQzException& e) {
-    const CQzException* inner = &e;
-    while (inner->GetInnerException() != nullptr) inner = inner->GetInnerException();
-    const std::string message = inner->GetMessage();
-    return message.substr(0, message.find("\nPath: "));
-  }
+  return qztest::RefusalOf([&] { read(*places::NewTrip()); });
 }
 
 std::string Refusal(const std::string& document) {
