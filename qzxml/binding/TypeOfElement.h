@@ -39,7 +39,8 @@ class CTypeOfElement {
   template <typename Find>
   bool FindNamespace(const Find& find) const {
     if (!m_isName) return false;
-    const std::string& uri = m_element.GetDocument()->LookupNamespaceFromAlias(m_prefix.c_str());
+    const std::string& uri =
+        m_element.GetDocument()->LookupNamespaceOfType(m_element, m_prefix.c_str());
     // Meant: a prefix that is not declared stands for the namespace of the element, as it does in
     // CClassfactoryBase.
     if (!m_prefix.empty()) return find(uri.empty() ? m_element.GetNamespaceURI() : uri);

@@ -15,6 +15,7 @@
 #include "qzxml/xml/ShortText.h"
 #include "qzxml/xml/XmlDocument.h"
 #include "qzxml/xml/XmlDocumentNodes.h"
+#include "qzxml/xml/XmlNamespaces.h"
 
 // How the input reaches Expat, and how text reaches the tree.
 //
@@ -79,13 +80,17 @@ struct CExpatReader::Handlers {
         pThis->m_nodes.CountOctets(text.size());
         return Utf8ToLocal(text.data(), static_cast<std::uint32_t>(text.size()));
       };
-      pThis->m_doc.SetNamespaceMapping(toLocal(detail::ViewOf(prefix)),
-                                       toLocal(detail::ViewOf(uri)));
+      std::string alias = toLocal(detail::ViewOf(prefix));
+      std::string localUri = toLocal(detail::ViewOf(uri));
+      pThis->m_doc.m_scopedAliases.Declare(alias, localUri);
+      pThis->m_doc.SetNamespaceMapping(std::move(alias), std::move(localUri));
     });
   }
 
   // Declarations stay in the document's map beyond their scope.
-  static void XMLCALL EndNamespace(void*, const XML_Char*) {}
+  static void XMLCALL EndNamespace(void* userData, const XML_Char*) {
+    static_cast<CExpatReader*>(userData)->m_doc.m_scopedAliases.EndDeclaration();
+  }
 
   static void XMLCALL CharacterData(void* userData, const XML_Char* bytes, int length) {
     Guard(userData, [=](CExpatReader* pThis) {
@@ -198,7 +203,23 @@ void CExpatReader::StartElement(const char* name, const char** attributes) {
   m_textBegin.push_back(m_textSize);
   const bool isFromEntity = m_hasDoctype && IsBehindSameReference();
   if (isFromEntity) m_nodes.CountOctets(sizeof(CXmlElement));
-  if (*attributes != nullptr) AddAttributes(element, attributes, isFromEntity);
+  if (*attributes == nullptr) return;
+  AddAttributes(element, attributes, isFromEntity);
+  if (m_doc.m_scopedAliases.IsAmbiguous()) NoteTypeAlias(*element);
+}
+
+// Nobody can tell later what the alias stood for here.
+void CExpatReader::NoteTypeAlias(const CXmlElement& element) {
+  constexpr char kSpaces[] = " \t\r\n";
+  for (const CXmlAttribute* const attribute : element.GetAttributeRange()) {
+    if (attribute->GetLocalName() != "type") continue;
+    if (attribute->GetNamespaceURI() != kXmlSchemaInstanceNamespace) continue;
+    std::string_view type = attribute->GetValueView();
+    type.remove_prefix(std::min(type.size(), type.find_first_not_of(kSpaces)));
+    const std::size_t colon = type.find(':');
+    m_doc.m_scopedAliases.Note(element, type.substr(0, colon != type.npos ? colon : 0));
+    return;
+  }
 }
 
 // A document can write few octets and get many nodes only through its document type: by default

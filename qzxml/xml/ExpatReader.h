@@ -51,6 +51,7 @@ class QZXML_API CExpatReader : public CInstanceMonitor {
   void FreeParser();
 
   void StartElement(const char* name, const char** attributes);
+  void NoteTypeAlias(const CXmlElement& element);
   void EndElement();
   bool IsBehindSameReference();
   void CharacterData(const char* utf8, std::size_t length);

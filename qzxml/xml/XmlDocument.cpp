@@ -55,6 +55,7 @@ void CXmlDocument::Cleanup() {
   m_elderSiblings.clear();
   m_aliasOfUri.clear();
   m_namespaces.clear();
+  m_scopedAliases.Clear();
   m_pNodes->Clear(std::exchange(m_pDocElement, nullptr));
 }
 
@@ -62,6 +63,14 @@ const std::string& CXmlDocument::LookupNamespaceFromAlias(const char* alias) con
   if (m_pItemWatch != nullptr) m_pItemWatch->TellOfLookup();
   const auto found = m_namespaces.find(detail::ViewOf(alias));
   return found != m_namespaces.end() ? found->second : detail::NoText();
+}
+
+const std::string& CXmlDocument::LookupNamespaceOfType(const CXmlElement& element,
+                                                       const char* alias) const {
+  const std::string* const scoped = m_scopedAliases.Find(element, detail::ViewOf(alias));
+  if (scoped == nullptr) return LookupNamespaceFromAlias(alias);
+  if (m_pItemWatch != nullptr) m_pItemWatch->TellOfLookup();
+  return *scoped;
 }
 
 const std::string& CXmlDocument::LookupAliasFromNamespace(const char* uri) const {

@@ -12,6 +12,7 @@
 #include "qzxml/platform/Export.h"
 #include "qzxml/runtime/MemoryLeakHelp.h"
 #include "qzxml/runtime/XmlTypes.h"
+#include "qzxml/xml/ScopedAliases.h"
 
 namespace QzXmlLib16 {
 
@@ -80,6 +81,9 @@ class QZXML_API CXmlDocument : public CInstanceMonitor {
 
   // The URI of an alias, or an empty text.
   const std::string& LookupNamespaceFromAlias(const char* alias) const;
+  // What the alias in the xsi:type of an element of this document stands for: as above, but where
+  // an alias is declared more than once in a text, what was in force at the element.
+  const std::string& LookupNamespaceOfType(const CXmlElement& element, const char* alias) const;
   // The first alias in their order whose URI is the given one, or an empty text.
   const std::string& LookupAliasFromNamespace(const char* uri) const;
 
@@ -173,6 +177,7 @@ class QZXML_API CXmlDocument : public CInstanceMonitor {
   bool m_bInCallback = false;
   std::map<std::string, std::string, std::less<>> m_namespaces;         // alias to URI
   mutable std::map<std::string_view, const std::string*> m_aliasOfUri;  // of many, when asked for
+  detail::CScopedAliases m_scopedAliases;
   // What is being read. Not owned; null while no load runs.
   const unsigned char* m_pInput = nullptr;
   std::uint32_t m_dwInputLength = 0;

@@ -107,6 +107,30 @@ TEST(GeneratedTypeNames, JsonIsReadAlike) {
   }
 }
 
+// Prefixes that are made for the types of each place stand for one namespace here and for another
+// there.
+TEST(GeneratedTypeNames, WhatIsWrittenWithMadePrefixesIsReadAsTheSameTypes) {
+  const std::string document =
+      Trip(kHere, Place("f:Town", kCountry) + Place("Town", kMayor) + Place("f:Town", kCountry) +
+                      Place("Hill", kHeight) + Place("Place", ""));
+  const CSmartPtr<places::CTrip> trip = places::NewTrip();
+  trip->FromXml(document.c_str());
+  const std::string text = trip->ToXml(true, true, EOLType_LF);
+  EXPECT_NE(std::string::npos, text.find("xmlns:AB=\"urn:example:abroad\"")) << text;
+  const CSmartPtr<places::CTrip> read = places::NewTrip();
+  read->FromXml(text.c_str());
+  EXPECT_EQ(text, read->ToXml(true, true, EOLType_LF));
+  // With more places than are kept in a tree.
+  std::string many;
+  for (int i = 0; i < 300; ++i) many += Place("f:Town", kCountry) + Place("Hill", kHeight);
+  const CSmartPtr<places::CTrip> large = places::NewTrip();
+  large->FromXml(Trip(kHere, many).c_str());
+  const std::string largeText = large->ToXml(true, true, EOLType_LF);
+  const CSmartPtr<places::CTrip> largeRead = places::NewTrip();
+  largeRead->FromXml(largeText.c_str());
+  EXPECT_EQ(largeText, largeRead->ToXml(true, true, EOLType_LF));
+}
+
 // The prefix that is written is looked up, whatever the default namespace is.
 TEST(GeneratedTypeNames, WhatIsWrittenIsReadAsTheSameTypes) {
   const CSmartPtr<places::CTrip> trip = places::NewTrip();
