@@ -14,7 +14,6 @@ namespace {
 
 constexpr std::size_t kOrdinary = 64 * 1024 - 32;  // with the heap's header within 64 KiB
 constexpr std::size_t kLong = std::size_t{8} << 20;
-constexpr std::size_t kMostSpare = 16;
 constexpr std::uint64_t kMostOctets = std::numeric_limits<std::uint32_t>::max();
 
 void PutSlices(CBinaryStream& stream, const char* octets, std::size_t size) {
@@ -32,32 +31,32 @@ void PutSlices(CBinaryStream& stream, const char* octets, std::size_t size) {
 CFIPieces::CFIPieces() = default;
 CFIPieces::~CFIPieces() = default;
 
-void CFIPieces::Take(std::size_t room) {
-  if (room == kOrdinary && !m_spare.empty()) {
-    m_last = std::move(m_spare.back());
-    m_spare.pop_back();
-  } else {
-    m_last.reset(new char[room]);
-    ExpectToFill(m_last.get(), room);
-  }
-  m_room = room;
+// An ordinary one mostly waits.
+std::unique_ptr<char[]> CFIPieces::Take(std::size_t room) {
+  if (room == kOrdinary && m_spares != 0) return std::move(m_spare[--m_spares]);
+  std::unique_ptr<char[]> octets(new char[room]);
+  ExpectToFill(octets.get(), room);
+  return octets;
 }
 
 void CFIPieces::Keep(std::unique_ptr<char[]> octets, std::size_t room) {
-  if (room == kOrdinary && m_spare.size() < kMostSpare) m_spare.push_back(std::move(octets));
+  if (room == kOrdinary && m_spares != m_spare.size()) m_spare[m_spares++] = std::move(octets);
 }
 
 void CFIPieces::Grow(std::size_t filled, std::size_t more) {
-  const std::unique_ptr<char[]> former = std::move(m_last);
-  Take(std::max({kOrdinary, filled + more, filled * 2}));
-  if (filled != 0) std::memcpy(m_last.get(), former.get(), filled);
+  const std::size_t room = std::max({kOrdinary, filled + more, filled * 2});
+  std::unique_ptr<char[]> grown = Take(room);
+  if (filled != 0) std::memcpy(grown.get(), m_last.get(), filled);
+  m_last = std::move(grown);
+  m_room = room;
 }
 
 void CFIPieces::Begin(std::size_t filled) {
-  m_full.push_back({std::move(m_last), m_room, filled});
-  m_room = 0;
+  const std::size_t room = m_fullSize + filled < kLargePiece ? kOrdinary : kLong;
+  std::unique_ptr<char[]> next = Take(room);
+  m_full.emplace_back();
+  m_full.back() = {std::exchange(m_last, std::move(next)), std::exchange(m_room, room), filled};
   m_fullSize += filled;
-  Take(m_fullSize < kLargePiece ? kOrdinary : kLong);
 }
 
 void CFIPieces::PutInto(CBinaryStream& stream, std::size_t filled) {
@@ -66,20 +65,24 @@ void CFIPieces::PutInto(CBinaryStream& stream, std::size_t filled) {
     // The stream tells where it has no room for them.
     for (const Full& full : m_full) PutSlices(stream, full.octets.get(), full.size);
     PutSlices(stream, m_last.get(), filled);
-  } else {
-    std::unique_ptr<unsigned char[]> octets(new unsigned char[size]);
-    ExpectToFill(octets.get(), size);
-    unsigned char* out = octets.get();
-    for (Full& full : m_full) {
-      std::memcpy(out, full.octets.get(), full.size);
-      out += full.size;
-      Keep(std::move(full.octets), full.room);
-    }
-    std::memcpy(out, m_last.get(), filled);
-    stream.Put(CBinaryData(octets.release(), static_cast<std::uint32_t>(size), true));
+    m_full.clear();
+    m_fullSize = 0;
+    return;
   }
-  m_full.clear();
+  std::unique_ptr<unsigned char[]> octets(new unsigned char[size]);
+  ExpectToFill(octets.get(), size);
+  const CBinaryData data(octets.get(), static_cast<std::uint32_t>(size), true);
+  unsigned char* out = octets.release();
+  std::vector<Full> pieces;
+  pieces.swap(m_full);
   m_fullSize = 0;
+  for (Full& full : pieces) {
+    std::memcpy(out, full.octets.get(), full.size);
+    out += full.size;
+    Keep(std::move(full.octets), full.room);
+  }
+  std::memcpy(out, m_last.get(), filled);
+  stream.Put(data);
 }
 
 void CFIPieces::Clear() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -29,9 +30,10 @@ class QZXML_API CFIPieces {
   char* GetLast() const { return m_last.get(); }
   std::size_t GetRoom() const { return m_room; }
 
-  // Gives the last piece, with so many octets in it, room for more, wherever it is then.
+  // Gives the last piece, with so many octets in it, room for more, wherever it is then. Throws
+  // std::bad_alloc, and nothing has changed then.
   void Grow(std::size_t filled, std::size_t more);
-  // Begins another one.
+  // Begins another one. Throws as Grow.
   void Begin(std::size_t filled);
 
   // Puts all octets into the stream; none are left. Throws what CBinaryStream::Put does.
@@ -47,14 +49,15 @@ class QZXML_API CFIPieces {
     std::size_t size;
   };
 
-  void Take(std::size_t room);
+  std::unique_ptr<char[]> Take(std::size_t room);
   void Keep(std::unique_ptr<char[]> octets, std::size_t room);
 
   std::unique_ptr<char[]> m_last;  // null until there is something to write
   std::size_t m_room = 0;
   std::vector<Full> m_full;
   std::uint64_t m_fullSize = 0;
-  std::vector<std::unique_ptr<char[]>> m_spare;  // of the ordinary size
+  std::array<std::unique_ptr<char[]>, 16> m_spare;  // of the ordinary size
+  std::size_t m_spares = 0;                         // how many of these there are
 };
 
 }  // namespace detail

@@ -92,8 +92,8 @@ void CFITextIndexes::Clear() {
   const std::size_t size = GetPlaces();
   const std::size_t places =
       size == 0 ? kFirstPlaces : size * (size < kSomePlaces ? kFirstGrowth : 2);
-  const std::vector<std::uint64_t> former = std::move(m_words);
-  m_words = std::vector<std::uint64_t>(places * 2);
+  std::vector<std::uint64_t> former(places * 2);
+  former.swap(m_words);
   m_mask = places - 1;
   m_mostTexts = places / 2;
   for (std::size_t at = 0; at < former.size(); at += 2) {

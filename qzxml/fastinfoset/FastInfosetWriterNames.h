@@ -77,7 +77,7 @@ class CFIKnownNames {
   struct ByText {
     bool Is(std::string_view askedName, const std::string& askedUri,
             std::uint64_t askedState) const {
-      return state == askedState && size == askedName.size() &&
+      return askedState != kNever && state == askedState && size == askedName.size() &&
              AreEqual(name, askedName.data(), size) && AreEqual(*uri, askedUri);
     }
 

@@ -2,6 +2,7 @@
 #include <iterator>
 
 #include "qzxml/fastinfoset/FastInfosetWriter.h"
+#include "qzxml/fastinfoset/FastInfosetWriterNames.h"
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/xml/XmlNamespaces.h"
 #include "tests/fastinfoset/Written.h"
@@ -403,6 +404,31 @@ TEST(FastInfosetWriter, WritesTheDocumentsOfTheCorpus) {
               }))
         << document.name;
   }
+}
+
+// ---- Names that are known ----
+
+// Each declaration makes a state of its own; behind so many of them, states are not told apart.
+TEST(FastInfosetWriter, ANameIsKnownOnlyWhereTheNamespacesAreToldApart) {
+  detail::CFIKnownNames names;
+  const std::string uri = "urn:a";
+  auto& known = names.ElementOf("name");
+  const auto keepIn = [&](std::uint64_t state) {
+    ASSERT_TRUE(known.SetName("name"));
+    known.uri = names.StoreUri(uri);
+    known.state = names.Marked(state);
+  };
+  const auto isKnownIn = [&](std::uint64_t state) {
+    return known.Is("name", uri, names.Marked(state));
+  };
+  keepIn(5);
+  EXPECT_TRUE(isKnownIn(5));
+  EXPECT_FALSE(isKnownIn(6));
+  EXPECT_FALSE(isKnownIn(2000000));
+  keepIn(2000000);
+  EXPECT_FALSE(isKnownIn(5));
+  EXPECT_FALSE(isKnownIn(2000000));
+  EXPECT_FALSE(isKnownIn(2000001));
 }
 
 }  // namespace
