@@ -49,8 +49,8 @@ class CEarlyItems final : public IItemReader {
   }
 
   // Whether the next items are those that the element stands for, and the member's.
-  bool HasRun(const CXmlElement& stub, const CMember& member) const {
-    return m_next < m_runs.size() && m_runs[m_next].stub == &stub &&
+  bool HasRun(const CXmlElement& standIn, const CMember& member) const {
+    return m_next < m_runs.size() && m_runs[m_next].standIn == &standIn &&
            m_runs[m_next].member == &member;
   }
   // These items, which stay until the next run is taken.
@@ -70,7 +70,7 @@ class CEarlyItems final : public IItemReader {
   };
   // Items that one element stands for.
   struct Run {
-    const CXmlElement* stub;
+    const CXmlElement* standIn;
     const CMember* member;
     std::size_t first;  // of the items
   };

@@ -88,7 +88,7 @@ CXmlElement* CItemWatch::OpenChild(const XmlName* name) {
   CXmlElement* const element = m_document.PutElement(name);
   if (isNewRun) {
     outer.runRole = role;
-    outer.stub = element;
+    outer.standIn = element;
     BeginBatch(outer);
     outer.isNewRun = true;
   }
@@ -131,7 +131,7 @@ void CItemWatch::EndRun(Frame& frame) {
 
 void CItemWatch::ReadBatch(Frame& frame) {
   CXmlElement* const parent = m_document.m_pElementStack[frame.depth - 1];
-  CXmlElement* const first = frame.isNewRun ? frame.stub : frame.stub->m_pNextSibling;
+  CXmlElement* const first = frame.isNewRun ? frame.standIn : frame.standIn->m_pNextSibling;
   m_hasRead = true;
   m_hasFailed = true;
   if (!m_reader.ReadItems(*frame.runRole, first, parent->m_pLastChild, frame.firstRun,
@@ -146,16 +146,16 @@ void CItemWatch::ReadBatch(Frame& frame) {
 // Since the mark there have been the elements of the batch and what is in them, and perhaps text of
 // the element around them.
 void CItemWatch::RemoveBatch(const Frame& frame, CXmlElement* parent) {
-  CXmlElement* const stub = frame.stub;
+  CXmlElement* const standIn = frame.standIn;
   CXmlElement* const last = parent->m_pLastChild;
-  CXmlElement* removed = stub != last ? stub->m_pNextSibling : nullptr;
-  stub->m_pNextSibling = last->m_pNextSibling;
-  parent->m_pLastChild = stub;
+  CXmlElement* removed = standIn != last ? standIn->m_pNextSibling : nullptr;
+  standIn->m_pNextSibling = last->m_pNextSibling;
+  parent->m_pLastChild = standIn;
   if (!parent->m_text.IsSameAs(frame.text)) m_nodes.OwnString(parent->m_text);
   if (m_nodes.Rewind(frame.mark, parent->m_text.GetString())) {
-    stub->m_pLastChild = nullptr;
-    stub->m_attributes = CNodeAttributes();
-    stub->m_text = CNodeText();
+    standIn->m_pLastChild = nullptr;
+    standIn->m_attributes = CNodeAttributes();
+    standIn->m_text = CNodeText();
     return;
   }
   while (removed != nullptr) {
@@ -163,7 +163,7 @@ void CItemWatch::RemoveBatch(const Frame& frame, CXmlElement* parent) {
     m_nodes.Destroy(removed);
     removed = next;
   }
-  m_nodes.Empty(stub);
+  m_nodes.Empty(standIn);
 }
 
 }  // namespace QzXmlLib16::detail

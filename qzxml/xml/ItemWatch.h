@@ -88,7 +88,7 @@ class QZXML_API CItemWatch {
 
     // The last children, if they are items: a run, and the part of it that is still to be read.
     const IItemReader::Role* runRole = nullptr;  // null for none
-    CXmlElement* stub = nullptr;                 // the first one of the run, which stays
+    CXmlElement* standIn = nullptr;              // the first one of the run, which stays
     bool hasBatch = false;
     bool isNewRun = false;     // the batch begins with the run
     std::size_t firstRun = 0;  // of what was read in them
