@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -96,57 +95,51 @@ void RunGenerate(GenerateOptions options, CConsole& console) {
 
 }  // namespace
 
-void AddGenerateCommand(CLI::App& app, CConsole& console) {
+void AddGenerateCommand(CCommandLine& line, CConsole& console) {
   const auto options = std::make_shared<GenerateOptions>();
-  CLI::App* const command = app.add_subcommand("generate", "Make C++ classes of XML schemas");
-  command->add_option("SCHEMA", options->schemas, "The schemas, XSD 1.0 files")->required();
+  CCommand command = line.AddCommand("generate", "Make C++ classes of XML schemas");
+  command.AddOption("SCHEMA", options->schemas, "The schemas, XSD 1.0 files").Require();
   command
-      ->add_option("-o,--output", options->output,
-                   "The folder for the sources; programs include from it")
-      ->required()
-      ->check([](const std::string& folder) { return folder.empty() ? "no folder is named" : ""; },
-              "", "folder")
-      ->type_name("FOLDER");
+      .AddOption("-o,--output", options->output,
+                 "The folder for the sources; programs include from it")
+      .Require()
+      .AddCheck(
+          [](const std::string& folder) { return folder.empty() ? "no folder is named" : ""; })
+      .SetTypeName("FOLDER");
   command
-      ->add_option("-n,--namespace", options->cppNamespace,
-                   "The C++ namespace for the target namespace of the schemas; without it one is "
-                   "derived")
-      ->type_name("NAME")
-      ->check(CheckNamespace, "", "namespace");
+      .AddOption("-n,--namespace", options->cppNamespace,
+                 "The C++ namespace for the target namespace of the schemas; without it one is "
+                 "derived")
+      .SetTypeName("NAME")
+      .AddCheck(CheckNamespace);
   command
-      ->add_option_function<std::vector<std::string>>(
-          "--map",
-          [options](const std::vector<std::string>& maps) {
-            for (const std::string& map : maps) {
-              const std::string failure = TakeMap(map, *options);
-              if (!failure.empty()) throw CLI::ValidationError("--map", failure);
-            }
-          },
+      .AddList(
+          "--map", [options](const std::string& map) { return TakeMap(map, *options); },
           "The C++ namespace for another target namespace")
-      ->type_name("URI=NAME")
-      ->allow_extra_args(false);
+      .SetTypeName("URI=NAME")
+      .TakeOneEachTime();
   command
-      ->add_option("--catalog", options->catalogs,
-                   "An XML catalog that says where imported schemas are; nothing is ever fetched "
-                   "from the network")
-      ->type_name("FILE")
-      ->allow_extra_args(false);
+      .AddOption("--catalog", options->catalogs,
+                 "An XML catalog that says where imported schemas are; nothing is ever fetched "
+                 "from the network")
+      .SetTypeName("FILE")
+      .TakeOneEachTime();
   command
-      ->add_option("--depfile", options->depfile,
-                   "Write the schemas that were read, for make and ninja")
-      ->type_name("FILE");
+      .AddOption("--depfile", options->depfile,
+                 "Write the schemas that were read, for make and ninja")
+      .SetTypeName("FILE");
   command
-      ->add_option("--parts", options->parts,
-                   "Make so many sources, NAME_1.cpp and so on, in the folder itself")
-      ->check(CLI::Range(1, 10000))
-      ->type_name("NUMBER");
-  command->add_option("--part-name", options->partStem, "The NAME of --parts (default: generated)")
-      ->check([](const std::string& name) {
+      .AddOption("--parts", options->parts,
+                 "Make so many sources, NAME_1.cpp and so on, in the folder itself")
+      .RequireRange(1, 10000)
+      .SetTypeName("NUMBER");
+  command.AddOption("--part-name", options->partStem, "The NAME of --parts (default: generated)")
+      .AddCheck([](const std::string& name) {
         return IsIdentifier(name) ? "" : "'" + name + "' is no name of letters and digits";
       });
-  command->add_flag("--list", options->isDry,
-                    "Only print the files, relative to the folder, one a line");
-  command->callback([options, &console] { RunGenerate(*options, console); });
+  command.AddFlag("--list", options->isDry,
+                  "Only print the files, relative to the folder, one a line");
+  command.SetWork([options, &console] { RunGenerate(*options, console); });
 }
 
 }  // namespace qztool

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <CLI/App.hpp>
 #include <functional>
 
+#include "tools/qzxml/CommandLine.h"
 #include "tools/qzxml/Console.h"
 
 // The commands of the program. Each adds itself to the program with its options and with the work
@@ -10,14 +10,14 @@
 // other exception ends the program with ExitCode_Document and its text.
 namespace qztool {
 
-// The console must outlive the app.
-void AddConvertCommand(CLI::App& app, CConsole& console);
-void AddGenerateCommand(CLI::App& app, CConsole& console);  // stands in tools/generator
-void AddInspectCommand(CLI::App& app, CConsole& console);
+// The console must outlive the command line.
+void AddConvertCommand(CCommandLine& line, CConsole& console);
+void AddGenerateCommand(CCommandLine& line, CConsole& console);  // stands in tools/generator
+void AddInspectCommand(CCommandLine& line, CConsole& console);
 
 // Runs the program with the commands that are added, and answers its exit code. Nothing is thrown;
 // failures are told on the console, each with one line.
 int RunProgram(int argc, const char* const* argv, CConsole& console,
-               const std::function<void(CLI::App&)>& addCommands);
+               const std::function<void(CCommandLine&)>& addCommands);
 
 }  // namespace qztool

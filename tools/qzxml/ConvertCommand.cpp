@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <map>
 #include <memory>
 #include <optional>
@@ -110,46 +109,45 @@ void Convert(ConvertOptions options, CConsole& console) {
 
 }  // namespace
 
-void AddConvertCommand(CLI::App& app, CConsole& console) {
+void AddConvertCommand(CCommandLine& line, CConsole& console) {
   const auto options = std::make_shared<ConvertOptions>();
-  CLI::App* const command = app.add_subcommand("convert", "Convert a document into another format");
-  command->add_option("IN", options->in, "The document, plain or within gzip; - for standard input")
-      ->required()
-      ->type_name("");
-  command->add_option("OUT", options->out, "The file to write; - for standard output")
-      ->required()
-      ->type_name("");
+  CCommand command = line.AddCommand("convert", "Convert a document into another format");
+  command.AddOption("IN", options->in, "The document, plain or within gzip; - for standard input")
+      .Require()
+      .SetTypeName("");
+  command.AddOption("OUT", options->out, "The file to write; - for standard output")
+      .Require()
+      .SetTypeName("");
   command
-      ->add_option_function<std::string>(
-          "--to", [options](const std::string& name) { options->to = kFormats.at(name); },
+      .AddChoice(
+          "--to", {"xml", "fastinfoset", "json"},
+          [options](const std::string& name) { options->to = kFormats.at(name); },
           "The format; else by the name of OUT")
-      ->type_name("FORMAT")
-      ->check(CLI::IsMember({"xml", "fastinfoset", "json"}));
-  command->add_flag("--gzip", options->isGzip, "Compress the output");
-  command->add_option("--indent", options->indent, "Blanks for each level; 0 for one line")
-      ->type_name("N")
-      ->check(CLI::Range(0, kMaxIndent));
+      .SetTypeName("FORMAT");
+  command.AddFlag("--gzip", options->isGzip, "Compress the output");
+  command.AddOption("--indent", options->indent, "Blanks for each level; 0 for one line")
+      .SetTypeName("N")
+      .RequireRange(0, kMaxIndent);
   command
-      ->add_option_function<std::string>(
-          "--round-trip",
+      .AddChoice(
+          "--round-trip", {"none", "marked", "full"},
           [options](const std::string& name) { options->roundTrip = kRoundTrips.at(name); },
           "How much of XML is kept in JSON")
-      ->type_name("MEASURE")
-      ->check(CLI::IsMember({"none", "marked", "full"}));
-  command->add_option("--root", options->rootName, "An element around the whole of JSON")
-      ->type_name("NAME")
-      ->check([](const std::string& name) {
+      .SetTypeName("MEASURE");
+  command.AddOption("--root", options->rootName, "An element around the whole of JSON")
+      .SetTypeName("NAME")
+      .AddCheck([](const std::string& name) {
         return IsNCName(name) ? "" : '"' + name + "\" can not be the name of an element";
       });
-  command->add_flag("--strict", options->isStrict, "Fail where not everything would be kept");
-  command->footer(
+  command.AddFlag("--strict", options->isStrict, "Fail where not everything would be kept");
+  command.SetFooter(
       "IN is XML in any encoding, Fast Infoset or JSON, by its content. The format of OUT is that\n"
       "of its name, .json, .finf or .fi, with or without .gz, and XML for any other name. Without\n"
       "--indent XML made of XML keeps its layout, and anything else is indented by 2. JSON has\n"
       "attributes and texts that can be told from elements (marked), and namespaces as well "
       "(full,\n"
       "the default). What is not kept is told on standard error, as 'file: path: message'.");
-  command->callback([options, &console] { Convert(*options, console); });
+  command.SetWork([options, &console] { Convert(*options, console); });
 }
 
 }  // namespace qztool

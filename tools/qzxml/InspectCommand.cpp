@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <map>
 #include <memory>
@@ -285,18 +284,17 @@ class CInspection {
 
 }  // namespace
 
-void AddInspectCommand(CLI::App& app, CConsole& console) {
+void AddInspectCommand(CCommandLine& line, CConsole& console) {
   const auto options = std::make_shared<InspectOptions>();
-  CLI::App* const command = app.add_subcommand(
+  CCommand command = line.AddCommand(
       "inspect", "Say what a document is: its format, names, counts, sizes and tables");
   command
-      ->add_option("FILE", options->file,
-                   "The document, plain or within gzip; - for standard input")
-      ->required()
-      ->type_name("");
-  command->add_flag("--octets", options->isOctets,
-                    "Of Fast Infoset, list every octet with what it means");
-  command->callback([options, &console] { CInspection(*options, console).Run(); });
+      .AddOption("FILE", options->file, "The document, plain or within gzip; - for standard input")
+      .Require()
+      .SetTypeName("");
+  command.AddFlag("--octets", options->isOctets,
+                  "Of Fast Infoset, list every octet with what it means");
+  command.SetWork([options, &console] { CInspection(*options, console).Run(); });
 }
 
 }  // namespace qztool

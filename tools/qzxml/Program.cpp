@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <exception>
 #include <new>
 #include <ostream>
@@ -19,49 +18,20 @@ constexpr char kFooter[] =
     "or a schema is wrong; 2 the command line is wrong; 3 a file can not be read or\n"
     "written; 4 with --strict, the format would not keep everything.";
 
-// What is wrong with the command line. CLI11 looks for what is missing first, which is no help
-// where something is misspelt.
-std::string GetMistake(const CLI::App& app, const CLI::ParseError& error) {
-  const std::vector<std::string> unknown = app.remaining(true);
-  if (unknown.empty() || error.get_exit_code() != static_cast<int>(CLI::ExitCodes::RequiredError)) {
-    return error.what();
-  }
-  if (unknown[0].compare(0, 1, "-") == 0) return "there is no option '" + unknown[0] + '\'';
-  return "there is no command '" + unknown[0] + '\'';
-}
-
-// Help and version are answers; anything else is a mistake in the command line.
-int EndParsing(const CLI::App& app, const CLI::ParseError& error, CConsole& console) {
-  if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-    const int code = app.exit(error, console.out, console.err);
-    FlushOutput(console.out);
-    return code;
-  }
-  std::string command = "qzxml";
-  for (const CLI::App* called : app.get_subcommands()) command += ' ' + called->get_name();
-  console.err << command << ": " << Printable(GetMistake(app, error)) << "\nTry '" << command
-              << " --help'.\n";
-  return ExitCode_Usage;
-}
-
 }  // namespace
 
 int RunProgram(int argc, const char* const* argv, CConsole& console,
-               const std::function<void(CLI::App&)>& addCommands) {
+               const std::function<void(CCommandLine&)>& addCommands) {
   try {
-    CLI::App app(kDescription, "qzxml");
-    app.set_version_flag("--version", "qzxml " QZXML_TOOL_VERSION, "Print the version and end");
-    app.set_help_flag("-h,--help", "Print this help and end");
-    app.require_subcommand(1);
-    app.footer(kFooter);
-    addCommands(app);
-    try {
-      app.parse(argc, argv);
-    } catch (const CLI::ParseError& e) {
-      return EndParsing(app, e, console);
-    }
+    CCommandLine line({"qzxml", "qzxml " QZXML_TOOL_VERSION, kDescription, kFooter});
+    addCommands(line);
+    line.Run(argc, argv, console.out);
     FlushOutput(console.out);
     return ExitCode_Done;
+  } catch (const CUsageFailure& e) {
+    console.err << e.GetCommand() << ": " << Printable(e.what()) << "\nTry '" << e.GetCommand()
+                << " --help'.\n";
+    return ExitCode_Usage;
   } catch (const CFailure& e) {
     console.err << Printable(e.what()) << '\n';
     return e.GetCode();

@@ -5,9 +5,9 @@
 int main(int argc, char** argv) {
   std::ios::sync_with_stdio(false);
   qztool::CConsole console{std::cin, std::cout, std::cerr};
-  return qztool::RunProgram(argc, argv, console, [&console](CLI::App& app) {
-    qztool::AddGenerateCommand(app, console);
-    qztool::AddConvertCommand(app, console);
-    qztool::AddInspectCommand(app, console);
+  return qztool::RunProgram(argc, argv, console, [&console](qztool::CCommandLine& line) {
+    qztool::AddGenerateCommand(line, console);
+    qztool::AddConvertCommand(line, console);
+    qztool::AddInspectCommand(line, console);
   });
 }

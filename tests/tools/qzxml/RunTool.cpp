@@ -7,22 +7,24 @@
 namespace qztest {
 
 ToolResult RunTool(const std::vector<std::string>& arguments, const std::string& input) {
-  return RunTool(arguments, input, [](CLI::App& app, qztool::CConsole& console) {
-    qztool::AddConvertCommand(app, console);
-    qztool::AddInspectCommand(app, console);
+  return RunTool(arguments, input, [](qztool::CCommandLine& line, qztool::CConsole& console) {
+    qztool::AddConvertCommand(line, console);
+    qztool::AddInspectCommand(line, console);
   });
 }
 
-ToolResult RunTool(const std::vector<std::string>& arguments, const std::string& input,
-                   const std::function<void(CLI::App&, qztool::CConsole&)>& addCommands) {
+ToolResult RunTool(
+    const std::vector<std::string>& arguments, const std::string& input,
+    const std::function<void(qztool::CCommandLine&, qztool::CConsole&)>& addCommands) {
   std::vector<const char*> argv = {"qzxml"};
   for (const std::string& argument : arguments) argv.push_back(argument.c_str());
   std::istringstream in(input);
   std::ostringstream out;
   std::ostringstream err;
   qztool::CConsole console{in, out, err};
-  const int code = qztool::RunProgram(static_cast<int>(argv.size()), argv.data(), console,
-                                      [&](CLI::App& app) { addCommands(app, console); });
+  const int code =
+      qztool::RunProgram(static_cast<int>(argv.size()), argv.data(), console,
+                         [&](qztool::CCommandLine& line) { addCommands(line, console); });
   return {code, out.str(), err.str()};
 }
 

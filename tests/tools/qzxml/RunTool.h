@@ -4,12 +4,10 @@
 #include <string>
 #include <vector>
 
-namespace CLI {
-class App;
-}
 namespace qztool {
+class CCommandLine;
 struct CConsole;
-}
+}  // namespace qztool
 
 // Runs the program qzxml as a function, on streams of memory: for tests and for fuzzers.
 namespace qztest {
@@ -23,7 +21,8 @@ struct ToolResult {
 // The arguments behind the program's name; input is what stands on standard input. Without
 // addCommands the program has convert and inspect.
 ToolResult RunTool(const std::vector<std::string>& arguments, const std::string& input = "");
-ToolResult RunTool(const std::vector<std::string>& arguments, const std::string& input,
-                   const std::function<void(CLI::App&, qztool::CConsole&)>& addCommands);
+ToolResult RunTool(
+    const std::vector<std::string>& arguments, const std::string& input,
+    const std::function<void(qztool::CCommandLine&, qztool::CConsole&)>& addCommands);
 
 }  // namespace qztest
