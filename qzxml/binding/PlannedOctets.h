@@ -84,6 +84,33 @@ inline ItemType KindOf(const CPlannedValue& planned, const CDateTime&) {
   return planned.GetWrittenKind();
 }
 
+// A number whose octets are known is not printed at all.
+template <>
+inline bool CFastInfosetSink::PutValueAs(const CChild& child, const std::int32_t& value) {
+  const auto print = [value](char* out) { return CPlannedValue::WriteAs(value, out); };
+  if (m_run.PutIntegerElement(child.octetsName, value, print,
+                              [value](std::uint32_t as) { return OctetsOf(value, as); })) {
+    return true;
+  }
+  char buffer[CPlannedValue::kRoom];
+  const std::string_view text(buffer, static_cast<std::size_t>(print(buffer) - buffer));
+  return PutValueInShortWay(child, &value, text);
+}
+
+template <>
+inline bool CFastInfosetSink::PutAttributeAs(const CAttribute& attribute,
+                                             const std::int32_t& value) {
+  const auto print = [value](char* out) { return CPlannedValue::WriteAs(value, out); };
+  if (attribute.hasDefault) {
+    char buffer[CPlannedValue::kRoom];
+    const std::string_view text(buffer, static_cast<std::size_t>(print(buffer) - buffer));
+    if (IsLeftOut(attribute, text)) return true;
+  }
+  return m_run.PutIntegerAttribute(attribute.octetsName, value, print, [value](std::uint32_t as) {
+    return OctetsOf(value, as);
+  }) || (attribute.value.IsScalar() && PutValueInShortWay(attribute, &value));
+}
+
 template <typename T>
 inline bool CFastInfosetSink::PutValueAs(const CChild& child, const T& value) {
   char buffer[CPlannedValue::kRoom];

@@ -6,14 +6,15 @@ namespace QzXmlLib16::detail {
 
 // The tables for writing: the index of each name and value. A plain value; a copy is deep.
 struct CFIIndexMaps {
+  // Behind this no text has an index. Names, most of which the next document has too, stay.
   void Clear() {
-    attributeNames.Clear();
     attributeValues.Clear();
-    elementNames.Clear();
     characterChunks.Clear();
-    localNames.Clear();
-    namespaceNames.Clear();
-    prefixNames.Clear();
+    attributeNames.Forget();
+    elementNames.Forget();
+    localNames.Forget();
+    namespaceNames.Forget();
+    prefixNames.Forget();
   }
 
   CFITextIndexes attributeNames;

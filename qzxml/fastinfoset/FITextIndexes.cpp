@@ -1,6 +1,7 @@
 #include "qzxml/fastinfoset/FITextIndexes.h"
 
 #include <algorithm>
+#include <atomic>
 #include <utility>
 
 #include "qzxml/fastinfoset/FITextIndexesFind.h"
@@ -19,14 +20,20 @@ constexpr std::size_t kFirstOctets = 1024;
 constexpr std::size_t kKeptPlaces = 32768;
 constexpr std::size_t kKeptOctets = 65536;
 constexpr std::size_t kKeptForEach = 64;
+constexpr std::size_t kForgottenPlaces = 4096;
 
 }  // namespace
+
+void CFITextIndexes::CArrangement::Renew() {
+  static std::atomic<std::uint64_t> last{0};
+  m_number = last.fetch_add(1, std::memory_order_relaxed) + 1;
+}
 
 std::vector<std::pair<std::string, std::uint32_t>> CFITextIndexes::GetAll() const {
   std::vector<std::pair<std::string, std::uint32_t>> all;
   for (std::size_t place = 0; place < GetPlaces(); ++place) {
     const Entry entry = GetEntry(place);
-    if (IsFree(entry)) continue;
+    if (GetIndex(entry) == 0) continue;
     if (entry.key >> 56 == kLongMark) {
       all.emplace_back(GetLongText(entry.GetBegin()), GetIndex(entry));
       continue;
@@ -44,12 +51,20 @@ void CFITextIndexes::Add(std::string_view text, std::uint64_t key, std::uint32_t
   AddAt(Look(text, key), text, key, index);
 }
 
-// Nothing has been put behind it since, so that nobody looks for anything past its place.
+// Where texts are forgotten, something may be looked for past its place: there it stays, without an
+// index. Else nothing has been put behind it since.
 void CFITextIndexes::RemoveLast(std::string_view text, std::uint64_t key) {
   const std::size_t at = FindPlace(text, key);
-  if (text.size() > kShort) m_textsSize = GetEntry(at).GetBegin();
-  SetEntry(at, {0, 0});
+  const std::uint64_t begin = GetEntry(at).GetBegin();
   --m_count;
+  if (m_free != m_before) {
+    SetEntry(at, {key, begin << kIndexBits | m_before});
+    --m_mostTexts;
+    return;
+  }
+  if (text.size() > kShort) m_textsSize = begin;
+  SetEntry(at, {0, 0});
+  m_arrangement.Renew();
 }
 
 std::size_t CFITextIndexes::AddLongText(std::string_view text) {
@@ -77,17 +92,29 @@ void CFITextIndexes::Clear() {
   if (places > kKeptPlaces || places > std::max(kSomePlaces, m_count * kKeptForEach)) {
     m_words = {};
     m_mask = 0;
-    m_mostTexts = 0;
   }
   if (m_texts.size() > kKeptOctets) m_texts = {};
   m_textsSize = 0;
   m_count = 0;
+  m_mostTexts = GetPlaces() / 2;
   m_before += kMostIndex;
-  if (m_before <= kIndexMask - kMostIndex) return;
-  m_before = 0;
-  std::fill(m_words.begin(), m_words.end(), 0);
+  if (m_before > kIndexMask - kMostIndex) {
+    m_before = 0;
+    std::fill(m_words.begin(), m_words.end(), 0);
+  }
+  m_free = m_before;
+  m_arrangement.Renew();
 }
 
+void CFITextIndexes::Forget() {
+  const bool areMany = GetPlaces() > kForgottenPlaces || m_texts.size() > kKeptOctets;
+  if (areMany || m_before + kMostIndex > kIndexMask - kMostIndex) return Clear();
+  m_mostTexts -= m_count;
+  m_count = 0;
+  m_before += kMostIndex;
+}
+
+// Texts without an index are dropped.
 [[gnu::noinline]] void CFITextIndexes::Grow() {
   const std::size_t size = GetPlaces();
   const std::size_t places =
@@ -98,8 +125,10 @@ void CFITextIndexes::Clear() {
   m_mostTexts = places / 2;
   for (std::size_t at = 0; at < former.size(); at += 2) {
     const Entry entry{former[at], former[at + 1]};
-    if (!IsFree(entry)) PutInFreePlace(entry);
+    if (GetIndex(entry) != 0) PutInFreePlace(entry);
   }
+  m_free = m_before;
+  m_arrangement.Renew();
 }
 
 inline void CFITextIndexes::PutInFreePlace(const Entry& entry) {

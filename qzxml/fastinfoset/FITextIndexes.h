@@ -16,11 +16,29 @@ namespace QzXmlLib16::detail {
 // costs no memory of its own, and one that is looked for is mostly met at once.
 //
 // The hash is salted for each process (HashText), so that no document can be made whose texts
-// collide. Clear costs nothing: what is stored for an index counts on from table to table, and all
-// that was stored before the last Clear is taken for a free place. A plain value; a copy is deep.
-// The operations that look for a text are in FITextIndexesFind.h.
+// collide. Clear and Forget cost nothing: what is stored for an index counts on from table to
+// table, and what was stored before is taken for a free place, or for a text without an index. A
+// plain value; a copy is deep. The operations that look for a text are in FITextIndexesFind.h.
 class QZXML_API CFITextIndexes {
  public:
+  // The number of an arrangement of texts, which no other table has at any time; that of a copy is
+  // a new one.
+  class QZXML_API CArrangement {
+   public:
+    CArrangement() { Renew(); }
+    CArrangement(const CArrangement&) : CArrangement() {}
+    CArrangement& operator=(const CArrangement&) {
+      Renew();
+      return *this;
+    }
+
+    void Renew();
+    std::uint64_t GetNumber() const { return m_number; }
+
+   private:
+    std::uint64_t m_number;
+  };
+
   static constexpr std::size_t kShort = 7;
 
   // By what a text is looked for. The first byte is its size and the others are its own, where the
@@ -33,10 +51,17 @@ class QZXML_API CFITextIndexes {
   static constexpr std::uint32_t kMostIndex = 0x100000;
 
   std::size_t GetCount() const { return m_count; }
+  std::size_t GetMemory() const {
+    return m_words.capacity() * sizeof m_words[0] + m_texts.capacity();
+  }
 
   // Takes all texts away. Memory is kept for the next ones, unless it is much for as many as there
   // were, or much at all.
   void Clear();
+
+  // Takes the index of each text away. Texts stay where they stand, and one that comes again costs
+  // less than a new one. Clears where they are many.
+  void Forget();
 
   // All texts with their indexes, in no order.
   std::vector<std::pair<std::string, std::uint32_t>> GetAll() const;
@@ -57,8 +82,15 @@ class QZXML_API CFITextIndexes {
   Place Look(std::string_view text, std::uint64_t key);
   void AddAt(const Place& place, std::string_view text, std::uint64_t key, std::uint32_t index);
 
-  // Look for a short text, by its key alone.
+  // The same for a text of which the place is known: it is good, whether the text has an index or
+  // not, as long as this number is the same.
+  std::uint64_t GetArrangement() const { return m_arrangement.GetNumber(); }
+  std::uint32_t GetIndexAt(std::size_t at) const { return GetIndex(GetEntry(at)); }
+  void AddAgainAt(std::size_t at, std::uint32_t index);
+
+  // Both in a table that never forgets: the look for a short text, by its key alone.
   Place LookShort(std::uint64_t key);
+  void AddNewAt(const Place& place, std::string_view text, std::uint64_t key, std::uint32_t index);
 
   // Takes away the text that was added last.
   void RemoveLast(std::string_view text, std::uint64_t key);
@@ -70,8 +102,8 @@ class QZXML_API CFITextIndexes {
   static constexpr int kIndexBits = 28;
   static constexpr std::uint32_t kIndexMask = (1u << kIndexBits) - 1;
 
-  // A place of the table, free where the number is not above m_before; else the text there has the
-  // index that it is more than that.
+  // A place of the table, free where the number is not above m_free; else a text stands there,
+  // which has the index that the number is above m_before, if it is.
   struct Entry {
     std::uint32_t GetNumber() const { return static_cast<std::uint32_t>(value) & kIndexMask; }
     // Where a long text begins.
@@ -85,9 +117,10 @@ class QZXML_API CFITextIndexes {
   std::string_view GetLongText(std::size_t begin) const;
   std::size_t FindPlace(std::string_view text, std::uint64_t key) const;
   bool IsText(const Entry& entry, std::string_view text) const;
-  bool IsFree(const Entry& entry) const { return entry.GetNumber() <= m_before; }
+  bool IsFree(const Entry& entry) const { return entry.GetNumber() <= m_free; }
   std::uint32_t GetIndex(const Entry& entry) const {
-    return IsFree(entry) ? 0 : entry.GetNumber() - m_before;
+    const std::uint32_t number = entry.GetNumber();
+    return number > m_before ? number - m_before : 0;
   }
   std::size_t GetPlaces() const { return m_words.size() / 2; }
   Entry GetEntry(std::size_t place) const { return {m_words[place * 2], m_words[place * 2 + 1]}; }
@@ -103,9 +136,11 @@ class QZXML_API CFITextIndexes {
   std::size_t m_mask = 0;              // of a place, where there are some
   std::size_t m_count = 0;
   std::uint32_t m_before = 0;   // the highest number that a former text may have
-  std::size_t m_mostTexts = 0;  // that these places take
+  std::uint32_t m_free = 0;     // and one that does not stand there any more
+  std::size_t m_mostTexts = 0;  // that these places take, beside those without an index
   std::vector<char> m_texts;    // room for the long ones, each behind its size
   std::size_t m_textsSize = 0;
+  CArrangement m_arrangement;
 };
 
 }  // namespace QzXmlLib16::detail

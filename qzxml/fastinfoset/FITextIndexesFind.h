@@ -84,11 +84,24 @@ inline CFITextIndexes::Place CFITextIndexes::LookShort(std::uint64_t key) {
   }
 }
 
-inline void CFITextIndexes::AddAt(const Place& place, std::string_view text, std::uint64_t key,
-                                  std::uint32_t index) {
+inline void CFITextIndexes::AddNewAt(const Place& place, std::string_view text, std::uint64_t key,
+                                     std::uint32_t index) {
   const std::uint64_t begin = text.size() > kShort ? AddLongText(text) : 0;
   SetEntry(place.at, {key, begin << kIndexBits | (m_before + index)});
   ++m_count;
+}
+
+inline void CFITextIndexes::AddAt(const Place& place, std::string_view text, std::uint64_t key,
+                                  std::uint32_t index) {
+  if (IsFree(GetEntry(place.at))) return AddNewAt(place, text, key, index);
+  AddAgainAt(place.at, index);
+}
+
+inline void CFITextIndexes::AddAgainAt(std::size_t at, std::uint32_t index) {
+  const Entry entry = GetEntry(at);
+  SetEntry(at, {entry.key, entry.GetBegin() << kIndexBits | (m_before + index)});
+  ++m_count;
+  ++m_mostTexts;
 }
 
 inline std::uint32_t CFITextIndexes::Find(std::string_view text) const {

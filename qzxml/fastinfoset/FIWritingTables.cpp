@@ -18,6 +18,7 @@ CStore& Store() {
 void Empty(CFIWritingTables& tables) {
   tables.maps.Clear();
   tables.names.Forget();
+  tables.integers.Forget();
   if (tables.key.size() > kKeptKey) tables.key = std::string();
   tables.pieces.Clear();
 }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "qzxml/fastinfoset/FIIndexMaps.h"
+#include "qzxml/fastinfoset/FIKnownIntegers.h"
 #include "qzxml/fastinfoset/FIPieces.h"
 #include "qzxml/fastinfoset/FastInfosetWriter.h"
 #include "qzxml/fastinfoset/FastInfosetWriterNames.h"
@@ -16,7 +17,8 @@ namespace QzXmlLib16::detail {
 struct CFIWritingTables {
   CFIIndexMaps maps;
   CFIKnownNames names;  // of one root
-  std::string key;      // room for that of a name in the maps
+  CFIKnownIntegers integers;
+  std::string key;  // room for that of a name in the maps
   CFIPieces pieces;
 };
 

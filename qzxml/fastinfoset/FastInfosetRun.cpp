@@ -170,13 +170,37 @@ char* FastInfosetRun::PutNameInFull(char* out, unsigned mark, const FastInfosetN
   return PutPart(out, name.GetName(), m_new.local.index);
 }
 
+// A name without a prefix that an earlier document had, and this one has not had: its texts still
+// stand in their places. Null for any other.
+inline char* FastInfosetRun::PutNameAgain(char* out, unsigned mark, const FastInfosetName& name,
+                                          const CFIKnownNames::Places& places,
+                                          CFITextIndexes& names) {
+  CFITextIndexes& locals = m_parts.maps->localNames;
+  if (!places.Are(name.GetId(), names, locals) || names.GetIndexAt(places.whole) != 0)
+    return nullptr;
+  const std::uint32_t index = GetNextIndex(names);
+  const std::uint32_t local = locals.GetIndexAt(places.local);
+  const std::uint32_t newLocal = local == 0 ? GetNextIndex(locals) : 0;
+  if (index == 0 || (local | newLocal) == 0) return nullptr;
+  const bool hasUri = !name.GetUri().empty();
+  if (hasUri && &name.GetUri() != m_indexedNamespace) return nullptr;
+  out = WriteOctet(out, mark | (hasUri ? 1u : 0u));
+  if (hasUri) out = WriteIndexOnSecondBit(out, 0x80, m_namespaceIndex);
+  out = PutPart(out, name.GetName(), local);
+  names.AddAgainAt(places.whole, index);
+  if (local == 0) locals.AddAgainAt(places.local, newLocal);
+  m_newAt = m_place.out;
+  m_added = {false, false, local == 0, true};
+  return out;
+}
+
 // Adds the parts that were not found, at the places where they were looked for. Answers the index
 // that the name has now; 0 where the table is full.
 std::uint32_t FastInfosetRun::Learn(const FastInfosetName& name, const std::string* prefix,
                                     const Key& whole, CFITextIndexes& names) {
   const auto add = [this](CFITextIndexes& table, std::string_view text, std::uint64_t key,
                           const CFITextIndexes::Place& place) {
-    return place.index == 0 ? AddAt(table, place, text, key) : 0;
+    return place.index == 0 ? AddName(table, place, text, key) : 0;
   };
   m_newAt = m_place.out;
   m_added = {};
@@ -231,6 +255,33 @@ void FastInfosetRun::UnlearnElement(const FastInfosetName& name, const Added& ad
   return false;
 }
 
+// Writes a name in full, unless it has an index. Answers its end, which without a name in full is
+// its beginning, and the index that it has now: 0 where the table is full. Null for an empty name.
+inline char* FastInfosetRun::PutUnknownName(char* out, unsigned mark, const FastInfosetName& name,
+                                            const std::string* prefix, CFIKnownNames::ById& known,
+                                            CFITextIndexes& names, std::uint32_t& index) {
+  if (prefix == nullptr) {
+    char* const end = PutNameAgain(out, mark, name, known.places, names);
+    if (end != nullptr) {
+      index = static_cast<std::uint32_t>(names.GetCount());
+      return end;
+    }
+  }
+  const Key whole = WholeOf(name, prefix);
+  m_new.whole = names.Look(whole.text, whole.key);
+  index = m_new.whole.index;
+  if (index != 0) return out;
+  if (name.GetName().empty()) return nullptr;
+  out = PutNameInFull(out, mark, name, prefix);
+  index = Learn(name, prefix, whole, names);
+  if (prefix == nullptr && name.GetId() != 0 && index != 0) {
+    const CFITextIndexes& locals = m_parts.maps->localNames;
+    known.places = {name.GetId(), names.GetArrangement(), locals.GetArrangement(), m_new.whole.at,
+                    m_new.local.at};
+  }
+  return out;
+}
+
 // Where the content of an element goes that begins here, with so much room; null where the run can
 // not write its name. A new name is learned before its content is known, and may have to be
 // forgotten.
@@ -242,19 +293,14 @@ void FastInfosetRun::UnlearnElement(const FastInfosetName& name, const Added& ad
   if (m_place.out == nullptr || !m_isLocalUtf8 || !FindPrefix(name, prefix)) return nullptr;
   const std::size_t prefixRoom = prefix != nullptr ? kFormSize + prefix->size() : 0;
   if (!HasRoom(kElementRoom + prefixRoom + name.GetRoom() + room)) return nullptr;
-  const Key whole = WholeOf(name, prefix);
-  m_new.whole = m_parts.maps->elementNames.Look(whole.text, whole.key);
-  std::uint32_t index = m_new.whole.index;
-  char* out = Open(m_place.out);
-  if (index == 0) {
-    if (name.GetName().empty()) return nullptr;
-    out = PutNameInFull(out, kLiteralElement, name, prefix);
-    index = Learn(name, prefix, whole, m_parts.maps->elementNames);
-    if (index == 0) return out;
-  }
+  CFIKnownNames::ById& known = m_parts.names->ElementOf(name.GetId());
+  std::uint32_t index = 0;
+  char* const out = PutUnknownName(Open(m_place.out), kLiteralElement, name, prefix, known,
+                                   m_parts.maps->elementNames, index);
+  if (out == nullptr || index == 0) return out;
   CFIKnownOctets octets;
   octets.SetElement(index);
-  m_parts.names->KeepElement(name.GetId(), m_namespaceState, octets);
+  CFIKnownNames::Keep(known, name.GetId(), m_namespaceState, octets);
   return m_newAt != nullptr ? out : octets.Write(out);
 }
 
@@ -275,19 +321,14 @@ void FastInfosetRun::UnlearnElement(const FastInfosetName& name, const Added& ad
   m_newAt = nullptr;
   if (m_state != State::Begun && m_state != State::Attributes) return nullptr;
   if (!m_isLocalUtf8 || !HasRoom(CFIKnownNames::kRoom + name.GetRoom() + room)) return nullptr;
-  m_new.whole = Look(m_parts.maps->attributeNames, name.GetWhole());
-  std::uint32_t index = m_new.whole.index;
-  char* out = m_place.out;
-  if (index == 0) {
-    if (name.GetName().empty()) return nullptr;
-    out = PutNameInFull(out, kLiteralAttribute, name, nullptr);
-    index = Learn(name, nullptr, {name.GetWhole().text, name.GetWhole().key},
-                  m_parts.maps->attributeNames);
-    if (index == 0) return out;
-  }
+  CFIKnownNames::ById& known = m_parts.names->AttributeOf(name.GetId());
+  std::uint32_t index = 0;
+  char* const out = PutUnknownName(m_place.out, kLiteralAttribute, name, nullptr, known,
+                                   m_parts.maps->attributeNames, index);
+  if (out == nullptr || index == 0) return out;
   CFIKnownOctets octets;
   octets.SetAttribute(index);
-  m_parts.names->KeepAttribute(name.GetId(), octets);
+  CFIKnownNames::Keep(known, name.GetId(), m_attributeState, octets);
   return m_newAt != nullptr ? out : octets.Write(out);
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "qzxml/fastinfoset/FIKnownIntegers.h"
 #include "qzxml/fastinfoset/FITextIndexesFind.h"
 #include "qzxml/fastinfoset/FastInfosetContext.h"
 #include "qzxml/fastinfoset/FastInfosetName.h"
@@ -77,6 +78,13 @@ class FastInfosetRun {
   bool PutTextAttribute(const FastInfosetName& name, std::string_view text, ItemType type);
   template <typename GetOctets>
   bool PutPrintedAttribute(const FastInfosetName& name, std::string_view text, ItemType type,
+                           GetOctets octets);
+  // The same for a number of 32 bits, which prints itself.
+  template <typename Print, typename GetOctets>
+  bool PutIntegerElement(const FastInfosetName& name, std::int32_t number, Print print,
+                         GetOctets octets);
+  template <typename Print, typename GetOctets>
+  bool PutIntegerAttribute(const FastInfosetName& name, std::int32_t number, Print print,
                            GetOctets octets);
   // Text of the innermost element, not empty.
   bool PutOwnText(std::string_view text, ItemType type);
@@ -152,7 +160,10 @@ class FastInfosetRun {
   char* PutNewPrinted(char* out, std::string_view text, Encoding as, GetOctets octets,
                       bool add) const;
   template <typename Form, typename GetOctets>
-  char* PutPrinted(char* out, std::string_view text, ItemType type, GetOctets octets);
+  char* PutPrinted(char* out, std::string_view text, ItemType type, GetOctets octets,
+                   std::uint32_t* index = nullptr);
+  template <typename Form, typename Print, typename GetOctets>
+  char* PutInteger(char* out, std::int32_t number, Print print, GetOctets octets);
   template <typename Form>
   static char* PutInAlphabet(char* out, std::string_view text, Encoding as, bool add);
   template <typename Form>
@@ -162,13 +173,21 @@ class FastInfosetRun {
   template <typename Form>
   const Table& GetTable() const;
   // Answers the index that the text has now; 0 where the table is full.
-  std::uint32_t AddAt(CFITextIndexes& table, const CFITextIndexes::Place& place,
-                      std::string_view text, std::uint64_t key) const {
-    const std::size_t count = table.GetCount();
-    if (count >= m_parts.maxEntries) return 0;
-    const auto index = static_cast<std::uint32_t>(count + 1);
-    table.AddAt(place, text, key, index);
+  std::uint32_t AddName(CFITextIndexes& table, const CFITextIndexes::Place& place,
+                        std::string_view text, std::uint64_t key) const {
+    const std::uint32_t index = GetNextIndex(table);
+    if (index != 0) table.AddAt(place, text, key, index);
     return index;
+  }
+  std::uint32_t AddValue(CFITextIndexes& table, const CFITextIndexes::Place& place,
+                         std::string_view text, std::uint64_t key) const {
+    const std::uint32_t index = GetNextIndex(table);
+    if (index != 0) table.AddNewAt(place, text, key, index);
+    return index;
+  }
+  std::uint32_t GetNextIndex(const CFITextIndexes& table) const {
+    const std::size_t count = table.GetCount();
+    return count < m_parts.maxEntries ? static_cast<std::uint32_t>(count + 1) : 0;
   }
   static bool HasZero(std::string_view text);
   static char* PutOctets(char* out, const Octets& octets);
@@ -196,6 +215,11 @@ class FastInfosetRun {
   char* PutNameInFull(char* out, unsigned mark, const FastInfosetName& name,
                       const std::string* prefix);
   std::uint32_t FindNamespace(const FastInfosetName& name);
+  char* PutUnknownName(char* out, unsigned mark, const FastInfosetName& name,
+                       const std::string* prefix, CFIKnownNames::ById& known, CFITextIndexes& names,
+                       std::uint32_t& index);
+  char* PutNameAgain(char* out, unsigned mark, const FastInfosetName& name,
+                     const CFIKnownNames::Places& places, CFITextIndexes& names);
   std::uint32_t Learn(const FastInfosetName& name, const std::string* prefix, const Key& whole,
                       CFITextIndexes& names);
   void Unlearn(const FastInfosetName& name, const std::string* prefix, const Added& added,

@@ -37,7 +37,8 @@ class CFastInfosetWriter::CTableEntry::CRunHost final : public FastInfosetRunHos
 
   Parts GetParts() override {
     CFIWritingTables& tables = *m_writer.m_pTables;
-    return {m_writer.m_pOptions, &tables.names, &tables.maps, CFIVocabulary::kMaxEntries};
+    return {m_writer.m_pOptions, &tables.names, &tables.integers, &tables.maps,
+            CFIVocabulary::kMaxEntries};
   }
 
   Place Lend() override {

@@ -14,6 +14,7 @@ class CFastInfosetContext;
 
 namespace QzXmlLib16::detail {
 
+class CFIKnownIntegers;
 class CFIKnownNames;
 struct CFIIndexMaps;
 class FastInfosetName;
@@ -28,6 +29,7 @@ class FastInfosetRunHost : public CShortWays {
   struct Parts {
     const CFastInfosetContext* options;
     CFIKnownNames* names;
+    CFIKnownIntegers* integers;
     CFIIndexMaps* maps;
     std::size_t maxEntries;  // of a table
   };

@@ -60,7 +60,7 @@ template <typename Form>
                                           : table.texts->Look(text, key);
   if (place.index != 0) return Form::WriteIndex(out, place.index);
   out = PutInFull<Form>(out, text, as, true);
-  if (out != nullptr) AddAt(*table.texts, place, text, key);
+  if (out != nullptr) AddValue(*table.texts, place, text, key);
   return out;
 }
 
@@ -91,7 +91,8 @@ template <typename Form, typename GetOctets>
 // Meant: also a value under an algorithm is looked for by its text.
 template <typename Form, typename GetOctets>
 [[gnu::always_inline]] inline char* FastInfosetRun::PutPrinted(char* out, std::string_view text,
-                                                               ItemType type, GetOctets octets) {
+                                                               ItemType type, GetOctets octets,
+                                                               std::uint32_t* index) {
   const Table& table = GetTable<Form>();
   const Encoding as = m_encodings[type];
   if (text.size() >= table.maxAddLength) return PutNewPrinted<Form>(out, text, as, octets, false);
@@ -99,9 +100,30 @@ template <typename Form, typename GetOctets>
   const CFITextIndexes::Place place = text.size() <= CFITextIndexes::kShort
                                           ? table.texts->LookShort(key)
                                           : table.texts->Look(text, key);
+  if (index != nullptr) *index = place.index;
   if (place.index != 0) return Form::WriteIndex(out, place.index);
   out = PutNewPrinted<Form>(out, text, as, octets, true);
-  if (out != nullptr) AddAt(*table.texts, place, text, key);
+  if (out == nullptr) return nullptr;
+  const std::uint32_t added = AddValue(*table.texts, place, text, key);
+  if (index != nullptr) *index = added;
+  return out;
+}
+
+template <typename Form, typename Print, typename GetOctets>
+inline char* FastInfosetRun::PutInteger(char* out, std::int32_t number, Print print,
+                                        GetOctets octets) {
+  CFIKnownIntegers::Known& known = m_parts.integers->Of<Form>(number);
+  const std::uint64_t key = m_parts.integers->KeyOf(number);
+  if (known.key == key) return known.octets.Write(out);
+  char text[kPrintedRoom];
+  const char* const end = print(text);
+  std::uint32_t index = 0;
+  out = PutPrinted<Form>(out, std::string_view(text, static_cast<std::size_t>(end - text)),
+                         ItemType_i4, octets, &index);
+  if (out != nullptr && index != 0) {
+    known.key = key;
+    known.octets.SetValue<Form>(index);
+  }
   return out;
 }
 
@@ -214,6 +236,22 @@ inline bool FastInfosetRun::PutPrintedAttribute(const FastInfosetName& name, std
   char* const out = BeginAttribute(name, kPrintedRoom);
   if (out == nullptr) return false;
   return EndAttribute(name, PutPrinted<CFIAttributeForm>(out, text, type, octets));
+}
+
+template <typename Print, typename GetOctets>
+inline bool FastInfosetRun::PutIntegerElement(const FastInfosetName& name, std::int32_t number,
+                                              Print print, GetOctets octets) {
+  char* const out = BeginValue(name, kPrintedRoom);
+  if (out == nullptr) return false;
+  return EndValue(name, PutInteger<CFIChunkForm>(out, number, print, octets));
+}
+
+template <typename Print, typename GetOctets>
+inline bool FastInfosetRun::PutIntegerAttribute(const FastInfosetName& name, std::int32_t number,
+                                                Print print, GetOctets octets) {
+  char* const out = BeginAttribute(name, kPrintedRoom);
+  if (out == nullptr) return false;
+  return EndAttribute(name, PutInteger<CFIAttributeForm>(out, number, print, octets));
 }
 
 // Meant: the end of an element that still has to be written comes behind this.

@@ -35,6 +35,8 @@
 namespace QzXmlLib16 {
 namespace {
 
+CInstanceClass s_class("CFastInfosetWriter");
+
 constexpr unsigned kTerminator = 0xF0;
 constexpr unsigned kTwoTerminators = 0xFF;
 constexpr unsigned kEmptyValue = 0xFF;  // the index 0
@@ -48,7 +50,7 @@ bool IsTraced() { return detail::GetDebugChannel() != nullptr; }
 }  // namespace
 
 CFastInfosetWriter::CFastInfosetWriter(CFastInfosetContext* context, CBinaryStream* stream)
-    : CXmlWriter("CFastInfosetWriter"),
+    : CXmlWriter(s_class),
       m_pStream(stream),
       m_pOptions(context),
       m_pPendingContext(nullptr),

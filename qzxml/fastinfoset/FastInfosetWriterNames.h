@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "qzxml/fastinfoset/FITextIndexesFind.h"
 #include "qzxml/fastinfoset/OctetForms.h"
 #include "qzxml/xml/ShortText.h"
 
@@ -25,14 +26,23 @@ struct CFIKnownOctets {
   void SetAttribute(std::uint32_t index) {
     if (index != 0) Set(index, &WriteIndexOnSecondBit);
   }
+  // The same of a value, in a place that Form tells.
+  template <typename Form>
+  void SetValue(std::uint32_t index) {
+    SetWith([index](char* out) { return Form::WriteIndex(out, index); });
+  }
 
   std::uint32_t bytes = 0;  // as they stand in memory
   std::uint32_t size = 0;
 
  private:
   void Set(std::uint32_t index, char* (*write)(char*, unsigned, std::uint32_t)) {
+    SetWith([=](char* out) { return write(out, 0x00, index); });
+  }
+  template <typename Write>
+  void SetWith(Write write) {
     char octets[kFormSize] = {};
-    size = static_cast<std::uint32_t>(write(octets, 0x00, index) - octets);
+    size = static_cast<std::uint32_t>(write(octets) - octets);
     bytes = LoadWord<std::uint32_t>(octets);
   }
 };
@@ -55,6 +65,21 @@ class CFIKnownNames {
   }
   static constexpr std::uint64_t kNever = 0;
 
+  // Where the texts of a name without a prefix stand in the tables, also when no name is known any
+  // more; the numbers are those of their arrangements.
+  struct Places {
+    bool Are(std::uint64_t askedId, const CFITextIndexes& names,
+             const CFITextIndexes& locals) const {
+      return id == askedId && wholes == names.GetArrangement() && parts == locals.GetArrangement();
+    }
+
+    std::uint64_t id = 0;
+    std::uint64_t wholes = 0;
+    std::uint64_t parts = 0;
+    std::size_t whole = 0;
+    std::size_t local = 0;
+  };
+
   // A name with an id.
   struct ById {
     // The state is a marked one.
@@ -62,9 +87,16 @@ class CFIKnownNames {
 
     std::uint64_t mark = kNever;  // of both
     Octets octets;
+    Places places;
   };
   ById& AttributeOf(std::uint64_t id) { return m_attributes[id % m_attributes.size()]; }
   ById& ElementOf(std::uint64_t id) { return m_elements[id % m_elements.size()]; }
+  // The place is that of the id, the state a marked one.
+  static void Keep(ById& known, std::uint64_t id, std::uint64_t state, const Octets& octets) {
+    if (id == 0 || id >= kIds || state == kNever) return;
+    known.mark = id | state;
+    known.octets = octets;
+  }
   void KeepAttribute(std::uint64_t id, const Octets& octets) {
     Keep(AttributeOf(id), id, Marked(0), octets);
   }
@@ -126,10 +158,6 @@ class CFIKnownNames {
   static constexpr std::uint64_t kIds = std::uint64_t{1} << 24;
   static constexpr std::uint64_t kStates = std::uint64_t{1} << 20;
   static constexpr std::uint64_t kMark = kIds * kStates;
-
-  static void Keep(ById& known, std::uint64_t id, std::uint64_t state, const Octets& octets) {
-    if (id != 0 && id < kIds && state != kNever) known = {id | state, octets};
-  }
 
   std::uint64_t m_mark = kMark;
   std::array<ById, 64> m_attributes = {};

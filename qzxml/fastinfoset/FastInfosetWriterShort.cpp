@@ -7,6 +7,7 @@
 #include "qzxml/fastinfoset/FastInfosetWriterForms.h"
 #include "qzxml/fastinfoset/FastInfosetWriterNames.h"
 #include "qzxml/fastinfoset/OctetForms.h"
+#include "qzxml/fastinfoset/SmallAlphabets.h"
 #include "qzxml/platform/DebugChannel.h"
 #include "qzxml/runtime/Encoder.h"
 #include "qzxml/values/ConversionsDetail.h"
@@ -178,8 +179,7 @@ inline char* CFastInfosetWriter::PutShortText(char* out, std::string_view text, 
   } else if (encoding.m_dwType == kFIRestrictedAlphabet && encoding.m_dwIndex - 1 < 2) {
     out = WriteValueHead<Form>(out, entry.IsToBeAdded(), kFIRestrictedAlphabet, encoding.m_dwIndex,
                                static_cast<std::uint32_t>((text.size() + 1) / 2));
-    const std::string& alphabet = CFIVocabulary::GetAlphabets()[encoding.m_dwIndex - 1];
-    out = WriteSmallAlphabetString(alphabet, text, out);
+    out = SmallAlphabet::Get(encoding.m_dwIndex).Write(out, text);
     if (out == nullptr) return nullptr;
   } else {
     return nullptr;

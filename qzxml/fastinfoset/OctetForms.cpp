@@ -40,19 +40,6 @@ std::size_t PositionIn(const std::string& alphabet, char c) {
 
 constexpr unsigned char kNotInAlphabet = 0xFF;
 
-// The position of each character.
-struct Positions {
-  explicit Positions(const std::string& alphabet) {
-    std::memset(of, kNotInAlphabet, sizeof of);
-    for (std::size_t i = alphabet.size(); i > 0; --i) {
-      of[static_cast<unsigned char>(alphabet[i - 1])] = static_cast<unsigned char>(i - 1);
-    }
-  }
-  unsigned operator[](char c) const { return of[static_cast<unsigned char>(c)]; }
-
-  unsigned char of[256];
-};
-
 }  // namespace
 
 char* WriteLongIndexOnSecondBit(char* out, unsigned head, std::uint32_t dwVal) {
@@ -125,24 +112,6 @@ void AppendRestrictedAlphabetString(const std::string& alphabet, const std::stri
     }
     out += static_cast<char>(octet);
   }
-}
-
-char* WriteSmallAlphabetString(const std::string& alphabet, std::string_view text, char* out) {
-  QZ_ASSERT(alphabet.size() >= 8 && alphabet.size() < 16);
-  const Positions positions(alphabet);
-  unsigned outside = 0;
-  std::size_t i = 0;
-  for (; i + 1 < text.size(); i += 2) {
-    const unsigned high = positions[text[i]];
-    const unsigned low = positions[text[i + 1]];
-    outside |= (high | low) & 0xF0u;
-    out = WriteOctet(out, high << 4 | low);
-  }
-  if (i < text.size()) {
-    outside |= positions[text[i]] & 0xF0u;
-    out = WriteOctet(out, positions[text[i]] << 4 | 0x0F);
-  }
-  return outside == 0 ? out : nullptr;
 }
 
 }  // namespace QzXmlLib16::detail

@@ -120,9 +120,4 @@ QZXML_API void PutLengthOnSeventhBit(std::string& out, unsigned head, std::uint3
 QZXML_API void AppendRestrictedAlphabetString(const std::string& alphabet, const std::string& text,
                                               std::string& out);
 
-// The same for an alphabet of 8 to 15 characters, to a place with room for half as many octets as
-// characters and one. Null for a character that is not in it.
-QZXML_API char* WriteSmallAlphabetString(const std::string& alphabet, std::string_view text,
-                                         char* out);
-
 }  // namespace QzXmlLib16::detail

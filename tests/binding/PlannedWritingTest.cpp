@@ -1,4 +1,6 @@
 #include <cstdint>
+#include <iterator>
+#include <limits>
 #include <optional>
 #include <string>
 
@@ -218,6 +220,17 @@ class CNames : public CBoundClass {
     m_outside = outside;
   }
 
+  // Objects inside each other with these numbers, of which some stand there as texts too.
+  void FillWith(const std::int32_t* number, const std::int32_t* end) {
+    m_int = *number;
+    if (*number % 3 == 0) m_text = std::to_string(*number);
+    if (++number == end) return;
+    const CSmartPtr<CNames> inner(new CNames);
+    inner->SetElementName("inner");
+    inner->FillWith(number, end);
+    m_inner = inner;
+  }
+
  private:
   static const CMember s_members[];
   static CClassBinding s_binding;
@@ -259,6 +272,24 @@ TEST(PlannedWriting, IsTheWalkForNamesOfAnyLengthAndNamespace) {
     names.Fill(depth);
     ExpectAsWalked(names);
     ExpectPlannedAsWalked(names, "urn:other");
+  }
+}
+
+// Numbers that are one of each other's 128 steps away, and those of which a text is known.
+TEST(PlannedWriting, IsTheWalkForNumbersThatComeAgain) {
+  constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
+  constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
+  constexpr std::int32_t kNumbers[] = {0,  0,   128,   0,      256,    128,    -128,  0,    5,
+                                       5,  133, 5,     -5,     123,    123,    -5,    9999, 99999,
+                                       -1, 255, kMost, kMost,  kLeast, kLeast, 99999, 9999, 100000,
+                                       3,  131, 3,     999999, 999999, -9999,  -9999, 12,   12};
+  CNames names;
+  names.FillWith(std::begin(kNumbers), std::end(kNumbers));
+  for (int round = 0; round < 2; ++round) {
+    for (const CSerializationContext& context : FastInfosetContexts(kUri)) {
+      ExpectOctetsAsWalked(names, context);
+      ASSERT_FALSE(HasFatalFailure());
+    }
   }
 }
 

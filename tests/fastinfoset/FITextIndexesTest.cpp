@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <map>
+#include <random>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -165,6 +166,55 @@ TEST(FITextIndexes, ManyTextsMayComeBehindFewAndFewBehindMany) {
     }
     ExpectSame(oracle, indexes);
     indexes.Clear();
+  }
+}
+
+// Documents of a kind have the same texts, or some of them, in one order or another.
+TEST(FITextIndexes, NothingHasAnIndexBehindForgetAndATextThatComesAgainGetsANewOne) {
+  CFITextIndexes indexes;
+  std::vector<std::string> texts = SimilarTexts();
+  std::mt19937 random(7);
+  for (int round = 0; round < 600; ++round) {
+    const std::size_t count = round % 100 == 99 ? texts.size() : random() % 40;
+    if (round % 3 == 0) std::shuffle(texts.begin(), texts.end(), random);
+    Oracle oracle;
+    for (std::size_t i = 0; i < count; ++i) {
+      const std::string& text = texts[i];
+      const std::uint64_t key = CFITextIndexes::KeyOf(text);
+      const CFITextIndexes::Place place = indexes.Look(text, key);
+      ASSERT_EQ(0u, place.index) << round << text;
+      const auto index = static_cast<std::uint32_t>(i + 1);
+      indexes.AddAt(place, text, key, index);
+      oracle[text] = index;
+      if (random() % 8 != 0) continue;
+      indexes.RemoveLast(text, key);
+      ASSERT_EQ(0u, indexes.Find(text)) << round << text;
+      indexes.Add(text, key, index);
+    }
+    ExpectSame(oracle, indexes);
+    ExpectSame(oracle, CFITextIndexes(indexes));
+    ASSERT_FALSE(HasFailure()) << round;
+    if (random() % 16 == 0) {
+      indexes.Clear();
+    } else {
+      indexes.Forget();
+    }
+    ExpectSame({}, indexes);
+  }
+}
+
+// Each time other texts: those of before do not pile up.
+TEST(FITextIndexes, TextsThatDoNotComeAgainAreDropped) {
+  CFITextIndexes indexes;
+  for (int round = 0; round < 20000; ++round) {
+    for (std::uint32_t i = 0; i < 3; ++i) {
+      const std::string text = "name " + std::to_string(round) + "." + std::to_string(i);
+      indexes.Add(text, CFITextIndexes::KeyOf(text), i + 1);
+    }
+    ASSERT_EQ(3u, indexes.GetCount());
+    ASSERT_EQ(3u, indexes.GetAll().size());
+    ASSERT_GT(std::size_t{256} * 1024, indexes.GetMemory()) << round;
+    indexes.Forget();
   }
 }
 
