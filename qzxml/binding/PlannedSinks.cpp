@@ -2,16 +2,6 @@
 
 namespace QzXmlLib16::detail {
 
-bool CXmlSink::PutAttribute(const CAttribute& attribute, std::string_view text) {
-  if (IsLeftOut(attribute, text)) return true;
-  char* const begin = m_run.BeginAttribute(attribute.tag, text.size() + kEntityRoom);
-  if (begin == nullptr) return false;
-  char* const end = m_run.PutText<true>(begin, text);
-  if (end == nullptr) return false;
-  m_run.EndAttribute(end);
-  return true;
-}
-
 bool CXmlSink::PutAttribute(const CAttribute& attribute, const void* value) {
   const CPlannedValue& planned = attribute.value;
   if (planned.IsText()) return PutAttribute(attribute, planned.GetText(value, m_run.GetScratch()));
@@ -22,17 +12,6 @@ bool CXmlSink::PutValue(const CChild& child, const void* value) {
   const CPlannedValue& planned = child.value;
   if (planned.IsText()) return PutText(child, planned.GetText(value, m_run.GetScratch()));
   return PutWritten(child, [&](char* out) { return planned.Write(value, out); });
-}
-
-bool CXmlSink::PutText(const CChild& child, std::string_view text) {
-  if (IsLeftOut(child, text)) text = std::string_view();
-  XmlTextRun::Value element;
-  char* const begin = m_run.BeginValue(element, child.name, text.size() + kEntityRoom);
-  if (begin == nullptr) return false;
-  char* const end = m_run.PutText<false>(begin, text);
-  if (end == nullptr) return false;
-  m_run.EndValue(element, begin, end);
-  return true;
 }
 
 bool CXmlSink::PutOwnText(const CPlannedValue& text, const void* value) {

@@ -95,4 +95,25 @@ inline bool CXmlSink::PutWritten(const CChild& child, Write write) {
   return true;
 }
 
+inline bool CXmlSink::PutAttribute(const CAttribute& attribute, std::string_view text) {
+  if (IsLeftOut(attribute, text)) return true;
+  char* const begin = m_run.BeginAttribute(attribute.tag, text.size() + kEntityRoom);
+  if (begin == nullptr) return false;
+  char* const end = m_run.PutText<true>(begin, text);
+  if (end == nullptr) return false;
+  m_run.EndAttribute(end);
+  return true;
+}
+
+inline bool CXmlSink::PutText(const CChild& child, std::string_view text) {
+  if (IsLeftOut(child, text)) text = std::string_view();
+  XmlTextRun::Value element;
+  char* const begin = m_run.BeginValue(element, child.name, text.size() + kEntityRoom);
+  if (begin == nullptr) return false;
+  char* const end = m_run.PutText<false>(begin, text);
+  if (end == nullptr) return false;
+  m_run.EndValue(element, begin, end);
+  return true;
+}
+
 }  // namespace QzXmlLib16::detail

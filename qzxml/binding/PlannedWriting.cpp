@@ -55,8 +55,8 @@ template <typename Sink>
 }
 
 template <typename Sink>
-inline void CPlannedWriting<Sink>::Attribute(const CWritePlan::CAttribute& attribute,
-                                             const CBoundClass& object) {
+[[gnu::always_inline]] inline void CPlannedWriting<Sink>::Attribute(
+    const CWritePlan::CAttribute& attribute, const CBoundClass& object) {
   switch (attribute.way) {
     case Way::Text: {
       const std::optional<std::string>& text = object.*attribute.property.m_string;

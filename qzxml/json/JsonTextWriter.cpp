@@ -14,6 +14,8 @@
 namespace QzXmlLib16 {
 namespace {
 
+CInstanceClass s_class("CJsonTextWriter");
+
 constexpr std::uint32_t kFlushSize = 4096;
 
 // Kinds whose lexical form is written without quotes.
@@ -53,7 +55,7 @@ class CJsonTextWriter::CNewElement {
 };
 
 CJsonTextWriter::CJsonTextWriter(CTextStream* stream)
-    : CXmlWriter("CJsonTextWriter"),
+    : CXmlWriter(s_class),
       m_strIndentChars("\t"),
       m_strEol("\n"),
       m_eolType(EOLType_LF),

@@ -126,6 +126,7 @@ class ShortText {
     m_size = size;
   }
   std::string_view View() const { return {m_data.get(), m_size}; }
+  std::size_t GetCapacity() const { return m_capacity; }
 
  private:
   void Grow(std::size_t size) {

@@ -35,6 +35,8 @@
 namespace QzXmlLib16 {
 namespace {
 
+CInstanceClass s_class("CXmlTextWriter");
+
 using namespace detail;
 
 constexpr char kCDataBegin[] = "<![CDATA[";
@@ -185,16 +187,19 @@ const std::string* CXmlTextWriter::GetAttributeAlias(const std::string& uri, con
 // ---- Construction and options ----
 
 CXmlTextWriter::CXmlTextWriter(CTextStream* stream)
-    : CXmlWriter("CXmlTextWriter"),
+    : CXmlWriter(s_class),
       m_bWriteDefaultValues(false),
+      m_strIndentChars(1, '\t'),
       m_strEol("\n"),
       m_eolType(EOLType_LF),
       m_bFormatted(true),
       m_tagEol(),
       m_bStreamFlushes(typeid(*stream) != typeid(CTextStream)),
       m_pStream(stream),
-      m_indents() {
-  SetIndentChars(std::string(1, '\t'));
+      m_indentsSize(sizeof m_indents),
+      m_pIndents(m_indents) {
+  std::memset(m_indents, '\t', sizeof m_indents);
+  PrepareFormat();
 }
 
 CXmlTextWriter::~CXmlTextWriter() = default;

@@ -2,9 +2,11 @@
 
 #include <atomic>
 #include <string>
+#include <utility>
 
 #include "qzxml/platform/Assert.h"
 #include "qzxml/runtime/QzException.h"
+#include "qzxml/runtime/SpareStore.h"
 #include "qzxml/xml/Messages.h"
 #include "qzxml/xml/XmlNamespaces.h"
 #include "qzxml/xml/XmlTextWriter.h"
@@ -20,24 +22,76 @@ std::uint64_t NextNameId() {
 
 }  // namespace detail
 
-CXmlWriter::CXmlWriter(const char* className)
-    : CInstanceMonitor(className),
-      m_pContext(nullptr),
-      m_pIdle(nullptr),
-      m_bDocumentValues(false),
-      m_pPlainTextWriter(nullptr),
-      m_pShortWays(nullptr) {
-  CXmlWriter::AddNamespaceMapping("xml", kXmlNamespace);
+// To make the context of a root and the first mapping costs a small document a good part of what it
+// costs to write it.
+struct CXmlWriter::CStart {
+  CStart() : namespaces{{kXmlNamespace, "xml"}} {}
+  CStart(const CStart&) = delete;
+  CStart& operator=(const CStart&) = delete;
+  ~CStart() { SetRoot(nullptr); }
+
+  // A waiting context, in the place of the one that is there.
+  void SetRoot(CXmlWriterContext* context) noexcept {
+    if (root != nullptr) {
+      root->EndWait();
+      delete root;
+    }
+    root = context;
+  }
+
+  // What is made from now on counts in a new record of the instance monitor.
+  void DropUnlistedRoot() {
+    if (root != nullptr && !root->GetRecord()->IsListed()) SetRoot(nullptr);
+  }
+
+  // As it was, if that costs little. False when it is not worth keeping.
+  bool Renew() noexcept {
+    if (namespaces.size() != 1 || namespaces.begin()->first != kXmlNamespace ||
+        namespaces.begin()->second != "xml") {
+      return false;
+    }
+    if (root == nullptr) return true;
+    if (!root->IsSmallRoot()) return false;
+    root->m_rootNamespaces->ResetStates();
+    return true;
+  }
+
+  using CStore = detail::CSpareStore<CStart, 8>;
+  static CStore& Store() {
+    static auto* const store = new CStore();
+    return *store;
+  }
+
+  NamespaceMap namespaces;
+  CXmlWriterContext* root = nullptr;  // owned
+};
+
+void CXmlWriter::CGiveStart::operator()(CStart* start) const noexcept {
+  if (!start->Renew() || !CStart::Store().Give(start)) delete start;
+}
+
+CXmlWriter::CXmlWriter(const char* className) : CInstanceMonitor(className) { Begin(); }
+CXmlWriter::CXmlWriter(CInstanceClass& instanceClass) : CInstanceMonitor(instanceClass) { Begin(); }
+
+void CXmlWriter::Begin() {
+  CStart* const spare = CStart::Store().Take();
+  m_pStart.reset(spare != nullptr ? spare : new CStart());
+  m_pStart->DropUnlistedRoot();
+  m_pNamespaces = &m_pStart->namespaces;
+  m_pIdle = std::exchange(m_pStart->root, nullptr);
 }
 
 CXmlWriter::~CXmlWriter() {
   delete m_pContext;
   while (m_pIdle != nullptr) {
-    CXmlWriterContext* const next = m_pIdle->m_pParent;
-    m_pIdle->m_pParent = nullptr;
-    m_pIdle->EndWait();
-    delete m_pIdle;
-    m_pIdle = next;
+    CXmlWriterContext* const context = m_pIdle;
+    m_pIdle = std::exchange(context->m_pParent, nullptr);
+    if (context->m_rootNamespaces != nullptr) {
+      m_pStart->SetRoot(context);
+    } else {
+      context->EndWait();
+      delete context;
+    }
   }
 }
 
@@ -59,7 +113,7 @@ void CXmlWriter::AddNamespaceMapping(const std::string& alias, const std::string
   if (m_pContext != nullptr) {
     m_pContext->AddNamespaceMapValue(uri, alias);
   } else {
-    m_namespaces[uri] = alias;
+    (*m_pNamespaces)[uri] = alias;
   }
 }
 
@@ -82,11 +136,11 @@ CXmlWriter::CXmlWriterContext* CXmlWriter::OpenRootOrNew(const std::string& name
                                                          const std::string& uri) {
   if (m_pContext != nullptr) return new CXmlWriterContext(name, uri, m_pContext);
   if (m_pIdle == nullptr) {
-    return new CXmlWriterContext(name, uri, m_strDefaultNamespace, m_namespaces, nullptr);
+    return new CXmlWriterContext(name, uri, m_strDefaultNamespace, *m_pNamespaces, nullptr);
   }
   CXmlWriterContext* const context = m_pIdle;
   CXmlWriterContext* const nextIdle = context->m_pParent;
-  context->OpenRoot(name, uri, m_strDefaultNamespace, m_namespaces, nullptr);
+  context->OpenRoot(name, uri, m_strDefaultNamespace, *m_pNamespaces, nullptr);
   m_pIdle = nextIdle;
   context->BeginLife();
   return context;

@@ -115,6 +115,7 @@ class QZXML_API CXmlWriter : public CInstanceMonitor {
  protected:
   // The class name is for the instance monitor. Maps "xml" to the XML namespace.
   explicit CXmlWriter(const char* className);
+  explicit CXmlWriter(::CInstanceClass& instanceClass);
 
   void SetPlainTextWriter(CXmlTextWriter* writer) { m_pPlainTextWriter = writer; }
   void SetShortWays(detail::CShortWays* shortWays) { m_pShortWays = shortWays; }
@@ -140,27 +141,35 @@ class QZXML_API CXmlWriter : public CInstanceMonitor {
   static bool IsXmlNamespace(const std::string& uri);
 
   const std::string& GetRootDefaultNamespace() const { return m_strDefaultNamespace; }
-  const NamespaceMap& GetRootNamespaceMap() const { return m_namespaces; }
+  const NamespaceMap& GetRootNamespaceMap() const { return *m_pNamespaces; }
 
   // Whether values come from a document just now: a carriage return is then no caller's mistake.
   bool AreDocumentValues() const { return m_bDocumentValues; }
 
  private:
+  // What a writer begins with, which some keep for the next one; XmlWriter.cpp.
+  struct CStart;
+  struct CGiveStart {
+    void operator()(CStart* start) const noexcept;
+  };
+  void Begin();
+
   CXmlWriterContext* OpenRootOrNew(const std::string& name, const std::string& uri);
   [[noreturn]] static void ThrowAttributeAfterContent();
 
   std::string m_strDefaultNamespace;  // for the root; empty for none
 
  protected:
-  CXmlWriterContext*
-      m_pContext;  // the innermost open element, which owns its parents; null for none
+  CXmlWriterContext* m_pContext =
+      nullptr;  // the innermost open element, which owns its parents; null for none
 
  private:
-  NamespaceMap m_namespaces;   // for the root
-  CXmlWriterContext* m_pIdle;  // ended contexts, chained by their parents, for reuse
-  bool m_bDocumentValues;
-  CXmlTextWriter* m_pPlainTextWriter;  // this, or null
-  detail::CShortWays* m_pShortWays;    // of this, or null
+  std::unique_ptr<CStart, CGiveStart> m_pStart;
+  NamespaceMap* m_pNamespaces = nullptr;  // for the root; of the start
+  CXmlWriterContext* m_pIdle = nullptr;   // ended contexts, chained by their parents, for reuse
+  bool m_bDocumentValues = false;
+  CXmlTextWriter* m_pPlainTextWriter = nullptr;  // this, or null
+  detail::CShortWays* m_pShortWays = nullptr;    // of this, or null
   Scratch m_scratch;
 };
 

@@ -92,6 +92,13 @@ class QZXML_API CXmlWriter::CXmlWriterContext : public CInstanceMonitor {
  private:
   friend class CXmlWriter;
 
+  // Whether it may be kept for the root of another document: for a context that waits.
+  bool IsSmallRoot() const {
+    return m_rootNamespaces != nullptr && m_rootNamespaces->IsSmall() &&
+           m_strNamespace.capacity() <= kSmallText && m_name.GetCapacity() <= kSmallText &&
+           m_strDefaultNamespace.capacity() <= kSmallText;
+  }
+
   void OpenRoot(const std::string& name, const std::string& uri,
                 const std::string& defaultNamespace, const NamespaceMap& namespaces,
                 CXmlWriterContext* parent);
@@ -101,6 +108,8 @@ class QZXML_API CXmlWriter::CXmlWriterContext : public CInstanceMonitor {
   void BeginScope();
   void EndScope();
   bool ResolvePrefix();
+
+  static constexpr std::size_t kSmallText = 256;
 
   std::uint32_t m_dwChildCount;
   bool m_bStartTagOpen;

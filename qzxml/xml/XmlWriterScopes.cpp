@@ -32,7 +32,7 @@ XmlWriterScopes::XmlWriterScopes()
     : m_pLast(nullptr), m_state(1), m_lastState(1), m_bAliasesCounted(false), m_nextAlias(0) {}
 
 void XmlWriterScopes::Reset(const Map& declared) {
-  m_map = declared;
+  if (m_map != declared) m_map = declared;
   m_changes.clear();
   m_pLast = nullptr;
   m_aliases.clear();

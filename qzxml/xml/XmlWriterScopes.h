@@ -29,6 +29,13 @@ class XmlWriterScopes {
 
   // Begins again with these.
   void Reset(const Map& declared);
+  // Begins again with the next document: states are counted from the first one.
+  void ResetStates() { m_state = m_lastState = 1; }
+  // Whether there is little to be kept for another document.
+  bool IsSmall() const {
+    return m_map.size() <= kSmall && m_changes.capacity() <= kSmall && m_spare.size() <= kSmall &&
+           m_aliases.empty();
+  }
 
   const Map& InForce() const { return m_map; }
 
@@ -56,6 +63,8 @@ class XmlWriterScopes {
   std::string GenerateAlias();
 
  private:
+  static constexpr std::size_t kSmall = 4;
+
   struct Change {
     Map::iterator entry;
     bool isNew;

@@ -456,6 +456,87 @@ TEST(XmlTextWriter, IsCountedByTheMonitorWithItsElements) {
   EXPECT_NE(std::string::npos, CInstanceMonitor::DumpState().find("    CXmlTextWriter = 0/"));
 }
 
+// ---- One document behind another ----
+
+namespace {
+
+// With a prefix that is made, and the one that every document has.
+std::string Plain() {
+  Output out;
+  out.Start("r");
+  out.Start("a", "urn:a");
+  out.Attribute("lang", "en", kXmlNamespace);
+  out.End(2);
+  return out.text();
+}
+
+constexpr char kPlain[] = "<r>\n\t<AA:a xmlns:AA=\"urn:a\" xml:lang=\"en\"/>\n</r>\n";
+
+}  // namespace
+
+TEST(XmlTextWriter, LeavesNothingOfItsDocumentToTheNextOne) {
+  ASSERT_EQ(kPlain, Plain());
+  {
+    Output out;
+    out.writer.AddNamespaceMapping("other", kXmlNamespace);
+    out.Start("r");
+    out.Attribute("lang", "en", kXmlNamespace);
+    out.End();
+    EXPECT_EQ("<r other:lang=\"en\"/>\n", out.text());
+  }
+  EXPECT_EQ(kPlain, Plain());
+  {
+    Output out;
+    out.writer.SetDefaultNamespace("urn:default");
+    out.writer.AddNamespaceMapping("b", "urn:b");
+    out.Start("r", "urn:default");
+    out.Start("a", "urn:a");
+    out.writer.AddNamespaceMapping("c", "urn:c");
+    out.writer.SetDefaultNamespace("urn:inner");
+    out.Start("left open", "urn:b");
+  }
+  EXPECT_EQ(kPlain, Plain());
+  for (const int count : {1, 100}) {
+    Output out;
+    for (int i = 0; i < count; ++i) {
+      const std::string number = std::to_string(i);
+      out.writer.AddNamespaceMapping("p" + number, "urn:" + number);
+    }
+    out.Start(std::string(100000, 'n').c_str(), "urn:0");
+    for (int i = 0; i < count; ++i) out.Start("a", ("urn:inner:" + std::to_string(i)).c_str());
+    out.End(count + 1);
+    EXPECT_EQ(kPlain, Plain()) << count;
+  }
+}
+
+// The first one has its own when the others begin, and ends behind them.
+TEST(XmlTextWriter, HasWhatItBeganWithWhateverOthersWrite) {
+  Output first;
+  first.Start("r");
+  first.Start("a", "urn:a");
+  {
+    Output others[20];
+    for (Output& other : others) other.Start("r", "urn:b");
+    EXPECT_EQ(kPlain, Plain());
+    for (Output& other : others) {
+      other.End();
+      EXPECT_EQ("<AA:r xmlns:AA=\"urn:b\"/>\n", other.text());
+    }
+  }
+  first.Attribute("lang", "en", kXmlNamespace);
+  first.End(2);
+  EXPECT_EQ(kPlain, first.text());
+}
+
+// Also what has been made for an earlier document counts anew.
+TEST(XmlTextWriter, IsCountedByTheMonitorThatBeginsAgain) {
+  ASSERT_EQ(kPlain, Plain());
+  CInstanceMonitor::Cleanup();
+  Output out;
+  out.Start("r");
+  EXPECT_TRUE(DumpHas("--> CXmlWriterContext = 1/1"));
+}
+
 // ---- Whole documents ----
 
 namespace {
