@@ -1,3 +1,6 @@
+#include <map>
+#include <memory>
+#include <string>
 #include <type_traits>
 #include <vector>
 
@@ -10,12 +13,74 @@
 namespace qztest {
 namespace {
 
-template <typename Kind>
-class TypedColDates : public TypedColOf<Kind> {};
-using Dates = testing::Types<YearMonth, MonthDay, Date, Datetime, Time>;
-TYPED_TEST_SUITE(TypedColDates, Dates, KindName);
+// What a class of an application that has its say in everything notes, and is told.
+struct Say {
+  Lines calls;
+  bool fails = false;
+};
 
-TYPED_TEST(TypedColDates, TakeTheTypeOfTheirClassAlone) {
+template <typename Col>
+class CDated final : public CMade<Col> {
+ public:
+  explicit CDated(Say& say) : m_say(say) {}
+  void Add(const CDateTime& value) override {
+    m_say.calls.push_back("Add");
+    Col::Add(value);
+  }
+  void AddAt(int index, const CDateTime& value) override {
+    m_say.calls.push_back("AddAt " + std::to_string(index));
+    Col::AddAt(index, value);
+  }
+
+ protected:
+  std::string ItemToString(const CDateTime& value) const override {
+    if (m_say.fails) throw CQzException("No text.");
+    return "<" + Col::ItemToString(value) + ">";
+  }
+
+ private:
+  Say& m_say;
+};
+
+// One of the five; all that they do can be reached by their base.
+using Made = std::unique_ptr<CdatetimeBaseCol>;
+struct DateKind {
+  const char* name;
+  CDateTime::DTType type;
+  std::vector<Sample<CDateTime>> (*samples)();
+  CColListener::TextOf textOf;
+  Made (*make)(const ColOptions& o);
+  Made (*makeDated)(Say& say);
+};
+
+template <typename Kind>
+constexpr DateKind kKind = {
+    Kind::kName,
+    Kind::kDateType,
+    &Kind::Samples,
+    &TextOfValue<Kind>,
+    [](const ColOptions& o) { return Made(new CMade<typename Kind::Col>(o)); },
+    [](Say& say) { return Made(new CDated<typename Kind::Col>(say)); }};
+
+class TypedColDates : public testing::TestWithParam<const DateKind*> {
+ protected:
+  TypedColDates() : samples(GetParam()->samples()) {}
+
+  Made Make(const ColOptions& o = ColOptions()) const { return GetParam()->make(o); }
+  CDateTime value(std::size_t index) const { return samples[index].value; }
+  std::string text(std::size_t index) const { return samples[index].text; }
+
+  const std::vector<Sample<CDateTime>> samples;
+};
+
+INSTANTIATE_TEST_SUITE_P(Kinds, TypedColDates,
+                         testing::Values(&kKind<YearMonth>, &kKind<MonthDay>, &kKind<Date>,
+                                         &kKind<Datetime>, &kKind<Time>),
+                         [](const testing::TestParamInfo<const DateKind*>& kind) {
+                           return std::string(kind.param->name);
+                         });
+
+TEST_P(TypedColDates, TakeTheTypeOfTheirClassAlone) {
   std::vector<CDateTime> dates;
   for (const CDateTime::DTType type :
        {CDateTime::dt_yearZero, CDateTime::dt_dateTime, CDateTime::dt_date,
@@ -29,99 +94,75 @@ TYPED_TEST(TypedColDates, TakeTheTypeOfTheirClassAlone) {
       {CDateTime::dt_date, "Dates added to this collection must be of type dt_date"},
       {CDateTime::dt_dateTime, "Dates added to this collection must be of type dt_dateTime"},
       {CDateTime::dt_time, "Dates added to this collection must be of type dt_time"}};
-  const std::string& text = texts.at(TypeParam::kDateType);
-  typename TestFixture::Col col;
-  CValueListener<TypeParam> listener(col);
+  const std::string& text = texts.at(GetParam()->type);
+  const Made col = Make();
+  CColListener listener(*col, GetParam()->textOf);
   for (const CDateTime& date : dates) {
-    if (date.GetType() == TypeParam::kDateType) continue;
-    EXPECT_QZ_THROW(CQzInvalidParamException, text, col.Add(date));
+    if (date.GetType() == GetParam()->type) continue;
+    EXPECT_QZ_THROW(CQzInvalidParamException, text, col->Add(date));
     // The type comes ahead of the place.
-    EXPECT_QZ_THROW(CQzInvalidParamException, text, col.AddAt(7, date));
+    EXPECT_QZ_THROW(CQzInvalidParamException, text, col->AddAt(7, date));
   }
   EXPECT_EQ(Lines(), listener.log);
-  EXPECT_EQ(0, col.GetCount());
-  col.Add(this->value(0));
-  EXPECT_EQ(1, col.GetCount());
+  EXPECT_EQ(0, col->GetCount());
+  col->Add(value(0));
+  EXPECT_EQ(1, col->GetCount());
 }
 
-TYPED_TEST(TypedColDates, TestTypeThenFacetsAndThenTellAndTestThePlace) {
+TEST_P(TypedColDates, TestTypeThenFacetsAndThenTellAndTestThePlace) {
   ColOptions o;
-  o.maxInclusive = TypeParam::Samples()[0].text;
+  o.maxInclusive = samples[0].text;
   o.minInclusive = o.maxInclusive;
-  typename TestFixture::Col col(o);
-  CValueListener<TypeParam> listener(col);
-  EXPECT_QZ_THROW(CQzException, "Invalid Value for v [" + this->text(1) + "].",
-                  col.AddAt(7, this->value(1)));
+  const Made col = Make(o);
+  CColListener listener(*col, GetParam()->textOf);
+  EXPECT_QZ_THROW(CQzException, "Invalid Value for v [" + text(1) + "].", col->AddAt(7, value(1)));
   EXPECT_EQ(Lines(), listener.log);
-  EXPECT_QZ_THROW(CQzInvalidParamException, "Index out of range", col.AddAt(7, this->value(0)));
-  EXPECT_EQ(Lines{"add " + this->text(0) + ", 0"}, listener.log);
-  EXPECT_EQ(0, col.GetCount());
+  EXPECT_QZ_THROW(CQzInvalidParamException, "Index out of range", col->AddAt(7, value(0)));
+  EXPECT_EQ(Lines{"add " + text(0) + ", 0"}, listener.log);
+  EXPECT_EQ(0, col->GetCount());
 }
 
-TYPED_TEST(TypedColDates, AreFilledAndReadThroughTheirBase) {
-  typename TestFixture::Col col;
-  CdatetimeBaseCol& base = col;
-  base.Add(this->value(0));
-  base.AddAt(0, this->value(1));
+TEST_P(TypedColDates, AreFilledAndReadThroughTheirBase) {
+  const Made col = Make();
+  CdatetimeBaseCol& base = *col;
+  base.Add(value(0));
+  base.AddAt(0, value(1));
   EXPECT_EQ(2, base.GetCount());
-  EXPECT_TRUE(this->value(1) == base.Item(0));
-  EXPECT_TRUE(this->value(0) == base.Item(1));
+  EXPECT_TRUE(value(1) == base.Item(0));
+  EXPECT_TRUE(value(0) == base.Item(1));
   EXPECT_QZ_THROW(CQzInvalidParamException, "Index 2 is out of range, use 0 - 2", base.Item(2));
   base.Clear();
   EXPECT_TRUE(base.begin() == base.end());
 }
 
-// A class of an application that has its say in everything.
-template <typename Col>
-class CDated : public CMade<Col> {
- public:
-  using CMade<Col>::CMade;
-  void Add(const CDateTime& value) override {
-    calls.push_back("Add");
-    Col::Add(value);
-  }
-  void AddAt(int index, const CDateTime& value) override {
-    calls.push_back("AddAt " + std::to_string(index));
-    Col::AddAt(index, value);
-  }
-  Lines calls;
-  bool fails = false;
-
- protected:
-  std::string ItemToString(const CDateTime& value) const override {
-    if (fails) throw CQzException("No text.");
-    return "<" + Col::ItemToString(value) + ">";
-  }
-};
-
-TYPED_TEST(TypedColDates, AreReadThroughTheVirtualAddAndAddAt) {
-  CDated<typename TypeParam::Col> col;
-  const CLoaded document(
-      ("<r><v>" + this->text(0) + "</v><v>" + this->text(1) + "</v></r>").c_str());
-  EXPECT_EQ(nullptr, col.FromXml_Int(document.root(), document.root()->GetFirstElement(),
-                                     CSerializationContext(), false));
-  EXPECT_EQ((Lines{"Add", "AddAt 0", "Add", "AddAt 1"}), col.calls);
+TEST_P(TypedColDates, AreReadThroughTheVirtualAddAndAddAt) {
+  Say say;
+  const Made col = GetParam()->makeDated(say);
+  const CLoaded document(("<r><v>" + text(0) + "</v><v>" + text(1) + "</v></r>").c_str());
+  EXPECT_EQ(nullptr, CWalk::Read(col.get(), document.root(), document.root()->GetFirstElement()));
+  EXPECT_EQ((Lines{"Add", "AddAt 0", "Add", "AddAt 1"}), say.calls);
 }
 
-TYPED_TEST(TypedColDates, AreWrittenThroughTheVirtualItemToString) {
-  CDated<typename TypeParam::Col> col;
-  col.Add(this->value(2));
+TEST_P(TypedColDates, AreWrittenThroughTheVirtualItemToString) {
+  Say say;
+  const Made col = GetParam()->makeDated(say);
+  col->Add(value(2));
   CRecordingWriter writer;
-  col.ToXml_Int(&writer, false, "", CSerializationContext(), false);
-  EXPECT_EQ((Lines{"start v", "text <" + this->text(2) + "> 20", "end"}), writer.calls);
-  col.fails = true;
+  CWalk::Write(col.get(), &writer, CSerializationContext());
+  EXPECT_EQ((Lines{"start v", "text <" + text(2) + "> 20", "end"}), writer.calls);
+  say.fails = true;
   CRecordingWriter stopped;
   EXPECT_QZ_THROW(CQzException, "No text.",
-                  col.ToXml_Int(&stopped, false, "", CSerializationContext(), false));
+                  CWalk::Write(col.get(), &stopped, CSerializationContext()));
   EXPECT_EQ(Lines{"start v"}, stopped.calls);
 }
 
-TYPED_TEST(TypedColDates, WriteADateThatWasNeverSet) {
-  typename TestFixture::Col col;
-  col.Add(CDateTime(TypeParam::kDateType));
+TEST_P(TypedColDates, WriteADateThatWasNeverSet) {
+  const Made col = Make();
+  col->Add(CDateTime(GetParam()->type));
   const std::string text =
-      TypeParam::kDateType == CDateTime::dt_time ? "00:00:00" : "Error: Date Not Set";
-  EXPECT_EQ("<owner><v>" + text + "</v></owner>", WriteInOwner(&col));
+      GetParam()->type == CDateTime::dt_time ? "00:00:00" : "Error: Date Not Set";
+  EXPECT_EQ("<owner><v>" + text + "</v></owner>", WriteInOwner(col.get()));
 }
 
 // --- The base

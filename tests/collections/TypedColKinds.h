@@ -1,7 +1,5 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <cstdint>
 #include <initializer_list>
 #include <limits>
@@ -223,19 +221,6 @@ struct Time : OfDate<CtimeCol, ItemType_time> {
     return {{TimeOf(7, 8, 9), "07:08:09"},
             {TimeOf(0, 0, 0), "00:00:00"},
             {TimeOf(23, 59, 59), "23:59:59"}};
-  }
-};
-
-// All of them, and how gtest names them.
-using Kinds = testing::Types<I1, I2, I4, I8, Ui1, Ui2, Ui4, Ui8, R4, R8, Decimal, Integer, String,
-                             Boolean, HexBinary, Base64Binary, Duration, Year, Month, Day,
-                             YearMonth, MonthDay, Date, Datetime, Time>;
-
-class KindName {
- public:
-  template <typename Kind>
-  static std::string GetName(int) {
-    return Kind::kName;
   }
 };
 

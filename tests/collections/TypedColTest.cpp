@@ -1,8 +1,7 @@
 #include <map>
-#include <type_traits>
 #include <vector>
 
-#include "tests/collections/TypedColKinds.h"
+#include "tests/collections/AnyCol.h"
 #include "tests/support/LiveCounts.h"
 #include "tests/support/QzTest.h"
 
@@ -10,11 +9,10 @@
 namespace qztest {
 namespace {
 
-template <typename Kind>
-class TypedCol : public TypedColOf<Kind> {};
-TYPED_TEST_SUITE(TypedCol, Kinds, KindName);
+class TypedCol : public OfEveryKind {};
+INSTANTIATE_TEST_SUITE_P(Kinds, TypedCol, testing::ValuesIn(AllKinds()), &NameOfKind);
 
-TYPED_TEST(TypedCol, KeepsWhatItWasMadeWith) {
+TEST_P(TypedCol, KeepsWhatItWasMadeWith) {
   ColOptions o;
   o.name = "item";
   o.uri = "urn:items";
@@ -32,16 +30,16 @@ TYPED_TEST(TypedCol, KeepsWhatItWasMadeWith) {
   o.fractionDigits = 1;
   o.rule = CWhitespaceUtils::WhitespaceRule_Replace;
   o.format = "%.2f";
-  const typename TestFixture::Col col(o);
-  EXPECT_EQ(0, col.GetCount());
-  EXPECT_EQ(TypeParam::kType, col.GetItemType());
-  EXPECT_EQ("item", col.GetElementName());
-  EXPECT_EQ("urn:items", col.GetNamespace());
-  EXPECT_EQ(1, col.GetMinOccurs());
-  EXPECT_EQ(4, col.GetMaxOccurs());
-  EXPECT_EQ("%.2f", col.GetFormat());
-  EXPECT_EQ(CWhitespaceUtils::WhitespaceRule_Replace, col.GetWhitespaceRule());
-  const CPrimitiveRestrictions& r = col.GetRestrictions();
+  const auto col = kind().Make(o);
+  EXPECT_EQ(0, col->GetCount());
+  EXPECT_EQ(kind().type, col->GetItemType());
+  EXPECT_EQ("item", col->GetElementName());
+  EXPECT_EQ("urn:items", col->base().GetNamespace());
+  EXPECT_EQ(1, col->base().GetMinOccurs());
+  EXPECT_EQ(4, col->base().GetMaxOccurs());
+  EXPECT_EQ("%.2f", col->GetFormat());
+  EXPECT_EQ(CWhitespaceUtils::WhitespaceRule_Replace, col->GetWhitespaceRule());
+  const CPrimitiveRestrictions& r = col->GetRestrictions();
   EXPECT_EQ("[a-z]+", r.GetPattern());
   EXPECT_EQ(2, r.GetMinLength());
   EXPECT_EQ(8, r.GetMaxLength());
@@ -54,133 +52,105 @@ TYPED_TEST(TypedCol, KeepsWhatItWasMadeWith) {
   EXPECT_EQ(1, r.GetFractionDigits());
 }
 
-TYPED_TEST(TypedCol, TakesNullTextsAsEmpty) {
+TEST_P(TypedCol, TakesNullTextsAsEmpty) {
   ColOptions o;
   o.name = nullptr;
   o.uri = nullptr;
-  const typename TestFixture::Col col(o);
-  EXPECT_EQ("", col.GetElementName());
-  EXPECT_EQ("", col.GetNamespace());
-  EXPECT_EQ("", col.GetFormat());
-  EXPECT_FALSE(col.HasFacets());
+  const auto col = kind().Make(o);
+  EXPECT_EQ("", col->GetElementName());
+  EXPECT_EQ("", col->base().GetNamespace());
+  EXPECT_EQ("", col->GetFormat());
+  EXPECT_FALSE(col->HasFacets());
 }
 
-TYPED_TEST(TypedCol, IsAnObjectThatHandlesHold) {
-  const CSmartPtr<typename TypeParam::Col> col(new typename TestFixture::Col);
-  EXPECT_EQ(col, col->GetBase());
+TEST_P(TypedCol, IsAnObjectThatHandlesHold) {
+  EXPECT_TRUE(kind().IsItsOwnBase());
   EXPECT_QZ_THROW(CQzException,
                   "CXmlCollectionBase::GetTargetNamespace Should not be used from within a "
                   "Collection (program logic error)",
-                  col->GetTargetNamespace());
+                  kind().AskForTargetNamespace());
 }
 
-TYPED_TEST(TypedCol, IsCountedUnderItsOwnName) {
+TEST_P(TypedCol, IsCountedUnderItsOwnName) {
   const std::map<std::string, std::int32_t> before = LiveCounts();
   {
-    const typename TestFixture::Col first;
-    const typename TestFixture::Col second;
+    const auto first = kind().Make();
+    const auto second = kind().Make();
     std::map<std::string, std::int32_t> with = before;
-    with[TypeParam::kName] += 2;
+    with[kind().name] += 2;
     EXPECT_EQ(with, LiveCounts());
   }
   EXPECT_EQ(before, LiveCounts());
 }
 
-TYPED_TEST(TypedCol, HasTheBasesOfItsBranch) {
-  using OfKind = typename TypeParam::Col;
-  EXPECT_TRUE((std::is_convertible_v<OfKind*, CXmlTypeCollection*>));
-  EXPECT_TRUE((std::is_base_of_v<CInstanceMonitor, OfKind>));
-  EXPECT_FALSE((std::is_convertible_v<OfKind*, CInstanceMonitor*>));
-  EXPECT_EQ(TypeParam::kIsDate, (std::is_convertible_v<OfKind*, CdatetimeBaseCol*>));
+TEST_P(TypedCol, HasTheBasesOfItsBranch) {
+  EXPECT_TRUE(kind().isTypeCollection);
+  EXPECT_TRUE(kind().hasInstanceMonitor);
+  EXPECT_FALSE(kind().isInstanceMonitor);
+  EXPECT_EQ(kind().isDate, kind().isDateCollection);
 }
 
 // --- Values
 
-// A class that has operations of the same names: those of dates are virtual, the others are not.
-template <typename Kind>
-class CSameNames : public CMade<typename Kind::Col> {
- public:
-  using Value = typename Kind::Value;
-  void Add(const Value& value) {
-    ++calls;
-    CMade<typename Kind::Col>::Add(value);
-  }
-  void AddAt(int index, const Value& value) {
-    ++calls;
-    CMade<typename Kind::Col>::AddAt(index, value);
-  }
-  Value Item(int index) const {
-    ++calls;
-    return CMade<typename Kind::Col>::Item(index);
-  }
-  mutable int calls = 0;
-};
-
-TYPED_TEST(TypedCol, AddsAndGivesByVirtualCallsInTheBranchOfDatesAlone) {
-  CSameNames<TypeParam> col;
-  typename TypeParam::Col& known = col;
-  known.Add(this->value(0));
-  EXPECT_EQ(TypeParam::kIsDate ? 2 : 0, col.calls);  // Add and AddAt
-  known.AddAt(0, this->value(1));
-  EXPECT_EQ(TypeParam::kIsDate ? 3 : 0, col.calls);
-  EXPECT_EQ(this->text(1), this->TextOf(known.Item(0)));
-  EXPECT_EQ(TypeParam::kIsDate ? 4 : 0, col.calls);
+TEST_P(TypedCol, AddsAndGivesByVirtualCallsInTheBranchOfDatesAlone) {
+  const SameNames seen = kind().TrySameNames();
+  EXPECT_EQ(kind().isDate ? 2 : 0, seen.callsByAdd);  // Add and AddAt
+  EXPECT_EQ(kind().isDate ? 3 : 0, seen.callsByAddAt);
+  EXPECT_EQ(text(1), seen.item);
+  EXPECT_EQ(kind().isDate ? 4 : 0, seen.callsByItem);
 }
 
-TYPED_TEST(TypedCol, AppendsInsertsAndGivesBack) {
-  typename TestFixture::Col col;
-  this->Fill(col, "01");
-  EXPECT_EQ(2, col.GetCount());
-  EXPECT_EQ(this->TextsOf("01"), this->Texts(col));
-  col.AddAt(0, this->value(2));
-  col.AddAt(3, this->value(1));
-  col.AddAt(2, this->value(2));
-  EXPECT_EQ(this->TextsOf("20211"), this->Texts(col));
+TEST_P(TypedCol, AppendsInsertsAndGivesBack) {
+  const auto col = kind().Make();
+  col->Fill("01");
+  EXPECT_EQ(2, col->GetCount());
+  EXPECT_EQ(TextsOf("01"), col->Texts());
+  col->AddAt(0, 2);
+  col->AddAt(3, 1);
+  col->AddAt(2, 2);
+  EXPECT_EQ(TextsOf("20211"), col->Texts());
 }
 
-TYPED_TEST(TypedCol, IsWalkedFromTheFirstValueToTheLast) {
-  typename TestFixture::Col col;
-  EXPECT_TRUE(col.begin() == col.end());
-  this->Fill(col, "210");
-  Lines texts;
-  for (const typename TestFixture::Value& value : col) texts.push_back(this->TextOf(value));
-  EXPECT_EQ(this->TextsOf("210"), texts);
-  const typename TestFixture::Col& unchanged = col;
-  EXPECT_EQ(3, unchanged.end() - unchanged.begin());
-  *col.begin() = this->value(1);
-  EXPECT_EQ(this->TextsOf("110"), this->Texts(col));
+TEST_P(TypedCol, IsWalkedFromTheFirstValueToTheLast) {
+  const auto col = kind().Make();
+  EXPECT_TRUE(col->BeginsAtItsEnd());
+  col->Fill("210");
+  EXPECT_EQ(TextsOf("210"), col->Walk());
+  EXPECT_EQ(3, col->LengthUnchanged());
+  col->SetFirst(1);
+  EXPECT_EQ(TextsOf("110"), col->Texts());
 }
 
-TYPED_TEST(TypedCol, RemovesAnyOne) {
-  typename TestFixture::Col col;
-  this->Fill(col, "01210");
-  col.Remove(1);
-  EXPECT_EQ(this->TextsOf("0210"), this->Texts(col));
-  col.Remove(3);
-  EXPECT_EQ(this->TextsOf("021"), this->Texts(col));
-  col.Remove(0);
-  EXPECT_EQ(this->TextsOf("21"), this->Texts(col));
-  EXPECT_EQ(2, col.end() - col.begin());
-  col.AddAt(0, this->value(1));
-  EXPECT_EQ(this->TextsOf("121"), this->Texts(col));
-  col.Remove(0);
-  col.Remove(0);
-  col.Remove(0);
-  EXPECT_EQ(0, col.GetCount());
-  EXPECT_TRUE(col.begin() == col.end());
-  col.Add(this->value(2));
-  EXPECT_EQ(this->TextsOf("2"), this->Texts(col));
+TEST_P(TypedCol, RemovesAnyOne) {
+  const auto col = kind().Make();
+  col->Fill("01210");
+  col->Remove(1);
+  EXPECT_EQ(TextsOf("0210"), col->Texts());
+  col->Remove(3);
+  EXPECT_EQ(TextsOf("021"), col->Texts());
+  col->Remove(0);
+  EXPECT_EQ(TextsOf("21"), col->Texts());
+  EXPECT_EQ(2, col->Length());
+  col->AddAt(0, 1);
+  EXPECT_EQ(TextsOf("121"), col->Texts());
+  col->Remove(0);
+  col->Remove(0);
+  col->Remove(0);
+  EXPECT_EQ(0, col->GetCount());
+  EXPECT_TRUE(col->BeginsAtItsEnd());
+  col->Add(2);
+  EXPECT_EQ(TextsOf("2"), col->Texts());
 }
 
-TYPED_TEST(TypedCol, TakesAValueOfItsOwn) {
-  typename TestFixture::Col col;
-  this->Fill(col, "012");
-  CValueListener<TypeParam> listener(col);
-  col.AddAt(0, *(col.begin() + 2));
-  col.Add(*col.begin());
-  EXPECT_EQ(this->TextsOf("20122"), this->Texts(col));
-  EXPECT_EQ("added " + this->text(2) + ", 4", listener.log[1]);
-  EXPECT_EQ("added " + this->text(2) + ", 5", listener.log[4]);
+TEST_P(TypedCol, TakesAValueOfItsOwn) {
+  const auto col = kind().Make();
+  col->Fill("012");
+  CColListener listener(col->base(), kind().textOf);
+  col->AddOwnAt(0, 2);
+  col->AddOwn(0);
+  EXPECT_EQ(TextsOf("20122"), col->Texts());
+  EXPECT_EQ("added " + text(2) + ", 4", listener.log[1]);
+  EXPECT_EQ("added " + text(2) + ", 5", listener.log[4]);
 }
 
 }  // namespace

@@ -11,17 +11,23 @@
 namespace qztest {
 namespace {
 
-ColOptions With(std::function<void(ColOptions&)> change) {
+using Change = void (*)(ColOptions& o);
+
+ColOptions With(Change change) {
   ColOptions options;
   change(options);
   return options;
 }
 
 ColOptions Format(const char* format) {
-  return With([=](ColOptions& o) { o.format = format; });
+  ColOptions options;
+  options.format = format;
+  return options;
 }
 ColOptions Rule(CWhitespaceUtils::WhitespaceRule rule) {
-  return With([=](ColOptions& o) { o.rule = rule; });
+  ColOptions options;
+  options.rule = rule;
+  return options;
 }
 
 TEST(TypedColValues, AreKeptAsTheHeaderShows) {
@@ -38,23 +44,58 @@ TEST(TypedColValues, AreKeptAsTheHeaderShows) {
 
 // --- Facets
 
+// A collection of some kind, with a value that goes in and one that does not.
+class CFacetTrial {
+ public:
+  virtual ~CFacetTrial() = default;
+  virtual bool HasFacets() const = 0;
+  virtual void AddGood() = 0;
+  virtual void AddBad() = 0;
+  virtual void AddBadInFront() = 0;
+  virtual bool BeginsWithGood() const = 0;
+};
+
+template <typename Kind>
+class CFacetTrialOf final : public CFacetTrial {
+ public:
+  using Value = typename Kind::Value;
+  CFacetTrialOf(const ColOptions& o, const Value& good, const Value& bad)
+      : col(o), m_good(good), m_bad(bad) {}
+  bool HasFacets() const override { return col.HasFacets(); }
+  void AddGood() override { col.Add(m_good); }
+  void AddBad() override { col.Add(m_bad); }
+  void AddBadInFront() override { col.AddAt(0, m_bad); }
+  bool BeginsWithGood() const override { return col.Item(0) == m_good; }
+
+  CMade<typename Kind::Col> col;
+
+ private:
+  const Value& m_good;
+  const Value& m_bad;
+};
+
 // A value that keeps a facet goes in, one that does not leaves the collection as it was and the
 // listeners with the first event alone (with none, in a collection of dates).
-template <typename Kind>
-void ExpectFacet(std::function<void(ColOptions&)> facet, const typename Kind::Value& good,
-                 const typename Kind::Value& bad, const char* text) {
-  SCOPED_TRACE(Kind::kName);
-  CMade<typename Kind::Col> col(With(facet));
-  EXPECT_TRUE(col.HasFacets());
-  col.Add(good);
+void ExpectFacet(CFacetTrial& trial, CXmlCollectionBase& col, CColListener::TextOf textOf,
+                 bool isDate, const char* text) {
+  EXPECT_TRUE(trial.HasFacets());
+  trial.AddGood();
   ASSERT_EQ(1, col.GetCount());
-  CValueListener<Kind> listener(col);
-  EXPECT_QZ_THROW(CQzException, text, col.Add(bad));
-  EXPECT_QZ_THROW(CQzException, text, col.AddAt(0, bad));
-  EXPECT_EQ(Kind::kIsDate ? 0U : 2U, listener.log.size());
+  CColListener listener(col, textOf);
+  EXPECT_QZ_THROW(CQzException, text, trial.AddBad());
+  EXPECT_QZ_THROW(CQzException, text, trial.AddBadInFront());
+  EXPECT_EQ(isDate ? 0U : 2U, listener.log.size());
   for (const std::string& line : listener.log) EXPECT_EQ("add ", line.substr(0, 4));
   EXPECT_EQ(1, col.GetCount());
-  EXPECT_TRUE(col.Item(0) == good);
+  EXPECT_TRUE(trial.BeginsWithGood());
+}
+
+template <typename Kind>
+void ExpectFacet(Change facet, const typename Kind::Value& good, const typename Kind::Value& bad,
+                 const char* text) {
+  const testing::ScopedTrace trace(__FILE__, __LINE__, Kind::kName);
+  CFacetTrialOf<Kind> trial(With(facet), good, bad);
+  ExpectFacet(trial, trial.col, &TextOfValue<Kind>, Kind::kIsDate, text);
 }
 
 TEST(TypedColValues, KeepTheFacetsOfNumbers) {
@@ -148,14 +189,14 @@ TEST(TypedColValues, GiveTheFailureOfAFacetThatDoesNotParse) {
 
 TEST(TypedColValues, KnowWhetherAnyFacetIsThere) {
   EXPECT_FALSE(CMade<Ci4Col>().HasFacets());
-  const std::function<void(ColOptions&)> facets[] = {
+  const Change facets[] = {
       [](ColOptions& o) { o.pattern = "a"; },      [](ColOptions& o) { o.minLength = 0; },
       [](ColOptions& o) { o.maxLength = 0; },      [](ColOptions& o) { o.minInclusive = "0"; },
       [](ColOptions& o) { o.maxInclusive = "0"; }, [](ColOptions& o) { o.minExclusive = "0"; },
       [](ColOptions& o) { o.maxExclusive = "0"; }, [](ColOptions& o) { o.length = 0; },
       [](ColOptions& o) { o.totalDigits = 0; },    [](ColOptions& o) { o.fractionDigits = 0; },
   };
-  for (const auto& facet : facets) EXPECT_TRUE(CMade<Ci4Col>(With(facet)).HasFacets());
+  for (const Change facet : facets) EXPECT_TRUE(CMade<Ci4Col>(With(facet)).HasFacets());
 }
 
 // --- Formats
@@ -282,22 +323,25 @@ TEST(TypedColValues, RefuseAnUnknownRuleOfWhiteSpace) {
 
 // Reads a good item and a bad one: the class of the failure and its text. The good one stays, and
 // nobody hears of the bad one unless its text is a value.
-template <typename Kind>
-std::string ReadBad(const char* bad) {
-  SCOPED_TRACE(Kind::kName);
-  const std::string good = Kind::Samples()[0].text;
+std::string ReadBad(CXmlCollectionBase& col, CColListener::TextOf textOf, const std::string& good,
+                    const char* bad) {
   const CLoaded document(
       ("<r><v>" + good + "</v><v>" + bad + "</v><v>" + good + "</v></r>").c_str());
-  CMade<typename Kind::Col> col;
-  CValueListener<Kind> listener(col);
+  CColListener listener(col, textOf);
   const std::string outcome = Outcome([&] {
-    col.FromXml_Int(document.root(), document.root()->GetFirstElement(), CSerializationContext(),
-                    false);
+    CWalk::Read(&col, document.root(), document.root()->GetFirstElement());
     return std::string("read");
   });
   EXPECT_EQ(1, col.GetCount());
   EXPECT_EQ(3U, listener.log.size());
   return outcome;
+}
+
+template <typename Kind>
+std::string ReadBad(const char* bad) {
+  const testing::ScopedTrace trace(__FILE__, __LINE__, Kind::kName);
+  CMade<typename Kind::Col> col;
+  return ReadBad(col, &TextOfValue<Kind>, Kind::Samples()[0].text, bad);
 }
 
 TEST(TypedColValues, FailToReadWhatIsNoNumber) {

@@ -64,94 +64,43 @@ struct Sample {
 
 // Notes what it hears, one line an event: the event, the text of its value or its index, and how
 // many items the collection has then. Then it does what it was told to do.
-template <typename Kind>
-class CValueListener final : public IEventSink {
+class CColListener : public IEventSink {
  public:
-  explicit CValueListener(CXmlCollectionBase& collection) : m_collection(collection) {
-    collection.AddEventListener(this);
-  }
-  ~CValueListener() { m_collection.RemoveEventListener(this); }
-  CValueListener(const CValueListener&) = delete;
-  CValueListener& operator=(const CValueListener&) = delete;
+  using TextOf = std::string (*)(const void* value);
+
+  CColListener(CXmlCollectionBase& collection, TextOf textOf);
+  virtual ~CColListener();
+  CColListener(const CColListener&) = delete;
+  CColListener& operator=(const CColListener&) = delete;
 
   std::vector<std::string> log;
   std::function<void(MsgType type, void* data)> onEvent;
 
-  void OnEvent(CXmlObjectBase* sender, MsgType type, void* data) override {
-    if (sender != m_collection.GetBase()) log.push_back("of another sender:");
-    log.push_back(Describe(type, data) + ", " + std::to_string(m_collection.GetCount()));
-    if (onEvent) onEvent(type, data);
-  }
+  void OnEvent(CXmlObjectBase* sender, MsgType type, void* data) override;
 
  private:
-  static std::string Describe(MsgType type, void* data) {
-    switch (type) {
-      case MsgType_CollectionChange:
-        return data == nullptr ? "change" : "change with data";
-      case MsgType_CollectionAdd:
-        return "add " + TextOf(data);
-      case MsgType_CollectionAddComplete:
-        return "added " + TextOf(data);
-      case MsgType_CollectionRemove:
-        return "remove " + Index(data);
-      case MsgType_CollectionRemoveComplete:
-        return "removed " + Index(data);
-    }
-    return "unknown";
-  }
-  static std::string TextOf(void* data) {
-    for (const Sample<typename Kind::Value>& sample : Kind::Samples()) {
-      if (sample.value == *static_cast<typename Kind::Value*>(data)) return sample.text;
-    }
-    return "(another value)";
-  }
-  static std::string Index(void* data) {
-    return data == nullptr ? "null" : std::to_string(*static_cast<std::int32_t*>(data));
-  }
+  std::string Describe(MsgType type, void* data) const;
 
   CXmlCollectionBase& m_collection;
+  const TextOf m_textOf;
 };
 
-// --- For tests of a kind
+// The text of a value of the kind, where it is one of its samples.
+template <typename Kind>
+std::string TextOfValue(const void* value) {
+  for (const Sample<typename Kind::Value>& sample : Kind::Samples()) {
+    if (sample.value == *static_cast<const typename Kind::Value*>(value)) return sample.text;
+  }
+  return "(another value)";
+}
+
+template <typename Kind>
+class CValueListener final : public CColListener {
+ public:
+  explicit CValueListener(CXmlCollectionBase& collection)
+      : CColListener(collection, &TextOfValue<Kind>) {}
+};
 
 using Lines = std::vector<std::string>;
-
-// Has three values of the kind, and speaks of them by their texts.
-template <typename Kind>
-class TypedColOf : public testing::Test {
- protected:
-  using Col = CMade<typename Kind::Col>;
-  using Value = typename Kind::Value;
-
-  TypedColOf() : samples(Kind::Samples()) {}
-
-  Value value(std::size_t index) const { return samples[index].value; }
-  std::string text(std::size_t index) const { return samples[index].text; }
-
-  // Adds the samples with these indexes, one digit each.
-  void Fill(Col& col, const char* indexes) const {
-    for (; *indexes != '\0'; ++indexes) col.Add(value(static_cast<std::size_t>(*indexes - '0')));
-  }
-  // The texts of the values, by Item.
-  Lines Texts(const Col& col) const {
-    Lines texts;
-    for (int i = 0; i < col.GetCount(); ++i) texts.push_back(TextOf(col.Item(i)));
-    return texts;
-  }
-  Lines TextsOf(const char* indexes) const {
-    Lines texts;
-    for (; *indexes != '\0'; ++indexes)
-      texts.push_back(text(static_cast<std::size_t>(*indexes - '0')));
-    return texts;
-  }
-  std::string TextOf(const Value& value) const {
-    for (const Sample<Value>& sample : samples) {
-      if (sample.value == value) return sample.text;
-    }
-    return "(another value)";
-  }
-
-  const std::vector<Sample<Value>> samples;
-};
 
 }  // namespace qztest
