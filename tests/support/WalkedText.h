@@ -112,7 +112,7 @@ class Writing : public CXmlObjectBase {
       }
     }
     const CBinaryData octets = stream.GetData();
-    written.text.assign(octets.GetData(), octets.GetData() + octets.GetLength());
+    written.text.assign(reinterpret_cast<const char*>(octets.GetData()), octets.GetLength());
     return written;
   }
 };
