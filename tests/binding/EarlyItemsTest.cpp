@@ -1,5 +1,7 @@
 // Items that are read while a document loads make the same objects, and the same failures with the
 // same objects behind them, as reading from the whole tree does.
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -302,7 +304,8 @@ TEST_F(EarlyItems, MayStandBetweenTextsOfFastInfoset) {
 }
 
 TEST_F(EarlyItems, AreTheSameFromFilesAndWideTexts) {
-  const std::string path = ::testing::TempDir() + "qzxml-early-items.xml";
+  const std::string path =
+      ::testing::TempDir() + "qzxml-early-items-" + std::to_string(getpid()) + ".xml";
   for (const char* const more : {"", "<piece size='61'/>"}) {
     const std::string text = Parcels(2000, more) + kEnd;
     std::ofstream(path, std::ios::binary) << text;

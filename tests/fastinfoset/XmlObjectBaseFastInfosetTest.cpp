@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include <cstdio>
 #include <fstream>
 #include <iterator>
@@ -42,7 +44,7 @@ std::string FileOctets(const std::string& path) {
 class TemporaryFile {
  public:
   explicit TemporaryFile(const std::string& name)
-      : m_path(::testing::TempDir() + "qzxml-" + name) {}
+      : m_path(::testing::TempDir() + "qzxml-" + std::to_string(getpid()) + "-" + name) {}
   ~TemporaryFile() { std::remove(m_path.c_str()); }
   const std::string& path() const { return m_path; }
 
