@@ -9,42 +9,36 @@
 
 namespace QzXmlLib16::detail {
 
-// The octets for integers whose text a table of values has, found without that text: line numbers
-// and counts come again and again. Each number has one place that it shares with others: what came
-// last stands there. To forget all is to change the mark that is part of every key.
+// The octets for small integers whose text a table of values has, found without that text: line
+// numbers and counts come again and again. To forget all is to change the mark of those known.
 class CFIKnownIntegers {
  public:
   struct Known {
-    std::uint64_t key = 0;
+    std::uint64_t mark = 0;
     CFIKnownOctets octets;
   };
 
+  static bool IsSmall(std::int32_t number) { return static_cast<std::uint32_t>(number) < kPlaces; }
+
+  // Of a small number.
   template <typename Form>
   Known& Of(std::int32_t number) {
-    return Table<Form>()[static_cast<std::uint32_t>(number) % kPlaces];
+    return Table<Form>()[static_cast<std::uint32_t>(number)];
   }
-  std::uint64_t KeyOf(std::int32_t number) const {
-    return m_mark | static_cast<std::uint32_t>(number);
-  }
+  bool Is(const Known& known) const { return known.mark == m_mark; }
+  void Keep(Known& known, const CFIKnownOctets& octets) const { known = {m_mark, octets}; }
 
   // Behind this no number is known.
-  void Forget() {
-    m_mark += kMark;
-    if (m_mark != 0) return;
-    m_attributes = {};
-    m_chunks = {};
-    m_mark = kMark;
-  }
+  void Forget() { ++m_mark; }
 
  private:
   static constexpr std::size_t kPlaces = 128;
-  static constexpr std::uint64_t kMark = std::uint64_t{1} << 32;
 
   using CTable = std::array<Known, kPlaces>;
   template <typename Form>
   CTable& Table();
 
-  std::uint64_t m_mark = kMark;
+  std::uint64_t m_mark = 1;
   CTable m_attributes = {};
   CTable m_chunks = {};
 };

@@ -112,17 +112,19 @@ template <typename Form, typename GetOctets>
 template <typename Form, typename Print, typename GetOctets>
 inline char* FastInfosetRun::PutInteger(char* out, std::int32_t number, Print print,
                                         GetOctets octets) {
-  CFIKnownIntegers::Known& known = m_parts.integers->Of<Form>(number);
-  const std::uint64_t key = m_parts.integers->KeyOf(number);
-  if (known.key == key) return known.octets.Write(out);
+  CFIKnownIntegers& integers = *m_parts.integers;
+  CFIKnownIntegers::Known* const known =
+      CFIKnownIntegers::IsSmall(number) ? &integers.Of<Form>(number) : nullptr;
+  if (known != nullptr && integers.Is(*known)) return known->octets.Write(out);
   char text[kPrintedRoom];
   const char* const end = print(text);
   std::uint32_t index = 0;
   out = PutPrinted<Form>(out, std::string_view(text, static_cast<std::size_t>(end - text)),
                          ItemType_i4, octets, &index);
-  if (out != nullptr && index != 0) {
-    known.key = key;
-    known.octets.SetValue<Form>(index);
+  if (out != nullptr && index != 0 && known != nullptr) {
+    CFIKnownOctets of;
+    of.SetValue<Form>(index);
+    integers.Keep(*known, of);
   }
   return out;
 }
@@ -216,8 +218,10 @@ inline bool FastInfosetRun::PutTextElement(const FastInfosetName& name, std::str
 }
 
 template <typename GetOctets>
-inline bool FastInfosetRun::PutPrintedElement(const FastInfosetName& name, std::string_view text,
-                                              ItemType type, GetOctets octets) {
+[[gnu::always_inline]] inline bool FastInfosetRun::PutPrintedElement(const FastInfosetName& name,
+                                                                     std::string_view text,
+                                                                     ItemType type,
+                                                                     GetOctets octets) {
   char* const out = BeginValue(name, kPrintedRoom);
   if (out == nullptr) return false;
   return EndValue(name, PutPrinted<CFIChunkForm>(out, text, type, octets));
@@ -239,8 +243,10 @@ inline bool FastInfosetRun::PutPrintedAttribute(const FastInfosetName& name, std
 }
 
 template <typename Print, typename GetOctets>
-inline bool FastInfosetRun::PutIntegerElement(const FastInfosetName& name, std::int32_t number,
-                                              Print print, GetOctets octets) {
+[[gnu::always_inline]] inline bool FastInfosetRun::PutIntegerElement(const FastInfosetName& name,
+                                                                     std::int32_t number,
+                                                                     Print print,
+                                                                     GetOctets octets) {
   char* const out = BeginValue(name, kPrintedRoom);
   if (out == nullptr) return false;
   return EndValue(name, PutInteger<CFIChunkForm>(out, number, print, octets));

@@ -23,13 +23,6 @@ inline bool IsEscaped(char c) {
   return (kEscapedIn[static_cast<unsigned char>(c)] & (inAttribute ? 2 : 1)) != 0;
 }
 
-// Eight bytes in a word and sixteen in a vector (of the compilers' own, so of any processor).
-#if defined(__GNUC__)
-using Sixteen __attribute__((vector_size(16))) = unsigned char;
-using SignedSixteen __attribute__((vector_size(16))) = char;
-using TwoWords __attribute__((vector_size(16))) = std::uint64_t;
-#endif
-
 // Whether one of eight bytes may have to be escaped. Takes every control character below 14 for
 // one, which makes zero, line feed and carriage return a single test; the others differ in one bit
 // each: 3C and 3E, 22 and 26.
@@ -47,14 +40,8 @@ inline bool MayHoldEscaped(std::uint64_t bytes) {
 // The same for sixteen.
 template <bool inAttribute>
 inline bool MayHoldEscaped(Sixteen bytes) {
-  const auto found =
-      (bytes < 14) | ((bytes | 0x02) == 0x3E) | ((inAttribute ? bytes | 0x04 : bytes) == 0x26);
-#if defined(__SSE2__)
-  return __builtin_ia32_pmovmskb128(reinterpret_cast<SignedSixteen>(found)) != 0;
-#else
-  const auto words = reinterpret_cast<TwoWords>(found);
-  return (words[0] | words[1]) != 0;
-#endif
+  return IsAny((bytes < 14) | ((bytes | 0x02) == 0x3E) |
+               ((inAttribute ? bytes | 0x04 : bytes) == 0x26));
 }
 
 template <bool inAttribute>

@@ -275,7 +275,7 @@ TEST(PlannedWriting, IsTheWalkForNamesOfAnyLengthAndNamespace) {
   }
 }
 
-// Numbers that are one of each other's 128 steps away, and those of which a text is known.
+// Small and large ones, and those of which a text is known.
 TEST(PlannedWriting, IsTheWalkForNumbersThatComeAgain) {
   constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
   constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
