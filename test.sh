@@ -26,7 +26,7 @@ run() {
   # Joined sources take less than half the time. The optimised build compiles each alone, as users do.
   case $preset in
     debug | thread-sanitizer)
-      configure+=("-DQZXML_JOIN_SOURCES=qzxml;qzxml_generator;qzxml_tool") ;;
+      configure+=("-DQZXML_JOIN_SOURCES=qzxml;qzxml_generator;qzxml_tool;tests") ;;
   esac
   [ "$preset" = thread-sanitizer ] && configure+=("-DCMAKE_CXX_FLAGS_RELWITHDEBINFO=-O2 -g1 -DNDEBUG")
   if [ "$preset" = thread-sanitizer ]; then
