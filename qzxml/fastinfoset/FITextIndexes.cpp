@@ -51,28 +51,21 @@ void CFITextIndexes::Add(std::string_view text, std::uint64_t key, std::uint32_t
   AddAt(Look(text, key), text, key, index);
 }
 
-// Where texts are forgotten, something may be looked for past its place: there it stays, without an
-// index. Else nothing has been put behind it since.
+// It stays in its place: other texts may be looked for past it.
 void CFITextIndexes::RemoveLast(std::string_view text, std::uint64_t key) {
   const std::size_t at = FindPlace(text, key);
-  const std::uint64_t begin = GetEntry(at).GetBegin();
+  SetEntry(at, {key, std::uint64_t{GetEntry(at).GetBegin()} << kIndexBits | m_before});
   --m_count;
-  if (m_free != m_before) {
-    SetEntry(at, {key, begin << kIndexBits | m_before});
-    --m_mostTexts;
-    return;
-  }
-  if (text.size() > kShort) m_textsSize = begin;
-  SetEntry(at, {0, 0});
-  m_arrangement.Renew();
+  --m_mostTexts;
 }
 
 std::size_t CFITextIndexes::AddLongText(std::string_view text) {
   const std::size_t begin = m_textsSize;
-  m_textsSize += sizeof(std::size_t) + text.size();
-  if (m_textsSize > m_texts.size()) {
-    m_texts.resize(std::max({kFirstOctets, m_textsSize, m_texts.size() * 2}));
+  const std::size_t end = begin + sizeof(std::size_t) + text.size();
+  if (end > m_texts.size()) {
+    m_texts.resize(std::max({kFirstOctets, end, m_texts.size() * 2}));
   }
+  m_textsSize = end;
   char* const out = m_texts.data() + begin;
   StoreWord<std::size_t>(out, text.size());
   CopyShort(out + sizeof(std::size_t), text.data(), text.size());
@@ -97,12 +90,12 @@ void CFITextIndexes::Clear() {
   m_textsSize = 0;
   m_count = 0;
   m_mostTexts = GetPlaces() / 2;
-  m_before += kMostIndex;
-  if (m_before > kIndexMask - kMostIndex) {
-    m_before = 0;
+  m_free = m_before + kMostIndex;
+  if (m_free >= kIndexMask - kMostIndex) {
+    m_free = 0;
     std::fill(m_words.begin(), m_words.end(), 0);
   }
-  m_free = m_before;
+  m_before = m_free + 1;
   m_arrangement.Renew();
 }
 
@@ -127,7 +120,7 @@ void CFITextIndexes::Forget() {
     const Entry entry{former[at], former[at + 1]};
     if (GetIndex(entry) != 0) PutInFreePlace(entry);
   }
-  m_free = m_before;
+  m_free = m_before - 1;
   m_arrangement.Renew();
 }
 

@@ -92,7 +92,7 @@ class QZXML_API CFITextIndexes {
   Place LookShort(std::uint64_t key);
   void AddNewAt(const Place& place, std::string_view text, std::uint64_t key, std::uint32_t index);
 
-  // Takes away the text that was added last.
+  // Takes the index of the text away that was added last.
   void RemoveLast(std::string_view text, std::uint64_t key);
 
   // The same for any text: in place of the index that it may have.
@@ -135,8 +135,8 @@ class QZXML_API CFITextIndexes {
   std::vector<std::uint64_t> m_words;  // the places, two for each: a power of two, or none
   std::size_t m_mask = 0;              // of a place, where there are some
   std::size_t m_count = 0;
-  std::uint32_t m_before = 0;   // the highest number that a former text may have
-  std::uint32_t m_free = 0;     // and one that does not stand there any more
+  std::uint32_t m_free = 0;     // the highest number of what does not stand there any more
+  std::uint32_t m_before = 1;   // and of a text without an index; always more than that
   std::size_t m_mostTexts = 0;  // that these places take, beside those without an index
   std::vector<char> m_texts;    // room for the long ones, each behind its size
   std::size_t m_textsSize = 0;

@@ -27,7 +27,7 @@ namespace QzXmlLib16::detail {
 // Each Put... does what the calls of the writer do, or answers false and has changed nothing that
 // could be seen: where there is no room, where a name or a value is not the ordinary one, and where
 // no element is open. Then Interrupt makes the writer ready for its own calls, and Resume goes on
-// behind them. A name that is new to the document is written in full, unless it takes a prefix.
+// behind them. A name that is new to the document is written in full.
 //
 // The first octet of an element says whether it has attributes. It is put without that, and gets it
 // with the first attribute; while nothing stands behind it, an interruption takes it back, and the

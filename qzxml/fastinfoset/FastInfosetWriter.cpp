@@ -61,7 +61,9 @@ CFastInfosetWriter::CFastInfosetWriter(CFastInfosetContext* context, CBinaryStre
       m_pieceRoom(m_pTables->pieces.GetRoom()),
       m_pieceSize(0) {
   if (context->GetUseGeneratedVocabulary()) {
-    m_pTables->maps = context->GetVocabulary()->m_maps;
+    // Taken over when all of it is there: what memory runs out for would be half a copy.
+    detail::CFIIndexMaps copy(context->GetVocabulary()->m_maps);
+    m_pTables->maps = std::move(copy);
   } else {
     CFIVocabulary::Begin(m_pTables->maps);
   }

@@ -10,6 +10,7 @@
 #include "qzxml/fastinfoset/FITextIndexesFind.h"
 #include "qzxml/fastinfoset/OctetForms.h"
 #include "qzxml/xml/ShortText.h"
+#include "qzxml/xml/WrittenName.h"
 
 namespace QzXmlLib16::detail {
 
@@ -64,6 +65,8 @@ class CFIKnownNames {
     return state < kStates ? m_mark | state * kIds : kNever;
   }
   static constexpr std::uint64_t kNever = 0;
+  // What no name has.
+  static constexpr std::uint64_t kNone = ~std::uint64_t{0};
 
   // Where the texts of a name without a prefix stand in the tables, also when no name is known any
   // more; the numbers are those of their arrangements.
@@ -85,7 +88,7 @@ class CFIKnownNames {
     // The state is a marked one.
     bool Is(std::uint64_t id, std::uint64_t state) const { return (id | state) == mark; }
 
-    std::uint64_t mark = kNever;  // of both
+    std::uint64_t mark = kNone;  // of both
     Octets octets;
     Places places;
   };
@@ -155,7 +158,7 @@ class CFIKnownNames {
   }
 
  private:
-  static constexpr std::uint64_t kIds = std::uint64_t{1} << 24;
+  static constexpr std::uint64_t kIds = kNameIds;
   static constexpr std::uint64_t kStates = std::uint64_t{1} << 20;
   static constexpr std::uint64_t kMark = kIds * kStates;
 

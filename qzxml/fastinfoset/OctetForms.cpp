@@ -1,7 +1,6 @@
 #include "qzxml/fastinfoset/OctetForms.h"
 
 #include <cstddef>
-#include <cstring>
 
 #include "qzxml/runtime/QzException.h"
 
@@ -37,8 +36,6 @@ std::size_t PositionIn(const std::string& alphabet, char c) {
   }
   return position;
 }
-
-constexpr unsigned char kNotInAlphabet = 0xFF;
 
 }  // namespace
 

@@ -38,7 +38,9 @@ class SteppedText {
   std::string m_text;
 };
 
-// A number that no other name of this process has had, from 1.
+// A number that no other name of this process has had, from 1 and below kNameIds; 0 when there are
+// no more.
+inline constexpr std::uint64_t kNameIds = std::uint64_t{1} << 24;
 QZXML_API std::uint64_t NextNameId();
 
 // The name of an element, with its tags. Any name will do where one is asked for, but whoever
@@ -79,7 +81,7 @@ class AttributeTag {
 
   const std::string& GetName() const { return m_name; }
   const SteppedText& GetStart() const { return m_start; }  // " name=\""
-  std::uint64_t GetId() const { return m_id; }
+  std::uint64_t GetId() const { return m_id; }  // 0 for none
 
  private:
   std::uint64_t m_id;

@@ -17,7 +17,8 @@ namespace detail {
 
 std::uint64_t NextNameId() {
   static std::atomic<std::uint64_t> last{0};
-  return last.fetch_add(1, std::memory_order_relaxed) + 1;
+  const std::uint64_t id = last.fetch_add(1, std::memory_order_relaxed) + 1;
+  return id < kNameIds ? id : 0;
 }
 
 }  // namespace detail
@@ -47,13 +48,10 @@ struct CXmlWriter::CStart {
   // As it was, if that costs little. False when it is not worth keeping.
   bool Renew() noexcept {
     if (namespaces.size() != 1 || namespaces.begin()->first != kXmlNamespace ||
-        namespaces.begin()->second != "xml") {
+        namespaces.begin()->second != "xml" || namespaces.begin()->second.capacity() > kSmall) {
       return false;
     }
-    if (root == nullptr) return true;
-    if (!root->IsSmallRoot()) return false;
-    root->m_rootNamespaces->ResetStates();
-    return true;
+    return root == nullptr || root->RenewRoot();
   }
 
   using CStore = detail::CSpareStore<CStart, 8>;
@@ -61,6 +59,8 @@ struct CXmlWriter::CStart {
     static auto* const store = new CStore();
     return *store;
   }
+
+  static constexpr std::size_t kSmall = 256;
 
   NamespaceMap namespaces;
   CXmlWriterContext* root = nullptr;  // owned

@@ -92,11 +92,11 @@ class QZXML_API CXmlWriter::CXmlWriterContext : public CInstanceMonitor {
  private:
   friend class CXmlWriter;
 
-  // Whether it may be kept for the root of another document: for a context that waits.
-  bool IsSmallRoot() const {
-    return m_rootNamespaces != nullptr && m_rootNamespaces->IsSmall() &&
-           m_strNamespace.capacity() <= kSmallText && m_name.GetCapacity() <= kSmallText &&
-           m_strDefaultNamespace.capacity() <= kSmallText;
+  // Makes a waiting root as good as new for another document. False where too much memory would be
+  // kept for that.
+  bool RenewRoot() {
+    return m_rootNamespaces->Renew() && m_strNamespace.capacity() <= kSmallText &&
+           m_name.GetCapacity() <= kSmallText && m_strDefaultNamespace.capacity() <= kSmallText;
   }
 
   void OpenRoot(const std::string& name, const std::string& uri,

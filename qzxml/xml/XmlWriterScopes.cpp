@@ -41,6 +41,19 @@ void XmlWriterScopes::Reset(const Map& declared) {
   SetChanged();
 }
 
+bool XmlWriterScopes::Renew() {
+  m_state = m_lastState = 1;
+  m_changes.clear();
+  m_spare.clear();
+  const bool isSmall = m_map.size() <= kSmall && m_changes.capacity() <= kSmall &&
+                       m_spare.capacity() <= kSmall && m_aliases.empty();
+  if (!isSmall) return false;
+  for (const auto& [uri, alias] : m_map) {
+    if (uri.capacity() > kSmallText || alias.capacity() > kSmallText) return false;
+  }
+  return true;
+}
+
 void XmlWriterScopes::PutBack(const Mark& mark) {
   while (m_changes.size() > mark.changes) {
     Change& change = m_changes.back();

@@ -29,13 +29,9 @@ class XmlWriterScopes {
 
   // Begins again with these.
   void Reset(const Map& declared);
-  // Begins again with the next document: states are counted from the first one.
-  void ResetStates() { m_state = m_lastState = 1; }
-  // Whether there is little to be kept for another document.
-  bool IsSmall() const {
-    return m_map.size() <= kSmall && m_changes.capacity() <= kSmall && m_spare.size() <= kSmall &&
-           m_aliases.empty();
-  }
+  // Makes it as good as new for another document, before Reset. False where too much memory would
+  // be kept for that.
+  bool Renew();
 
   const Map& InForce() const { return m_map; }
 
@@ -64,6 +60,7 @@ class XmlWriterScopes {
 
  private:
   static constexpr std::size_t kSmall = 4;
+  static constexpr std::size_t kSmallText = 256;
 
   struct Change {
     Map::iterator entry;

@@ -203,6 +203,47 @@ TEST(FITextIndexes, NothingHasAnIndexBehindForgetAndATextThatComesAgainGetsANewO
   }
 }
 
+// Others are looked for before the text goes, which may make the table grow around it.
+TEST(FITextIndexes, TheTextThatWasAddedLastGoesAloneFromATableThatGrew) {
+  for (int round = 0; round < 2000; ++round) {
+    CFITextIndexes indexes;
+    const std::string number = std::to_string(round);
+    const auto text = [&number](std::size_t i) {
+      return (i % 2 == 0 ? "" : "a longer text ") + number + "." + std::to_string(i);
+    };
+    const std::size_t before = static_cast<std::size_t>(round % 33);
+    for (std::size_t i = 0; i < before; ++i) {
+      indexes.Add(text(i), CFITextIndexes::KeyOf(text(i)), static_cast<std::uint32_t>(i + 1));
+    }
+    if (round % 2 == 0) indexes.Forget();
+    Oracle oracle;
+    for (std::size_t i = before; i-- > 0;) {
+      const std::uint64_t key = CFITextIndexes::KeyOf(text(i));
+      if (indexes.Find(text(i), key) != 0) indexes.RemoveLast(text(i), key);
+    }
+    // As many as fill the first places, of which the last one is to go again.
+    constexpr std::size_t kTexts = 32;
+    for (std::size_t i = 0; i < kTexts; ++i) {
+      const auto index = static_cast<std::uint32_t>(i + 1);
+      indexes.Add(text(i), CFITextIndexes::KeyOf(text(i)), index);
+      if (i + 1 < kTexts) oracle[text(i)] = index;
+    }
+    const std::string other = "another text " + number;
+    const std::string last = text(kTexts - 1);
+    ASSERT_EQ(0u, indexes.Look(other, CFITextIndexes::KeyOf(other)).index);
+    indexes.RemoveLast(last, CFITextIndexes::KeyOf(last));
+    ASSERT_EQ(0u, indexes.Find(last)) << round;
+    for (std::size_t i = 0; i < 4; ++i) {
+      const std::string more = "one more long text " + number + "." + std::to_string(i);
+      const auto index = static_cast<std::uint32_t>(kTexts + i);
+      indexes.Add(more, CFITextIndexes::KeyOf(more), index);
+      oracle[more] = index;
+    }
+    ExpectSame(oracle, indexes);
+    ASSERT_FALSE(HasFailure()) << round;
+  }
+}
+
 // Each time other texts: those of before do not pile up.
 TEST(FITextIndexes, TextsThatDoNotComeAgainAreDropped) {
   CFITextIndexes indexes;

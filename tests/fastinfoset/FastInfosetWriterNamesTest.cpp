@@ -23,6 +23,29 @@ void Write(CFastInfosetWriter& w, const std::string& name, const std::string& ur
   w.WriteEndElement();
 }
 
+// ---- Names that are known by their id ----
+
+TEST(FastInfosetWriter, ANameWithoutAnIdIsNeverKnown) {
+  detail::CFIKnownNames names;
+  detail::CFIKnownOctets octets;
+  octets.SetElement(1);
+  for (const std::uint64_t state :
+       {names.Marked(0), names.Marked(2), detail::CFIKnownNames::kNever}) {
+    EXPECT_FALSE(names.ElementOf(0).Is(0, state));
+    EXPECT_FALSE(names.AttributeOf(0).Is(0, state));
+    names.KeepElement(0, state, octets);
+    names.KeepAttribute(0, octets);
+    EXPECT_FALSE(names.ElementOf(0).Is(0, state));
+    EXPECT_FALSE(names.AttributeOf(0).Is(0, state));
+  }
+  names.KeepElement(7, detail::CFIKnownNames::kNever, octets);
+  EXPECT_FALSE(names.ElementOf(7).Is(7, detail::CFIKnownNames::kNever));
+  names.KeepElement(7, names.Marked(2), octets);
+  EXPECT_TRUE(names.ElementOf(7).Is(7, names.Marked(2)));
+  EXPECT_FALSE(names.ElementOf(7).Is(7, names.Marked(3)));
+  EXPECT_FALSE(names.ElementOf(7).Is(0, names.Marked(2)));
+}
+
 // ---- Names in full and by index ----
 
 TEST(FastInfosetWriter, ALiteralNameHasTheLengthFormsOfTheSecondBit) {
