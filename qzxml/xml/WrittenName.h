@@ -81,7 +81,7 @@ class AttributeTag {
 
   const std::string& GetName() const { return m_name; }
   const SteppedText& GetStart() const { return m_start; }  // " name=\""
-  std::uint64_t GetId() const { return m_id; }  // 0 for none
+  std::uint64_t GetId() const { return m_id; }             // 0 for none
 
  private:
   std::uint64_t m_id;
