@@ -176,8 +176,8 @@ inline char* FastInfosetRun::PutNameAgain(char* out, unsigned mark, const FastIn
                                           const CFIKnownNames::Places& places,
                                           CFITextIndexes& names) {
   CFITextIndexes& locals = m_parts.maps->localNames;
-  if (!places.Are(name.GetId(), names, locals) || names.GetIndexAt(places.whole) != 0)
-    return nullptr;
+  if (!places.Are(name.GetId(), names, locals)) return nullptr;
+  if (names.GetIndexAt(places.whole) != 0) return nullptr;
   const std::uint32_t index = GetNextIndex(names);
   const std::uint32_t local = locals.GetIndexAt(places.local);
   const std::uint32_t newLocal = local == 0 ? GetNextIndex(locals) : 0;
