@@ -11,17 +11,6 @@ namespace QzXmlLib16::detail {
 
 using Way = CWritePlan::Way;
 
-namespace {
-
-// Asks for the memory there, which may be any address, ahead of its use.
-inline void Fetch([[maybe_unused]] const void* address) {
-#if defined(__GNUC__)
-  __builtin_prefetch(address);
-#endif
-}
-
-}  // namespace
-
 // --- The walk
 
 template <typename Sink>
@@ -158,52 +147,22 @@ template <typename Sink>
 
 namespace {
 
-// The memory of an object as far as it is likely to be looked at, wherever that ends.
-void FetchObject(const void* object) {
+// Asks for the memory some items behind one of a collection, whatever is there. Objects that were
+// read from a document lie in its order, and so do most that a program makes: with their nodes,
+// texts and what they hold that is the memory of the items to come.
+void FetchBehind([[maybe_unused]] const void* item) {
+#if defined(__GNUC__)
+  constexpr std::uintptr_t kAhead = 640;
   constexpr std::uintptr_t kLine = 64;
   constexpr std::uintptr_t kLines = 6;
-  const auto first = reinterpret_cast<std::uintptr_t>(object);
+  const std::uintptr_t first = reinterpret_cast<std::uintptr_t>(item) + kAhead;
   for (std::uintptr_t i = 0; i < kLines; ++i) {
-    Fetch(reinterpret_cast<const void*>(first + i * kLine));
+    __builtin_prefetch(reinterpret_cast<const void*>(first + i * kLine));
   }
+#endif
 }
 
 }  // namespace
-
-// Objects lie where there was room. While one is written, the memory of those behind it can come
-// near: of the next but one the object itself, of the next one what that holds by pointers, unless
-// all of it is little enough to be near yet.
-template <typename Sink>
-inline void CPlannedWriting<Sink>::FetchNext(const CXmlCollection::CNode& node,
-                                             const std::type_info* itemClass) {
-  const CXmlCollection::CNode* const next = node.next;
-  if (next == nullptr) return;
-  const CXmlCollection::CNode* const second = next->next;
-  if (second != nullptr) {
-    Fetch(second->next);
-    const CXmlObjectBase* const object = second->item;
-    FetchObject(object);
-  }
-  if (m_sink.IsLong()) FetchHeld(*next->item, itemClass);
-}
-
-template <typename Sink>
-[[gnu::noinline]] void CPlannedWriting<Sink>::FetchHeld(const CXmlObjectBase& object,
-                                                        const std::type_info* itemClass) {
-  if (&typeid(object) != itemClass) return;
-  const auto& bound = static_cast<const CBoundClass&>(object);
-  const CWritePlan* const plan = CWritePlan::For(bound);
-  if (plan == nullptr) return;
-  for (const CChild& child : plan->GetChildren()) {
-    if (child.way == Way::Text) {
-      const std::optional<std::string>& text = bound.*child.property.m_string;
-      if (text) Fetch(text->data());
-    } else if (child.way == Way::Object) {
-      const CXmlObjectBase* const held = bound.*child.property.m_object;
-      FetchObject(held);
-    }
-  }
-}
 
 template <typename Sink>
 bool CPlannedWriting<Sink>::Collection(const CChild& child, const CBoundClass& object) {
@@ -214,8 +173,9 @@ bool CPlannedWriting<Sink>::Collection(const CChild& child, const CBoundClass& o
   if (node == nullptr) return child.isNeeded && WalkChild(child, object);
   collection.ValidateCount(m_context);
   for (; node != nullptr; node = node->next) {
-    FetchNext(*node, child.itemClass);
     const CXmlObjectBase& item = *node->item;
+    // All of little text is near yet.
+    if (m_sink.IsLong()) FetchBehind(&item);
     if (PutObject(child, item, false)) continue;
     Walk([&] {
       CXmlObjectBase::ToXml_Int(&item, &m_sink.GetWriter(), false, child.name.GetUri().c_str(),

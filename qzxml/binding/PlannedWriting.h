@@ -8,7 +8,6 @@ namespace QzXmlLib16 {
 class CBoundClass;
 class CSerializationContext;
 class CXmlObjectBase;
-struct CXmlCollectionNode;
 }  // namespace QzXmlLib16
 
 namespace QzXmlLib16::detail {
@@ -43,8 +42,6 @@ class CPlannedWriting {
   void Children(const CWritePlan& plan, const CBoundClass& object, bool optionalChoice);
   bool Child(const CChild& child, const CBoundClass& object);
   bool Collection(const CChild& child, const CBoundClass& object);
-  void FetchNext(const CXmlCollectionNode& node, const std::type_info* itemClass);
-  static void FetchHeld(const CXmlObjectBase& object, const std::type_info* itemClass);
   void Text(const CPlannedValue& text, const CBoundClass& object);
   // An object that is nil, or has not the content that its class requires.
   static bool IsEmpty(const CWritePlan& plan, const CBoundClass& object);
