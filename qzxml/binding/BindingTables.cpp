@@ -362,9 +362,7 @@ void KeepEveryDigit(QzVariant& value) {
   int shown = 0;
   if (value.GetTypeAsEnum() == ItemType_r8) {
     // Most texts are seen to read back as the value.
-    double readBack = std::numeric_limits<double>::quiet_NaN();
-    WriteR8(text, value.GetR8(), readBack);
-    if (readBack == value.GetR8() || !std::isfinite(value.GetR8())) return;
+    if (WriteExactR8(text, value.GetR8()) != nullptr || !std::isfinite(value.GetR8())) return;
     end = std::to_chars(text, text + sizeof text, value.GetR8(), std::chars_format::scientific);
     shown = 16;
   } else if (value.GetTypeAsEnum() == ItemType_r4) {

@@ -85,17 +85,17 @@ inline bool CXmlSink::IsLeftOut(const CChild& child, std::string_view text) cons
 
 template <typename Write>
 inline bool CXmlSink::PutWritten(const CChild& child, Write write) {
-  XmlTextRun::Value element;
-  char* const begin = m_run.BeginValue(element, child.name, CPlannedValue::kRoom);
+  char* const begin = m_run.BeginValue(child.name, CPlannedValue::kRoom);
   if (begin == nullptr) return false;
   char* const end = write(begin);
   if (end == nullptr) return false;
   const std::string_view text(begin, static_cast<std::size_t>(end - begin));
-  m_run.EndValue(element, begin, IsLeftOut(child, text) ? begin : end);
+  m_run.EndValue(child.name, begin, IsLeftOut(child, text) ? begin : end);
   return true;
 }
 
-inline bool CXmlSink::PutAttribute(const CAttribute& attribute, std::string_view text) {
+[[gnu::always_inline]] inline bool CXmlSink::PutAttribute(const CAttribute& attribute,
+                                                          std::string_view text) {
   if (IsLeftOut(attribute, text)) return true;
   char* const begin = m_run.BeginAttribute(attribute.tag, text.size() + kEntityRoom);
   if (begin == nullptr) return false;
@@ -105,14 +105,13 @@ inline bool CXmlSink::PutAttribute(const CAttribute& attribute, std::string_view
   return true;
 }
 
-inline bool CXmlSink::PutText(const CChild& child, std::string_view text) {
+[[gnu::always_inline]] inline bool CXmlSink::PutText(const CChild& child, std::string_view text) {
   if (IsLeftOut(child, text)) text = std::string_view();
-  XmlTextRun::Value element;
-  char* const begin = m_run.BeginValue(element, child.name, text.size() + kEntityRoom);
+  char* const begin = m_run.BeginValue(child.name, text.size() + kEntityRoom);
   if (begin == nullptr) return false;
   char* const end = m_run.PutText<false>(begin, text);
   if (end == nullptr) return false;
-  m_run.EndValue(element, begin, end);
+  m_run.EndValue(child.name, begin, end);
   return true;
 }
 

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -42,12 +41,8 @@ class CPlannedValue {
   // The same for those whose kind the caller knows.
   static char* WriteAs(std::int32_t value, char* out) { return WriteInteger(out, value); }
   static char* WriteAs(const CDateTime& value, char* out) { return WriteDateTime(value, out); }
-  static char* WriteAs(double value, char* out) {
-    // A text that reads back as the value has all its digits (KeepEveryDigit).
-    double readBack = std::numeric_limits<double>::quiet_NaN();
-    char* const end = WriteR8(out, value, readBack);
-    return readBack == value ? end : nullptr;
-  }
+  // A text that reads back as the value has all its digits (KeepEveryDigit).
+  static char* WriteAs(double value, char* out) { return WriteExactR8(out, value); }
 
   bool IsString() const { return m_form == Form::Text; }
   bool IsScalar() const { return m_form == Form::Scalar; }

@@ -5,6 +5,7 @@
 
 #include "qzxml/binding/BoundClass.h"
 #include "qzxml/binding/ObjectCol.h"
+#include "qzxml/platform/Unreachable.h"
 #include "qzxml/serialization/SerializationContext.h"
 
 namespace QzXmlLib16::detail {
@@ -69,8 +70,10 @@ template <typename Sink>
       if (collection == nullptr || collection->GetCount() == 0) return;
       break;
     }
-    default:
+    case Way::Walk:
       break;
+    default:  // none of an attribute
+      Unreachable();
   }
   Walk([&] { attribute.entry->AttributeToXml(m_context, &object, &m_sink.GetWriter()); });
 }
@@ -89,8 +92,9 @@ template <typename Sink>
                                                        const CBoundClass& object,
                                                        bool optionalChoice) {
   const bool isChoice = plan.IsChoice();
-  for (const CChild& child : plan.GetChildren()) {
-    if (Child(child, object) && isChoice) return;
+  const CChild* child = plan.GetChildren().data();
+  for (std::size_t left = plan.GetChildren().size(); left != 0; --left, ++child) {
+    if (Child(*child, object) && isChoice) return;
   }
   if (isChoice) object.EmptyChoiceToXml(m_context, optionalChoice);
 }
@@ -101,28 +105,32 @@ template <typename Sink>
   switch (child.way) {
     case Way::Text: {
       const std::optional<std::string>& text = object.*child.property.m_string;
-      if (text ? m_sink.PutText(child, *text) : !child.isNeeded) return text.has_value();
+      if (!text && !child.isNeeded) return false;
+      if (text && m_sink.PutText(child, *text)) return true;
       break;
     }
     case Way::Value: {
       const void* const value = child.value.Find(object);
-      if (value == nullptr ? !child.isNeeded : m_sink.PutValue(child, value))
-        return value != nullptr;
+      if (value == nullptr && !child.isNeeded) return false;
+      if (value != nullptr && m_sink.PutValue(child, value)) return true;
       break;
     }
     case Way::Int: {
       const std::optional<std::int32_t>& value = object.*child.property.m_i4;
-      if (value ? m_sink.PutValueAs(child, *value) : !child.isNeeded) return value.has_value();
+      if (!value && !child.isNeeded) return false;
+      if (value && m_sink.PutValueAs(child, *value)) return true;
       break;
     }
     case Way::Real: {
       const std::optional<double>& value = object.*child.property.m_r8;
-      if (value ? m_sink.PutValueAs(child, *value) : !child.isNeeded) return value.has_value();
+      if (!value && !child.isNeeded) return false;
+      if (value && m_sink.PutValueAs(child, *value)) return true;
       break;
     }
     case Way::Date: {
       const std::optional<CDateTime>& value = object.*child.property.m_dateTime;
-      if (value ? m_sink.PutValueAs(child, *value) : !child.isNeeded) return value.has_value();
+      if (!value && !child.isNeeded) return false;
+      if (value && m_sink.PutValueAs(child, *value)) return true;
       break;
     }
     case Way::Object:
@@ -141,6 +149,8 @@ template <typename Sink>
     }
     case Way::Walk:
       break;
+    default:
+      Unreachable();
   }
   return WalkChild(child, object);
 }

@@ -80,6 +80,8 @@ char* WriteR8(char* buffer, double value);
 // readBack becomes what r8FromString makes of the text, if that is easily told, and else stays.
 char* WriteR4(char* buffer, float value, double& readBack);
 char* WriteR8(char* buffer, double value, double& readBack);
+// What WriteR8 writes; null where it is not easily told that r8FromString makes the value of it.
+QZXML_API char* WriteExactR8(char* buffer, double value);
 
 // Append what r4ToString and r8ToString return for the format.
 void AppendR4(float value, std::string_view format, std::string& out);

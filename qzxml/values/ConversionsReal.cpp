@@ -334,17 +334,27 @@ char* WriteR4(char* buffer, float value) {
 }
 
 char* WriteR8(char* buffer, double value) {
-  if (char* const end = WriteShortFraction(buffer, value, nullptr)) return end;
+  if (char* const end = WriteShortFraction(buffer, value)) return end;
   return WriteReal(buffer, value, kR8Digits);
+}
+
+char* WriteR8(char* buffer, double value, double& readBack) {
+  if (char* const end = WriteShortFraction(buffer, value)) {
+    readBack = value;
+    return end;
+  }
+  return WriteReal(buffer, value, kR8Digits, &readBack);
+}
+
+char* WriteExactR8(char* buffer, double value) {
+  if (char* const end = WriteShortFraction(buffer, value)) return end;
+  double readBack = std::numeric_limits<double>::quiet_NaN();
+  char* const end = WriteReal(buffer, value, kR8Digits, &readBack);
+  return readBack == value ? end : nullptr;
 }
 
 char* WriteR4(char* buffer, float value, double& readBack) {
   return WriteReal(buffer, static_cast<double>(value), kR4Digits, &readBack);
-}
-
-char* WriteR8(char* buffer, double value, double& readBack) {
-  if (char* const end = WriteShortFraction(buffer, value, &readBack)) return end;
-  return WriteReal(buffer, value, kR8Digits, &readBack);
 }
 
 void AppendR4(float value, std::string_view format, std::string& out) {

@@ -13,29 +13,57 @@
 // any number of digits, and works long for it.
 namespace QzXmlLib16::detail {
 
+// The parts of WriteShortFraction, for numbers of these numbers of binary places.
+namespace short_fraction {
+
+inline constexpr unsigned kScale = 1000;
+inline constexpr unsigned kFewestBinaryPlaces = 39;
+inline constexpr unsigned kMostBinaryPlaces = 62;
+inline constexpr std::uint64_t kHalfUnit = 500;
+
+// Whether a rest is less than half of the last of 16 digits, of a number that has so many
+// thousandths.
+constexpr bool IsBehindDigits(std::uint64_t rest, std::uint64_t thousandths, std::uint64_t one) {
+  std::uint64_t ratio = 2000000000000000;  // twice what a thousandth is to the last of 16 digits
+  for (std::uint64_t power = 10; power <= thousandths; power *= 10) ratio /= 10;
+  return rest * ratio < one;
+}
+
+// Rests up to these are, whatever the number, by its binary places.
+inline constexpr auto kSmallRests = [] {
+  std::array<std::uint16_t, kMostBinaryPlaces - kFewestBinaryPlaces + 1> rests{};
+  for (unsigned i = 0; i < rests.size(); ++i) {
+    const unsigned binaryPlaces = kFewestBinaryPlaces + i;
+    const std::uint64_t one = std::uint64_t{1} << binaryPlaces;
+    const std::uint64_t fewest = (std::uint64_t{kScale} << 52) >> binaryPlaces;
+    std::uint16_t rest = 0;
+    while (rest + 1U < kHalfUnit && IsBehindDigits(rest + 1U, fewest, one)) ++rest;
+    rests[i] = rest;
+  }
+  return rests;
+}();
+
+}  // namespace short_fraction
+
 // Writes what "%.16g" gives for a number from 0.001 to 9999.999 that shows three places at most, as
-// most prices do; null for any other. readBack is the number itself then.
+// most prices do; null for any other. r8FromString makes the number itself of the text.
 //
 // A thousand times the number is a whole one and a rest, which is counted in a thousandth of the
 // unit of the number's last binary place. A rest of less than half of such a unit says that no
 // other double is as near to the text: r8FromString makes the number of it. A rest of less than
 // half of the last of 16 digits says that the text has no more digits.
-inline char* WriteShortFraction(char* buffer, double value, double* readBack) {
+inline char* WriteShortFraction(char* buffer, double value) {
+  using namespace short_fraction;
   constexpr unsigned kBias = 1023;
   constexpr int kMantissaBits = 52;
   constexpr std::uint64_t kLeadingBit = std::uint64_t{1} << kMantissaBits;
-  constexpr unsigned kScale = 1000;
-  constexpr std::uint64_t kHalfUnit = 500;
-  // Twice what a thousandth is to the last of 16 digits, by the digits of the thousandths.
-  static constexpr std::uint64_t kDigitRatio[] = {2000000000000000, 200000000000000, 20000000000000,
-                                                  2000000000000,    200000000000,    20000000000,
-                                                  2000000000};
 
   std::uint64_t bits = 0;
   std::memcpy(&bits, &value, sizeof(bits));
   const unsigned binaryPlaces =
       kBias + kMantissaBits - static_cast<unsigned>(bits >> kMantissaBits);
-  if (binaryPlaces < 39 || binaryPlaces > 62) return nullptr;  // also what has a sign
+  const unsigned place = binaryPlaces - kFewestBinaryPlaces;
+  if (place >= kSmallRests.size()) return nullptr;  // also what has a sign
   const std::uint64_t one = std::uint64_t{1} << binaryPlaces;
   const std::uint64_t scaled = ((bits & (kLeadingBit - 1)) | kLeadingBit) * kScale;  // below 2^63
   const std::uint64_t nearest = (scaled + one / 2) >> binaryPlaces;
@@ -43,11 +71,11 @@ inline char* WriteShortFraction(char* buffer, double value, double* readBack) {
   const std::uint64_t rest = below > scaled ? below - scaled : scaled - below;
   const auto shown = static_cast<unsigned>(nearest);
   const unsigned whole = shown / kScale;
-  unsigned digits = unsigned{shown > 9} + unsigned{shown > 99} + unsigned{shown > 999};
-  if (digits == 3) digits += unsigned{whole > 9} + unsigned{whole > 99} + unsigned{whole > 999};
-  if (whole > 9999 || rest >= kHalfUnit || rest * kDigitRatio[digits] >= one) return nullptr;
+  if (whole > 9999) return nullptr;
+  if (rest > kSmallRests[place] && (rest >= kHalfUnit || !IsBehindDigits(rest, shown, one))) {
+    return nullptr;
+  }
 
-  if (readBack != nullptr) *readBack = value;
   if (whole > 99) {
     buffer = WriteUpTo99(buffer, whole / 100);
     std::memcpy(buffer, kDigitPairs + std::size_t{2} * (whole % 100), 2);

@@ -28,6 +28,7 @@ XmlTextName::XmlTextName(const char* name, const Uri& uri)
   m_start.Set(start.View());
   m_end.Set(end.View());
   m_shortUri = end.View().size() <= Tag::kRoom ? m_uri : nullptr;
+  QZ_ASSERT(m_shortUri == nullptr || m_room <= kShortRoom);
 }
 
 const XmlTextName::Uri& XmlTextName::KeepUri(const char* uri) {

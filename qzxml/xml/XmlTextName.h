@@ -43,6 +43,7 @@ class XmlTextName {
   std::size_t GetPrefixPlace() const { return m_prefixPlace; }
   // What an element takes beside its indent, its text, and a prefix that is none of XmlTextPrefix.
   std::size_t GetRoom() const { return m_room; }
+  static constexpr std::size_t kShortRoom = 192;  // at most, with a short URI
 
   // "<name>" and "</name>".
   char* PutStart(char* out) const { return m_start.Put(out); }

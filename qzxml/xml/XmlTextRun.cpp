@@ -64,6 +64,8 @@ void XmlTextRun::Resume() {
   }
   m_begin = m_out = room == 0 ? nullptr : m_stream.Reserve(room);
   m_limit = m_out + room;
+  m_nearLimit = reinterpret_cast<std::intptr_t>(m_limit) -
+                static_cast<std::intptr_t>(Name::kShortRoom + m_indent);
 }
 
 // The end of an element that has a context, or gets one as its end tag has no room.
@@ -77,13 +79,12 @@ void XmlTextRun::EndInWriter(const Element& element) {
 // ---- What is not the ordinary case ----
 
 const std::string XmlTextRun::kNoUri;
-const XmlTextPrefix XmlTextRun::kOtherPrefix = {};
 
 // What is found is at hand from here; the first namespace without a prefix as the plain one.
 [[gnu::noinline]] bool XmlTextRun::FindPrefix(const Name& name, const std::string*& prefix) {
   if (!m_writer.FindElementPrefix(name.GetTags(), name.GetUri(), prefix)) return false;
   if (name.GetShortUri() == nullptr) return true;
-  if (prefix == nullptr && m_plainUri == &kNoUri) {
+  if (prefix == nullptr && (m_plainUri == &kNoUri || IsPlain(name))) {
     m_plainUri = name.GetShortUri();
   } else {
     XmlTextPrefix& place = m_prefixes[name.GetPrefixPlace()];
@@ -100,10 +101,11 @@ const XmlTextPrefix XmlTextRun::kOtherPrefix = {};
   return true;
 }
 
-[[gnu::noinline]] void XmlTextRun::EndOtherElement(Element& element) {
+[[gnu::noinline]] void XmlTextRun::EndOtherElement(const Element& element) {
   const Name& name = *element.m_name;
   const std::string* prefix = nullptr;
-  if (!FindPrefix(name, prefix) || !HasRoom(name, 2 * GetPrefixSize(prefix))) {
+  if (element.m_context != nullptr || !FindPrefix(name, prefix) ||
+      !HasRoom(name, 2 * GetPrefixSize(prefix))) {
     return EndInWriter(element);
   }
   PutElementEnd(element, [&](char* out) { return PutOtherEnd(out, name, prefix); });

@@ -21,9 +21,8 @@ namespace QzXmlLib16::detail {
 //   XmlTextRun run(writer);                // an element is open
 //   XmlTextRun::Element item;
 //   if (!run.BeginElement(item, name)) ...
-//   XmlTextRun::Value value;
-//   char* const text = run.BeginValue(value, other, size);
-//   if (text != nullptr) run.EndValue(value, text, Write(text));
+//   char* const text = run.BeginValue(other, size);
+//   if (text != nullptr) run.EndValue(other, text, Write(text));
 //   run.EndElement(item);
 //   run.Finish();
 //
@@ -53,15 +52,6 @@ class XmlTextRun {
     Element* m_inner;  // during an interruption
     const Name* m_name;
     CXmlWriter::CXmlWriterContext* m_context = nullptr;  // the writer's, where it has one
-  };
-
-  // An element with nothing but a text, between its two calls.
-  class Value {
-   private:
-    friend class XmlTextRun;
-
-    const Name* m_name;
-    const XmlTextPrefix* m_prefix;  // null without one; kOtherPrefix for one that is not at hand
   };
 
   // Whether an element is open in the writer, as there has to be one.
@@ -96,8 +86,8 @@ class XmlTextRun {
 
   // An element with nothing but a text: where the text goes, with room for so many bytes, or null.
   // EndValue makes the element of it; without that nothing has happened.
-  char* BeginValue(Value& value, const Name& name, std::size_t room);
-  void EndValue(const Value& value, const char* text, char* end);
+  char* BeginValue(const Name& name, std::size_t room);
+  void EndValue(const Name& name, const char* text, char* end);
 
   // An attribute in no namespace, likewise.
   char* BeginAttribute(const AttributeTag& tag, std::size_t room);
@@ -123,23 +113,22 @@ class XmlTextRun {
   // kEntityRoom more than its size.
   template <bool inAttribute>
   char* PutText(char* out, std::string_view text) const {
-    // May be a CDATA section.
-    if (!inAttribute && !text.empty() && text[0] == '<') return nullptr;
     const std::size_t clean = CopyClean<inAttribute>(text.data(), text.size(), out);
     if (clean == text.size()) return out + clean;
+    // May be a CDATA section.
+    if (!inAttribute && text[0] == '<') return nullptr;
     return PutEscapedText<inAttribute>(out + clean, text.substr(clean));
   }
 
  private:
   static constexpr std::size_t kLong = 32768;  // bytes
   static const std::string kNoUri;             // that of no name
-  static const XmlTextPrefix kOtherPrefix;     // none in particular
 
   void Commit();
   template <bool inAttribute>
   char* PutEscapedText(char* out, std::string_view text) const;
   void EndInWriter(const Element& element);
-  void EndOtherElement(Element& element);
+  void EndOtherElement(const Element& element);
   template <typename PutEnd>
   void PutElementEnd(const Element& element, PutEnd putEnd);
   void Settle(const Element& element) const;
@@ -148,6 +137,7 @@ class XmlTextRun {
   bool BeginOtherElement(Element& element, const Name& name);
   void EnterElement(Element& element, const Name& name);
   void LeaveElement(char* out);
+  void SetIndent(std::size_t indent);
   char* PutLongIndent(char* out) const;
 
   // Most elements are in the namespace that takes no prefix, and nearly all others in one whose
@@ -160,6 +150,10 @@ class XmlTextRun {
   std::size_t GetRoom() const { return static_cast<std::size_t>(m_limit - m_out); }
   bool HasRoom(const Name& name, std::size_t more) const {
     return m_indent + name.GetRoom() + more <= GetRoom();
+  }
+  // The same for a name with a short URI, where there is room for any such; else yet to be seen.
+  bool HasRoomForShort(std::size_t more) const {
+    return static_cast<std::intptr_t>(more) <= m_nearLimit - reinterpret_cast<std::intptr_t>(m_out);
   }
   char* PutIndent(char* out) const {
     std::memcpy(out, m_indents, kShortIndent);
@@ -177,6 +171,7 @@ class XmlTextRun {
   char* m_begin = nullptr;  // what the stream does not know of
   char* m_out = nullptr;
   char* m_limit = nullptr;
+  std::intptr_t m_nearLimit = 0;            // m_limit, less the indent and any short name
   std::size_t m_indent = 0;                 // of a child of the innermost element
   bool m_isStartTagOpen = false;            // of the innermost element
   bool m_hasChildren = false;               // likewise; those around it have some

@@ -15,25 +15,31 @@ inline char* XmlTextRun::PutGap() const {
   return PutIndent(out);
 }
 
+inline void XmlTextRun::SetIndent(std::size_t indent) {
+  m_nearLimit -= static_cast<std::intptr_t>(indent - m_indent);
+  m_indent = indent;
+}
+
 inline void XmlTextRun::EnterElement(Element& element, const Name& name) {
   m_isStartTagOpen = true;
   m_hasChildren = false;
   element.m_outer = m_innermost;
   element.m_name = &name;
   m_innermost = &element;
-  m_indent += m_writer.m_indentUnit;
+  SetIndent(m_indent + m_writer.m_indentUnit);
 }
 
 inline bool XmlTextRun::BeginElement(Element& element, const Name& name) {
+  if (!HasRoomForShort(0)) return BeginOtherElement(element, name);
+  char* end = nullptr;
   if (IsPlain(name)) {
-    if (!HasRoom(name, 0)) return false;
-    m_out = name.PutStart(PutGap()) - 1;  // the tag is open yet
-    EnterElement(element, name);
-    return true;
+    end = name.PutStart(PutGap());
+  } else if (HasPrefix(name)) {
+    end = name.PutStart(PutGap(), PrefixOf(name));
+  } else {
+    return BeginOtherElement(element, name);
   }
-  if (!HasPrefix(name)) return BeginOtherElement(element, name);
-  if (!HasRoom(name, 0)) return false;
-  m_out = name.PutStart(PutGap(), PrefixOf(name)) - 1;
+  m_out = end - 1;  // the tag is open yet
   EnterElement(element, name);
   return true;
 }
@@ -49,7 +55,7 @@ inline void XmlTextRun::LeaveElement(char* out) {
 template <typename PutEnd>
 inline void XmlTextRun::PutElementEnd(const Element& element, PutEnd putEnd) {
   m_innermost = element.m_outer;
-  m_indent -= m_writer.m_indentUnit;
+  SetIndent(m_indent - m_writer.m_indentUnit);
   char* out = m_out;
   if (m_isStartTagOpen) {
     out = detail::PutText(out, "/>");
@@ -63,8 +69,9 @@ inline void XmlTextRun::PutElementEnd(const Element& element, PutEnd putEnd) {
 // What is in force is what was in force at its begin, as it has no context.
 inline void XmlTextRun::EndElement(Element& element) {
   const Name& name = *element.m_name;
-  if (element.m_context != nullptr || !HasRoom(name, 0)) return EndInWriter(element);
-  if (IsPlain(name)) {
+  if (element.m_context != nullptr || !HasRoomForShort(0)) {
+    EndOtherElement(element);
+  } else if (IsPlain(name)) {
     PutElementEnd(element, [&](char* out) { return name.PutEnd(out); });
   } else if (HasPrefix(name)) {
     PutElementEnd(element, [&](char* out) { return name.PutEnd(out, PrefixOf(name)); });
@@ -73,29 +80,22 @@ inline void XmlTextRun::EndElement(Element& element) {
   }
 }
 
-inline char* XmlTextRun::BeginValue(Value& value, const Name& name, std::size_t room) {
-  value.m_name = &name;
-  if (IsPlain(name)) {
-    value.m_prefix = nullptr;
-    return HasRoom(name, room) ? name.PutStart(PutGap()) : nullptr;
+inline char* XmlTextRun::BeginValue(const Name& name, std::size_t room) {
+  if (HasRoomForShort(room)) {
+    if (IsPlain(name)) return name.PutStart(PutGap());
+    if (HasPrefix(name)) return name.PutStart(PutGap(), PrefixOf(name));
   }
-  if (!HasPrefix(name)) {
-    value.m_prefix = &kOtherPrefix;
-    return BeginOtherValue(name, room);
-  }
-  value.m_prefix = &PrefixOf(name);
-  return HasRoom(name, room) ? name.PutStart(PutGap(), *value.m_prefix) : nullptr;
+  return BeginOtherValue(name, room);
 }
 
-inline void XmlTextRun::EndValue(const Value& value, const char* text, char* end) {
-  const Name& name = *value.m_name;
+inline void XmlTextRun::EndValue(const Name& name, const char* text, char* end) {
   if (end == text) {
     end[-1] = '/';
     *end++ = '>';
-  } else if (value.m_prefix == nullptr) {
+  } else if (IsPlain(name)) {
     end = name.PutEnd(end);
-  } else if (value.m_prefix != &kOtherPrefix) {
-    end = name.PutEnd(end, *value.m_prefix);
+  } else if (HasPrefix(name)) {
+    end = name.PutEnd(end, PrefixOf(name));
   } else {
     end = PutOtherEnd(end, name, m_otherPrefix);
   }

@@ -18,6 +18,7 @@
 using QzXmlLib16::CConversions;
 using QzXmlLib16::CQzInvalidValueException;
 using QzXmlLib16::CWhitespaceUtils;
+using QzXmlLib16::detail::WriteExactR8;
 using QzXmlLib16::detail::WriteShortFraction;
 
 namespace {
@@ -267,19 +268,17 @@ TEST(ConversionsReal, WritesOrdinaryFractionsAsPrintfDoes) {
 }
 
 // The short way for a few places: numbers of a few places, up to three steps beside them, and any
-// of their size. What is read back is the number, whenever it is told.
+// of their size. What is read back is the number, whenever it is written that way.
 TEST(ConversionsReal, WritesFewPlacesAsPrintfDoes) {
   Random random;
   int shortOnes = 0;
   const auto expectAsPrintf = [&shortOnes](double value) {
     const std::string expected = Printed("%.16g", value);
     char text[64];
-    double readBack = 0;
-    const char* const end = WriteShortFraction(text, value, &readBack);
+    const char* const end = WriteShortFraction(text, value);
     if (end != nullptr) {
       ++shortOnes;
       ASSERT_EQ(expected, std::string(text, static_cast<std::size_t>(end - text)));
-      ASSERT_EQ(value, readBack) << expected;
       ASSERT_EQ(value, Strtod(expected)) << expected;
     }
     ASSERT_EQ(expected, CConversions::r8ToString(value));
@@ -306,7 +305,36 @@ TEST(ConversionsReal, WritesFewPlacesAsPrintfDoes) {
   EXPECT_GT(shortOnes, 40000);
   for (const double value : {0.0, -0.0, -1.5, 1e300, -1e300, 5e-324, kNaN, kInfinity, -kInfinity}) {
     char text[64];
-    EXPECT_EQ(nullptr, WriteShortFraction(text, value, nullptr)) << value;
+    EXPECT_EQ(nullptr, WriteShortFraction(text, value)) << value;
+  }
+}
+
+// A text that is said to be exact is, and most are said to be where they are.
+TEST(ConversionsReal, TellsTextsThatReadBack) {
+  Random random;
+  int told = 0;
+  int exact = 0;
+  for (int i = 0; i < 40000; ++i) {
+    const auto few = static_cast<double>(random.Next() % 10000000) / std::pow(10, i % 8);
+    for (const double value : {few, -few, random.NextDouble()}) {
+      char text[64];
+      const char* const end = WriteExactR8(text, value);
+      const std::string expected = Printed("%.16g", value);
+      if (Strtod(expected) == value) ++exact;
+      if (end == nullptr) continue;
+      ++told;
+      ASSERT_EQ(expected, std::string(text, static_cast<std::size_t>(end - text)));
+      ASSERT_EQ(value, Strtod(expected)) << expected;
+    }
+  }
+  EXPECT_GT(told, exact / 2);
+  for (const double value : {0.0, -0.0, 17.0, -17.0, 0.25}) {
+    char text[64];
+    EXPECT_NE(nullptr, WriteExactR8(text, value)) << value;
+  }
+  for (const double value : {kNaN, kInfinity, -kInfinity}) {
+    char text[64];
+    EXPECT_EQ(nullptr, WriteExactR8(text, value)) << value;
   }
 }
 
