@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "qzxml/platform/Export.h"
+#include "qzxml/xml/TextHash.h"
 
 namespace QzXmlLib16::detail {
 
@@ -113,7 +114,7 @@ class QZXML_API CFITextIndexes {
     std::uint64_t value;
   };
 
-  static std::uint64_t HashOf(std::uint64_t key);
+  std::uint64_t HashOf(std::uint64_t key) const;
   std::string_view GetLongText(std::size_t begin) const;
   std::size_t FindPlace(std::string_view text, std::uint64_t key) const;
   bool IsText(const Entry& entry, std::string_view text) const;
@@ -132,6 +133,7 @@ class QZXML_API CFITextIndexes {
   void PutInFreePlace(const Entry& entry);
   std::size_t AddLongText(std::string_view text);
 
+  std::uint64_t m_salt = HashSalt();   // of this process
   std::vector<std::uint64_t> m_words;  // the places, two for each: a power of two, or none
   std::size_t m_mask = 0;              // of a place, where there are some
   std::size_t m_count = 0;

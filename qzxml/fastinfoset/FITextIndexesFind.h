@@ -38,8 +38,8 @@ inline std::uint64_t CFITextIndexes::KeyOfRoomy(std::string_view text) {
 }
 
 // The key of a long text is a hash already.
-inline std::uint64_t CFITextIndexes::HashOf(std::uint64_t key) {
-  return key >> 56 == kLongMark ? key : HashWord(key);
+inline std::uint64_t CFITextIndexes::HashOf(std::uint64_t key) const {
+  return key >> 56 == kLongMark ? key : MixWord(m_salt, key);
 }
 
 // The place of a text, or the free one where it would stand. There are places.
@@ -76,7 +76,7 @@ inline CFITextIndexes::Place CFITextIndexes::Look(std::string_view text, std::ui
 // The same for a short text, for which the key is all there is.
 inline CFITextIndexes::Place CFITextIndexes::LookShort(std::uint64_t key) {
   if (m_count >= m_mostTexts) Grow();
-  std::size_t at = HashWord(key) & m_mask;
+  std::size_t at = MixWord(m_salt, key) & m_mask;
   for (;; at = (at + 1) & m_mask) {
     const Entry entry = GetEntry(at);
     if (IsFree(entry)) return {at, 0};

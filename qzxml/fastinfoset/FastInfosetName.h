@@ -7,6 +7,7 @@
 
 #include "qzxml/fastinfoset/FITextIndexesFind.h"
 #include "qzxml/fastinfoset/OctetForms.h"
+#include "qzxml/xml/WrittenName.h"
 
 namespace QzXmlLib16::detail {
 
@@ -30,6 +31,7 @@ class FastInfosetName {
   FastInfosetName(std::uint64_t id, const std::string& name, const std::string& uri)
       : m_id(id),
         m_local(name),
+        m_literal(LiteralOf(name)),
         m_uri(&uri),
         m_uriKey(CFITextIndexes::KeyOf(uri)),
         m_whole(name + kNameSeparator + uri + kNameSeparator) {}
@@ -38,15 +40,28 @@ class FastInfosetName {
   const Text& GetLocal() const { return m_local; }
   const Text& GetWhole() const { return m_whole; }  // the key of the name
   const std::string& GetName() const { return m_local.text; }
+  // The local part with its length, as in a name in full; empty for a long one.
+  const SteppedText& GetLiteral() const { return m_literal; }
   const std::string& GetUri() const { return *m_uri; }
   std::uint64_t GetUriKey() const { return m_uriKey; }
 
   // What it takes in full.
-  std::size_t GetRoom() const { return 1 + 2 * kFormSize + m_whole.text.size(); }
+  std::size_t GetRoom() const {
+    return 1 + 2 * kFormSize + m_whole.text.size() + SteppedText::kStep;
+  }
 
  private:
+  static std::string LiteralOf(const std::string& name) {
+    constexpr std::size_t kMost = 64;  // of one octet
+    std::string literal;
+    if (name.empty() || name.size() > kMost) return literal;
+    PutLengthOnSecondBit(literal, 0x00, static_cast<std::uint32_t>(name.size()));
+    return literal += name;
+  }
+
   std::uint64_t m_id;
   Text m_local;
+  SteppedText m_literal;
   const std::string* m_uri;
   std::uint64_t m_uriKey;
   Text m_whole;

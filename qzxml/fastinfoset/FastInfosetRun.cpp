@@ -139,6 +139,13 @@ char* PutPart(char* out, const std::string& part, std::uint32_t index) {
 
 }  // namespace
 
+// The same of the local part, which is at hand unless it is long.
+inline char* FastInfosetRun::PutLocalName(char* out, const FastInfosetName& name,
+                                          std::uint32_t index) {
+  if (index != 0 || name.GetLiteral().View().empty()) return PutPart(out, name.GetName(), index);
+  return name.GetLiteral().Put(out);
+}
+
 CFITextIndexes::Place FastInfosetRun::Look(CFITextIndexes& table,
                                            const FastInfosetName::Text& part) {
   return table.Look(part.text, part.key);
@@ -167,27 +174,27 @@ char* FastInfosetRun::PutNameInFull(char* out, unsigned mark, const FastInfosetN
     }
     out = PutPart(out, name.GetUri(), index);
   }
-  return PutPart(out, name.GetName(), m_new.local.index);
+  return PutLocalName(out, name, m_new.local.index);
 }
 
 // A name without a prefix that an earlier document had, and this one has not had: its texts still
 // stand in their places. Null for any other.
-inline char* FastInfosetRun::PutNameAgain(char* out, unsigned mark, const FastInfosetName& name,
-                                          const CFIKnownNames::Places& places,
-                                          CFITextIndexes& names) {
+inline char* FastInfosetRun::PutNameAgain(char* out, const FastInfosetName& name,
+                                          const Names& names) {
   CFITextIndexes& locals = m_parts.maps->localNames;
-  if (!places.Are(name.GetId(), names, locals)) return nullptr;
-  if (names.GetIndexAt(places.whole) != 0) return nullptr;
-  const std::uint32_t index = GetNextIndex(names);
+  const CFIKnownNames::Places& places = names.places;
+  if (!places.Are(name.GetId(), names.table, locals)) return nullptr;
+  if (names.table.GetIndexAt(places.whole) != 0) return nullptr;
+  const std::uint32_t index = GetNextIndex(names.table);
   const std::uint32_t local = locals.GetIndexAt(places.local);
   const std::uint32_t newLocal = local == 0 ? GetNextIndex(locals) : 0;
   if (index == 0 || (local | newLocal) == 0) return nullptr;
   const bool hasUri = !name.GetUri().empty();
   if (hasUri && &name.GetUri() != m_indexedNamespace) return nullptr;
-  out = WriteOctet(out, mark | (hasUri ? 1u : 0u));
+  out = WriteOctet(out, names.literal | (hasUri ? 1u : 0u));
   if (hasUri) out = WriteIndexOnSecondBit(out, 0x80, m_namespaceIndex);
-  out = PutPart(out, name.GetName(), local);
-  names.AddAgainAt(places.whole, index);
+  out = PutLocalName(out, name, local);
+  names.table.AddAgainAt(places.whole, index);
   if (local == 0) locals.AddAgainAt(places.local, newLocal);
   m_newAt = m_place.out;
   m_added = {false, false, local == 0, true};
@@ -257,26 +264,27 @@ void FastInfosetRun::UnlearnElement(const FastInfosetName& name, const Added& ad
 
 // Writes a name in full, unless it has an index. Answers its end, which without a name in full is
 // its beginning, and the index that it has now: 0 where the table is full. Null for an empty name.
-inline char* FastInfosetRun::PutUnknownName(char* out, unsigned mark, const FastInfosetName& name,
-                                            const std::string* prefix, CFIKnownNames::ById& known,
-                                            CFITextIndexes& names, std::uint32_t& index) {
+inline char* FastInfosetRun::PutUnknownName(char* out, const FastInfosetName& name,
+                                            const std::string* prefix, const Names& names,
+                                            std::uint32_t& index) {
+  CFITextIndexes& table = names.table;
   if (prefix == nullptr) {
-    char* const end = PutNameAgain(out, mark, name, known.places, names);
+    char* const end = PutNameAgain(out, name, names);
     if (end != nullptr) {
-      index = static_cast<std::uint32_t>(names.GetCount());
+      index = static_cast<std::uint32_t>(table.GetCount());
       return end;
     }
   }
   const Key whole = WholeOf(name, prefix);
-  m_new.whole = names.Look(whole.text, whole.key);
+  m_new.whole = table.Look(whole.text, whole.key);
   index = m_new.whole.index;
   if (index != 0) return out;
   if (name.GetName().empty()) return nullptr;
-  out = PutNameInFull(out, mark, name, prefix);
-  index = Learn(name, prefix, whole, names);
+  out = PutNameInFull(out, names.literal, name, prefix);
+  index = Learn(name, prefix, whole, table);
   if (prefix == nullptr && name.GetId() != 0 && index != 0) {
     const CFITextIndexes& locals = m_parts.maps->localNames;
-    known.places = {name.GetId(), names.GetArrangement(), locals.GetArrangement(), m_new.whole.at,
+    names.places = {name.GetId(), table.GetArrangement(), locals.GetArrangement(), m_new.whole.at,
                     m_new.local.at};
   }
   return out;
@@ -293,14 +301,14 @@ inline char* FastInfosetRun::PutUnknownName(char* out, unsigned mark, const Fast
   if (m_place.out == nullptr || !m_isLocalUtf8 || !FindPrefix(name, prefix)) return nullptr;
   const std::size_t prefixRoom = prefix != nullptr ? kFormSize + prefix->size() : 0;
   if (!HasRoom(kElementRoom + prefixRoom + name.GetRoom() + room)) return nullptr;
-  CFIKnownNames::ById& known = m_parts.names->ElementOf(name.GetId());
+  const Names names{kLiteralElement, m_parts.maps->elementNames,
+                    m_parts.names->PlacesOfElement(name.GetId())};
   std::uint32_t index = 0;
-  char* const out = PutUnknownName(Open(m_place.out), kLiteralElement, name, prefix, known,
-                                   m_parts.maps->elementNames, index);
+  char* const out = PutUnknownName(Open(m_place.out), name, prefix, names, index);
   if (out == nullptr || index == 0) return out;
   CFIKnownOctets octets;
   octets.SetElement(index);
-  CFIKnownNames::Keep(known, name.GetId(), m_namespaceState, octets);
+  m_parts.names->KeepElement(name.GetId(), m_namespaceState, octets);
   return m_newAt != nullptr ? out : octets.Write(out);
 }
 
@@ -321,14 +329,14 @@ inline char* FastInfosetRun::PutUnknownName(char* out, unsigned mark, const Fast
   m_newAt = nullptr;
   if (m_state != State::Begun && m_state != State::Attributes) return nullptr;
   if (!m_isLocalUtf8 || !HasRoom(CFIKnownNames::kRoom + name.GetRoom() + room)) return nullptr;
-  CFIKnownNames::ById& known = m_parts.names->AttributeOf(name.GetId());
+  const Names names{kLiteralAttribute, m_parts.maps->attributeNames,
+                    m_parts.names->PlacesOfAttribute(name.GetId())};
   std::uint32_t index = 0;
-  char* const out = PutUnknownName(m_place.out, kLiteralAttribute, name, nullptr, known,
-                                   m_parts.maps->attributeNames, index);
+  char* const out = PutUnknownName(m_place.out, name, nullptr, names, index);
   if (out == nullptr || index == 0) return out;
   CFIKnownOctets octets;
   octets.SetAttribute(index);
-  CFIKnownNames::Keep(known, name.GetId(), m_attributeState, octets);
+  m_parts.names->KeepAttribute(name.GetId(), m_attributeState, octets);
   return m_newAt != nullptr ? out : octets.Write(out);
 }
 

@@ -117,6 +117,13 @@ class FastInfosetRun {
     std::uint64_t key;
   };
 
+  // Where names are written, of elements or of attributes.
+  struct Names {
+    unsigned literal;  // the mark of a name in full
+    CFITextIndexes& table;
+    CFIKnownNames::Places& places;  // of this name
+  };
+
   // Where the parts of a new name are in the tables, or may be added.
   struct Places {
     CFITextIndexes::Place prefix;         // where there is one
@@ -181,8 +188,9 @@ class FastInfosetRun {
   }
   std::uint32_t AddValue(CFITextIndexes& table, const CFITextIndexes::Place& place,
                          std::string_view text, std::uint64_t key) const {
-    const std::uint32_t index = GetNextIndex(table);
-    if (index != 0) table.AddNewAt(place, text, key, index);
+    if (table.GetCount() >= m_parts.maxEntries) return 0;
+    const auto index = static_cast<std::uint32_t>(table.GetCount() + 1);
+    table.AddNewAt(place, text, key, index);
     return index;
   }
   std::uint32_t GetNextIndex(const CFITextIndexes& table) const {
@@ -214,12 +222,11 @@ class FastInfosetRun {
   static CFITextIndexes::Place Look(CFITextIndexes& table, const FastInfosetName::Text& part);
   char* PutNameInFull(char* out, unsigned mark, const FastInfosetName& name,
                       const std::string* prefix);
+  static char* PutLocalName(char* out, const FastInfosetName& name, std::uint32_t index);
   std::uint32_t FindNamespace(const FastInfosetName& name);
-  char* PutUnknownName(char* out, unsigned mark, const FastInfosetName& name,
-                       const std::string* prefix, CFIKnownNames::ById& known, CFITextIndexes& names,
-                       std::uint32_t& index);
-  char* PutNameAgain(char* out, unsigned mark, const FastInfosetName& name,
-                     const CFIKnownNames::Places& places, CFITextIndexes& names);
+  char* PutUnknownName(char* out, const FastInfosetName& name, const std::string* prefix,
+                       const Names& names, std::uint32_t& index);
+  char* PutNameAgain(char* out, const FastInfosetName& name, const Names& names);
   std::uint32_t Learn(const FastInfosetName& name, const std::string* prefix, const Key& whole,
                       CFITextIndexes& names);
   void Unlearn(const FastInfosetName& name, const std::string* prefix, const Added& added,

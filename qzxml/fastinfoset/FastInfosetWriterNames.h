@@ -22,10 +22,10 @@ struct CFIKnownOctets {
   }
   // 0 for no index leaves none.
   void SetElement(std::uint32_t index) {
-    if (index != 0) Set(index, &WriteIndexOnThirdBit);
+    if (index != 0) SetWith([=](char* out) { return WriteIndexOnThirdBit(out, 0x00, index); });
   }
   void SetAttribute(std::uint32_t index) {
-    if (index != 0) Set(index, &WriteIndexOnSecondBit);
+    if (index != 0) SetWith([=](char* out) { return WriteIndexOnSecondBit(out, 0x00, index); });
   }
   // The same of a value, in a place that Form tells.
   template <typename Form>
@@ -37,9 +37,6 @@ struct CFIKnownOctets {
   std::uint32_t size = 0;
 
  private:
-  void Set(std::uint32_t index, char* (*write)(char*, unsigned, std::uint32_t)) {
-    SetWith([=](char* out) { return write(out, 0x00, index); });
-  }
   template <typename Write>
   void SetWith(Write write) {
     char octets[kFormSize] = {};
@@ -90,20 +87,17 @@ class CFIKnownNames {
 
     std::uint64_t mark = kNone;  // of both
     Octets octets;
-    Places places;
   };
   ById& AttributeOf(std::uint64_t id) { return m_attributes[id % m_attributes.size()]; }
   ById& ElementOf(std::uint64_t id) { return m_elements[id % m_elements.size()]; }
-  // The place is that of the id, the state a marked one.
-  static void Keep(ById& known, std::uint64_t id, std::uint64_t state, const Octets& octets) {
-    if (id == 0 || id >= kIds || state == kNever) return;
-    known.mark = id | state;
-    known.octets = octets;
+  Places& PlacesOfAttribute(std::uint64_t id) {
+    return m_attributePlaces[id % m_attributePlaces.size()];
   }
-  void KeepAttribute(std::uint64_t id, const Octets& octets) {
-    Keep(AttributeOf(id), id, Marked(0), octets);
-  }
+  Places& PlacesOfElement(std::uint64_t id) { return m_elementPlaces[id % m_elementPlaces.size()]; }
   // The state is a marked one.
+  void KeepAttribute(std::uint64_t id, std::uint64_t state, const Octets& octets) {
+    Keep(AttributeOf(id), id, state, octets);
+  }
   void KeepElement(std::uint64_t id, std::uint64_t state, const Octets& octets) {
     Keep(ElementOf(id), id, state, octets);
   }
@@ -158,6 +152,12 @@ class CFIKnownNames {
   }
 
  private:
+  static void Keep(ById& known, std::uint64_t id, std::uint64_t state, const Octets& octets) {
+    if (id == 0 || id >= kIds || state == kNever) return;
+    known.mark = id | state;
+    known.octets = octets;
+  }
+
   static constexpr std::uint64_t kIds = kNameIds;
   static constexpr std::uint64_t kStates = std::uint64_t{1} << 20;
   static constexpr std::uint64_t kMark = kIds * kStates;
@@ -165,6 +165,8 @@ class CFIKnownNames {
   std::uint64_t m_mark = kMark;
   std::array<ById, 64> m_attributes = {};
   std::array<ById, 128> m_elements = {};
+  std::array<Places, 64> m_attributePlaces = {};
+  std::array<Places, 128> m_elementPlaces = {};
   std::array<ByText, 32> m_texts = {};
   std::forward_list<std::string> m_uris;
 };

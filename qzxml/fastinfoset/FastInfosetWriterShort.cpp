@@ -349,7 +349,7 @@ template <typename PutContent>
   if (index != 0) {
     CFIKnownOctets octets;
     octets.SetAttribute(index);
-    m_pTables->names.KeepAttribute(name.GetId(), octets);
+    m_pTables->names.KeepAttribute(name.GetId(), m_pTables->names.Marked(0), octets);
   }
   EndPiece(TakeAside(content));
   NextPieceWhenDue();

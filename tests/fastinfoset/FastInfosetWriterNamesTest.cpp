@@ -34,7 +34,7 @@ TEST(FastInfosetWriter, ANameWithoutAnIdIsNeverKnown) {
     EXPECT_FALSE(names.ElementOf(0).Is(0, state));
     EXPECT_FALSE(names.AttributeOf(0).Is(0, state));
     names.KeepElement(0, state, octets);
-    names.KeepAttribute(0, octets);
+    names.KeepAttribute(0, names.Marked(0), octets);
     EXPECT_FALSE(names.ElementOf(0).Is(0, state));
     EXPECT_FALSE(names.AttributeOf(0).Is(0, state));
   }
