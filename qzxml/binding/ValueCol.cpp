@@ -7,6 +7,7 @@
 #include "qzxml/collections/Messages.h"
 #include "qzxml/runtime/Functions.h"
 #include "qzxml/runtime/QzException.h"
+#include "qzxml/xml/KeptTags.h"
 #include "qzxml/xml/XmlElement.h"
 #include "qzxml/xml/XmlWriter.h"
 
@@ -61,8 +62,8 @@ void CValueCol<kind>::ToXml_Int(CXmlWriter* writer, bool root, const char* names
     Base::ToXml_Int(writer, root, namespaceUri, context, optionalChoice);
   } else {
     this->ValidateCount(context);
-    const auto name = detail::ElementTags::InOneNamespace(this->ElementName());
     const std::string uri = m_member.namespaceUri;
+    const detail::CKeptTags name(this->ElementName(), uri);
     for (const auto& item : *this) {
       QzVariant value;
       VariantKind<kind>::Set(value, item);

@@ -9,6 +9,7 @@
 #include "qzxml/runtime/QzException.h"
 #include "qzxml/serialization/PrimitiveRestrictions.h"
 #include "qzxml/values/ConversionsDetail.h"
+#include "qzxml/xml/KeptTags.h"
 #include "qzxml/xml/XmlWriter.h"
 
 // The bodies of the collections of values. They are compiled once for each kind, by the source that
@@ -151,8 +152,8 @@ template <ItemType kType, typename Value>
 void CTypedCollection<kType, Value>::ToXml_Int(CXmlWriter* writer, bool, const char*,
                                                const CSerializationContext& context, bool) const {
   this->ValidateCount(context);
-  const auto name = detail::ElementTags::InOneNamespace(this->ElementName());
   const std::string& uri = this->Namespace().str();
+  const detail::CKeptTags name(this->ElementName(), uri);
   const std::string& format = this->GetFormat();
   std::string& scratch = writer->GetScratch().text;
   for (const Value& value : *this) {
