@@ -175,6 +175,15 @@ void FetchBehind([[maybe_unused]] const void* item) {
 }  // namespace
 
 template <typename Sink>
+[[gnu::noinline]] void CPlannedWriting<Sink>::WalkItem(const CChild& child,
+                                                       const CXmlObjectBase& item) {
+  m_sink.Interrupt();
+  CXmlObjectBase::ToXml_Int(&item, &m_sink.GetWriter(), false, child.name.GetUri().c_str(),
+                            m_context, false);
+  m_sink.Resume();
+}
+
+template <typename Sink>
 bool CPlannedWriting<Sink>::Collection(const CChild& child, const CBoundClass& object) {
   const CXmlCollectionBase* const held = object.*child.property.m_collection;
   if (held == nullptr) return child.isNeeded && WalkChild(child, object);
@@ -186,11 +195,7 @@ bool CPlannedWriting<Sink>::Collection(const CChild& child, const CBoundClass& o
     const CXmlObjectBase& item = *node->item;
     // All of little text is near yet.
     if (m_sink.IsLong()) FetchBehind(&item);
-    if (PutObject(child, item, false)) continue;
-    Walk([&] {
-      CXmlObjectBase::ToXml_Int(&item, &m_sink.GetWriter(), false, child.name.GetUri().c_str(),
-                                m_context, false);
-    });
+    if (!PutObject(child, item, false)) WalkItem(child, item);
   }
   return true;
 }

@@ -50,6 +50,7 @@ class CPlannedWriting {
   template <typename Step>
   void Walk(Step step);
   bool WalkChild(const CChild& child, const CBoundClass& object);
+  void WalkItem(const CChild& child, const CXmlObjectBase& item);
 
   const CSerializationContext& m_context;
   Sink m_sink;

@@ -26,6 +26,12 @@ class CTextStream;
 class CXmlElement;
 class CXmlWriter;
 
+namespace detail {
+template <typename Sink>
+class CPlannedWriting;
+class CReadPlan;
+}  // namespace detail
+
 // True lets ToXmlFile and ToJsonFile write while the document grows, when they are not to compress:
 // memory then holds one chunk of it. False, the default, has it whole in memory first. For the
 // whole process; to be set before work starts.
@@ -256,6 +262,10 @@ class QZXML_API CXmlObjectBase : public IEventSink, public detail::CObjectPlaced
   friend class CXmlTypeCollection;
   friend class QzXmlLib16Data::CAttributeInfo;
   friend class QzXmlLib16Data::CElementInfo;
+  // For compilers that take the friends of a derived class for none of its base.
+  friend class detail::CReadPlan;
+  template <typename Sink>
+  friend class detail::CPlannedWriting;
 
   void FromJson_Int(const CBinaryData& xml, const CSerializationContext& context);
 

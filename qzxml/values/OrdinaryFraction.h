@@ -50,8 +50,9 @@ inline constexpr auto kSmallRests = [] {
 //
 // A thousand times the number is a whole one and a rest, which is counted in a thousandth of the
 // unit of the number's last binary place. A rest of less than half of such a unit says that no
-// other double is as near to the text: r8FromString makes the number of it. A rest of less than
-// half of the last of 16 digits says that the text has no more digits.
+// other double is as near to the text: r8FromString makes the number of it. (Below a power of two
+// the next one is half as far, but those of this size are whole thousandths, or far from one.) A
+// rest of less than half of the last of 16 digits says that the text has no more digits.
 inline char* WriteShortFraction(char* buffer, double value) {
   using namespace short_fraction;
   constexpr unsigned kBias = 1023;

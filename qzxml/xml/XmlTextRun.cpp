@@ -64,8 +64,7 @@ void XmlTextRun::Resume() {
   }
   m_begin = m_out = room == 0 ? nullptr : m_stream.Reserve(room);
   m_limit = m_out + room;
-  m_nearLimit = reinterpret_cast<std::intptr_t>(m_limit) -
-                static_cast<std::intptr_t>(Name::kShortRoom + m_indent);
+  m_nearLimit = reinterpret_cast<std::uintptr_t>(m_limit) - Name::kShortRoom - m_indent;
 }
 
 // The end of an element that has a context, or gets one as its end tag has no room.

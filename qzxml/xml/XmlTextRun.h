@@ -153,7 +153,8 @@ class XmlTextRun {
   }
   // The same for a name with a short URI, where there is room for any such; else yet to be seen.
   bool HasRoomForShort(std::size_t more) const {
-    return static_cast<std::intptr_t>(more) <= m_nearLimit - reinterpret_cast<std::intptr_t>(m_out);
+    const std::uintptr_t room = m_nearLimit - reinterpret_cast<std::uintptr_t>(m_out);
+    return static_cast<std::ptrdiff_t>(more) <= static_cast<std::ptrdiff_t>(room);
   }
   char* PutIndent(char* out) const {
     std::memcpy(out, m_indents, kShortIndent);
@@ -171,7 +172,7 @@ class XmlTextRun {
   char* m_begin = nullptr;  // what the stream does not know of
   char* m_out = nullptr;
   char* m_limit = nullptr;
-  std::intptr_t m_nearLimit = 0;            // m_limit, less the indent and any short name
+  std::uintptr_t m_nearLimit = 0;           // m_limit, less the indent and any short name
   std::size_t m_indent = 0;                 // of a child of the innermost element
   bool m_isStartTagOpen = false;            // of the innermost element
   bool m_hasChildren = false;               // likewise; those around it have some

@@ -16,7 +16,7 @@ inline char* XmlTextRun::PutGap() const {
 }
 
 inline void XmlTextRun::SetIndent(std::size_t indent) {
-  m_nearLimit -= static_cast<std::intptr_t>(indent - m_indent);
+  m_nearLimit -= indent - m_indent;
   m_indent = indent;
 }
 

@@ -107,7 +107,7 @@ bool IsEmpty(const std::unique_ptr<BoundNamespace>& where) {
 std::unique_ptr<Model> BindSchemas(const CSchemaSet& schemas, const ModelOptions& options) {
   auto model = std::make_unique<Model>();
   CModelNames names(*model, schemas, options);
-  CClassRegistry classes(*model, schemas, names);
+  CClassRegistry classes(schemas, names);
   CSimpleTypeBinder simpleTypes(*model, names);
 
   classes.DeclareNamedTypes();
@@ -122,7 +122,7 @@ std::unique_ptr<Model> BindSchemas(const CSchemaSet& schemas, const ModelOptions
   classes.DeclareRoots();
   classes.DeclareAnonymousTypes();
 
-  CClassBinder binder(*model, schemas, names, classes, simpleTypes);
+  CClassBinder binder(*model, schemas, classes, simpleTypes);
   binder.FillAll();
   AddRoots(schemas, names, classes, binder);
   AddDerived(classes);

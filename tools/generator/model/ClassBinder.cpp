@@ -104,11 +104,10 @@ void SetWildcard(const Wildcard& wildcard, BoundMember& member) {
   member.wildcard = constraint.ToText(member.xmlNamespace);
 }
 
-CClassBinder::CClassBinder(Model& model, const CSchemaSet& schemas, CModelNames& names,
-                           CClassRegistry& classes, CSimpleTypeBinder& simpleTypes)
+CClassBinder::CClassBinder(Model& model, const CSchemaSet& schemas, CClassRegistry& classes,
+                           CSimpleTypeBinder& simpleTypes)
     : m_schemas(schemas),
       m_model(model),
-      m_names(names),
       m_classes(classes),
       m_simpleTypes(simpleTypes),
       m_contents(model.diagnostics) {}

@@ -28,7 +28,7 @@ void SetWildcard(const Wildcard& wildcard, BoundMember& member);
 class CClassBinder {
  public:
   // All outlive the object.
-  CClassBinder(Model& model, const CSchemaSet& schemas, CModelNames& names, CClassRegistry& classes,
+  CClassBinder(Model& model, const CSchemaSet& schemas, CClassRegistry& classes,
                CSimpleTypeBinder& simpleTypes);
 
   // The members of all classes that are declared, and of those that they need.
@@ -78,7 +78,6 @@ class CClassBinder {
 
   const CSchemaSet& m_schemas;
   Model& m_model;
-  CModelNames& m_names;
   CClassRegistry& m_classes;
   CSimpleTypeBinder& m_simpleTypes;
   CContentBuilder m_contents;

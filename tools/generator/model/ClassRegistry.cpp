@@ -13,8 +13,8 @@ const Component* GetSharedKey(const ContentNode& group) {
 
 }  // namespace
 
-CClassRegistry::CClassRegistry(Model& model, const CSchemaSet& schemas, CModelNames& names)
-    : m_model(model), m_schemas(schemas), m_names(names) {
+CClassRegistry::CClassRegistry(const CSchemaSet& schemas, CModelNames& names)
+    : m_schemas(schemas), m_names(names) {
   for (const SchemaDocument* document : schemas.GetDocuments()) {
     for (const ElementDecl* element : document->elements) {
       if (!element->isAbstract) m_elementNames.emplace(element->type, element->name.localName);

@@ -16,7 +16,7 @@ namespace qzxml::generator {
 class CClassRegistry {
  public:
   // All outlive the object.
-  CClassRegistry(Model& model, const CSchemaSet& schemas, CModelNames& names);
+  CClassRegistry(const CSchemaSet& schemas, CModelNames& names);
 
   // --- In this order: classes of all complex types with a name, names for named groups and
   // substitution groups, classes of global elements that need one, classes of the other types.
@@ -55,7 +55,6 @@ class CClassRegistry {
   bool IsReplaced(const Type& type) const;
   std::vector<std::string> GetStems(const Type& type) const;
 
-  Model& m_model;
   const CSchemaSet& m_schemas;
   CModelNames& m_names;
   std::map<const Type*, std::string> m_typeNames;
