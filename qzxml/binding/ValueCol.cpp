@@ -25,15 +25,19 @@ template <ItemType kind>
 CValueCol<kind>::~CValueCol() = default;
 
 template <ItemType kind>
-void CValueCol<kind>::Add(Value value) {
-  Check(value);
-  Base::Add(std::move(value));
+void CValueCol<kind>::Add(Argument value) {
+  if constexpr (kHoldsDates) {
+    AddAt(this->GetCount(), value);
+  } else {
+    Check(value);
+    Base::Add(std::move(value));
+  }
 }
 
 template <ItemType kind>
-void CValueCol<kind>::AddAt(int index, Value value) {
+void CValueCol<kind>::AddAt(int index, Argument value) {
   Check(value);
-  Base::AddAt(index, std::move(value));
+  Base::AddAt(index, std::forward<Argument>(value));
 }
 
 template <ItemType kind>
@@ -84,7 +88,13 @@ void CValueCol<kind>::Check(const Value& value) const {
 
 template <ItemType kind>
 void CValueCol<kind>::CopyItems(const CXmlCollectionBase& from) {
-  for (const auto& value : dynamic_cast<const CValueCol<kind>&>(from)) Base::Add(value);
+  for (const auto& value : dynamic_cast<const CValueCol<kind>&>(from)) {
+    if constexpr (kHoldsDates) {
+      Base::AddAt(this->GetCount(), value);
+    } else {
+      Base::Add(value);
+    }
+  }
 }
 
 template class CValueCol<ItemType_hexBinary>;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -61,6 +62,9 @@ class QZXML_API CValueCol : public detail::CollectionOf<kind>::Type, public deta
  public:
   using Base = typename detail::CollectionOf<kind>::Type;
   using Value = typename VariantKind<kind>::Value;
+  // Dates are taken as their base takes them, whose functions these override.
+  static constexpr bool kHoldsDates = std::is_same_v<Value, CDateTime>;
+  using Argument = std::conditional_t<kHoldsDates, const CDateTime&, Value>;
 
   // The member is a constant of generated code; it is kept.
   explicit CValueCol(const CMember& member);
@@ -68,8 +72,15 @@ class QZXML_API CValueCol : public detail::CollectionOf<kind>::Type, public deta
 
   // Throws what CSimpleTypeInfo::Check throws, for another value than the member's fixed one as the
   // setter of a class, and then what Add of the base throws.
-  void Add(Value value);
-  void AddAt(int index, Value value);
+#if defined(__clang__)  // of dates they override, of others not
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Winconsistent-missing-override"
+#endif
+  void Add(Argument value);
+  void AddAt(int index, Argument value);
+#if defined(__clang__)
+#pragma clang diagnostic pop
+#endif
 
   int size() const { return this->GetCount(); }
   bool empty() const { return this->GetCount() == 0; }
