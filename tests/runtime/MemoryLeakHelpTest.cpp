@@ -14,6 +14,7 @@
 #include "qzxml/platform/DebugChannel.h"
 #include "qzxml/runtime/MemoryLeakHelp.h"
 #include "qzxml/runtime/TextStream.h"
+#include "qzxml/values/BinaryData.h"
 #include "qzxml/xml/XmlDocument.h"
 #include "tests/support/LiveCounts.h"
 #include "tests/support/QzTest.h"
@@ -31,6 +32,15 @@ CInstanceClass s_quickClass("CQuick");
 struct Quick : CInstanceMonitor {
   Quick() : CInstanceMonitor(s_quickClass) {}
 };
+
+// The classes in the dump.
+std::set<std::string> CountedNames() {
+  std::set<std::string> names;
+  std::istringstream dump(CInstanceMonitor::DumpState().substr(kHeading.size()));
+  for (std::string line; std::getline(dump, line);)
+    names.insert(line.substr(4, line.find('=') - 5));
+  return names;
+}
 
 // Each test begins with an empty list, whatever ran before it in this process.
 class MemoryLeakHelp : public ::testing::Test {
@@ -64,16 +74,34 @@ TEST_F(MemoryLeakHelp, EachClassOfTheLibraryCountsUnderItsOwnName) {
   element->FromXml("<a k='v'><b/></a>");
   EXPECT_EQ("<a k=\"v\"><b/></a>", element->ToXml(false, false));
 
-  std::set<std::string> names;
-  std::istringstream dump(CInstanceMonitor::DumpState().substr(kHeading.size()));
-  for (std::string line; std::getline(dump, line);)
-    names.insert(line.substr(4, line.find('=') - 5));
   const std::set<std::string> expected = {
       "CAttribute",   "CAttributeCol", "CElement",       "CElementCol",
       "CExpatReader", "CStringBuffer", "CTextStream",    "CXmlAttribute",
       "CXmlDocument", "CXmlElement",   "CXmlTextWriter", "CXmlWriterContext",
   };
-  EXPECT_EQ(expected, names);
+  EXPECT_EQ(expected, CountedNames());
+}
+
+TEST_F(MemoryLeakHelp, ReadersAndWritersOfOtherFormatsCountUnderTheirOwnNames) {
+  using namespace QzXmlLib16;
+  const CSmartPtr<CElement> element(new CElement("e"));
+  element->FromXml("<a k='v'><b/></a>");
+  std::set<std::string> before = CountedNames();
+  const auto newNames = [&before] {
+    std::set<std::string> added;
+    for (const std::string& name : CountedNames()) {
+      if (before.insert(name).second) added.insert(name);
+    }
+    return added;
+  };
+  const CBinaryData octets = element->ToFastInfosetStream(FInfoDecl_None);
+  EXPECT_EQ(1U, newNames().count("CFastInfosetWriter"));
+  element->FromXmlStream(octets.GetData(), octets.GetLength());
+  EXPECT_EQ(1U, newNames().count("CFastInfosetReader"));
+  const std::string json = element->ToJson();
+  EXPECT_EQ(1U, newNames().count("CJsonTextWriter"));
+  element->FromJson(json.c_str());
+  EXPECT_EQ(1U, newNames().count("CJsonTextReader"));
 }
 
 TEST_F(MemoryLeakHelp, RecordsStandInTheOrderOfFirstAppearance) {
