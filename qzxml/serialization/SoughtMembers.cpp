@@ -63,7 +63,7 @@ bool CSoughtMembers::Begin(const CElementInfo& member, CXmlElement** cursor) {
   CXmlElement* const from = *cursor;
   if (const Known* const known = Look(member)) {
     const Place place = PlaceOf(from);
-    if (place >= known->absentFrom) return false;
+    if (place >= known->absentFrom && !known->needsNothing) return false;
     if (place >= known->from && place <= known->to) {
       if (known->fails) return false;
       *cursor = const_cast<CXmlElement*>(known->found);
@@ -130,12 +130,13 @@ void CSoughtMembers::Fail(std::size_t walk) {
   }
 }
 
-void CSoughtMembers::FailAtEnd(std::size_t walk, const CXmlElement* quiet) {
+void CSoughtMembers::FailAtEnd(std::size_t walk, const CXmlElement* quiet, bool needsNothing) {
   Fail(walk);
   const Search& search = m_searches.back();
   if (!IsSoughtByPlace(*search.member)) return;
   Known& known = m_known[search.member];
   known.absentFrom = std::min(known.absentFrom, PlaceOf(quiet));
+  known.needsNothing = needsNothing;
   known.readThroughFrom = std::min(known.readThroughFrom, PlaceOf(search.from));
 }
 

@@ -18,7 +18,8 @@ namespace QzXmlLib16Data {
 // member and of the members behind it depends only on the child at which it is asked. So a walk
 // leaves for each of its members where it was asked and where it found something, and whether the
 // walk failed then: asked in between, the same would happen. A later walk goes straight there, or
-// fails at once.
+// fails at once; what it would have read before it failed is then not read, which shows in an
+// object that its owner keeps without its content.
 class CSoughtMembers {
  public:
   // Made by the walk of a real element. Belongs to the thread until it goes.
@@ -74,8 +75,9 @@ class CSoughtMembers {
   // With the member it has sought last.
   void Fail(std::size_t walk);
   // The same, and that member was asked at every child that it had not taken, up to the end: it
-  // took nothing from quiet on.
-  void FailAtEnd(std::size_t walk, const CXmlElement* quiet);
+  // took nothing from quiet on. Nothing may also be all that it needs: then it failed for what it
+  // had taken, and need not fail where there is nothing for it.
+  void FailAtEnd(std::size_t walk, const CXmlElement* quiet, bool needsNothing);
 
  private:
   using Place = std::size_t;  // of a child, from 0; the number of children behind the last
@@ -103,6 +105,7 @@ class CSoughtMembers {
     const CXmlElement* found = nullptr;  // it finds something here first,
     bool fails = false;                  // or the walk fails
     Place absentFrom = kNowhere;         // it takes nothing from here on
+    bool needsNothing = false;           // so that this is no failure
     Place readThroughFrom = kNowhere;    // all that it can take from here on has been read
     // Items that are groups, each beginning where the one before it ends: the walk fails when there
     // are low to high at the end of them.

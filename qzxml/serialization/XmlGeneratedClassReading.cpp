@@ -153,6 +153,7 @@ class CXmlGeneratedClass::CReadingWalk {
   bool OfferFewItems(CElementInfo* member, CXmlElement** cursor) const;
   bool Note(CElementInfo* member, bool isContent, const CXmlElement* asked,
             const CXmlElement* behind) const;
+  bool NeedsNothing(const CElementInfo& member) const;
   void PassOthers(const CElementInfo& member, CXmlElement** cursor) const;
 
   CXmlGeneratedClass& m_object;
@@ -176,7 +177,7 @@ class CXmlGeneratedClass::CReadingWalk {
   }
 }
 
-// OfferInTurn in a group, with a memory of what was sought before. What comes of it is the same.
+// OfferInTurn in a group, with a memory of what was sought before. What is found is the same.
 [[gnu::noinline]] bool CXmlGeneratedClass::CReadingWalk::SeekInTurn(CElementInfo* member,
                                                                     CXmlElement** cursor) const {
   if (!m_pSought->Begin(*member, cursor)) {
@@ -201,8 +202,15 @@ class CXmlGeneratedClass::CReadingWalk {
     Skip(cursor);
     if (m_pSought->IsAbsentFrom(*cursor)) break;
   }
-  m_pSought->FailAtEnd(m_searches, quiet);
+  m_pSought->FailAtEnd(m_searches, quiet, NeedsNothing(*member));
   return false;
+}
+
+// Whether the member is a collection that may be empty.
+bool CXmlGeneratedClass::CReadingWalk::NeedsNothing(const CElementInfo& member) const {
+  if (!IsSequenceCollection(member)) return false;
+  const auto collection = CElementInfoValues::HeldCollection(member, &m_object);
+  return collection != nullptr && collection->GetMinOccurs() <= 0;
 }
 
 // A member that was asked at one element has come to another, or is content. False when the walk is

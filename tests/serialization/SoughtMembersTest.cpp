@@ -108,6 +108,8 @@ enum Shape {
   Shape_TwoGroups,
   Shape_OneOrTwoGroups,
   Shape_GroupsAndMore,
+  Shape_NoneOrOne,
+  Shape_NoneOrOneGroup,
   Shape_ChoiceOfTexts,
   Shape_Count
 };
@@ -167,10 +169,10 @@ class Groups {
     m_inner.Add(Colour("b", 1), Unset::Value);
   }
 
-  void AddGroups(int minOccurs, int maxOccurs) {
+  void AddGroups(int minOccurs, int maxOccurs, int index = 0) {
     m_item.Add(Prim<Is<CElementInfoSeqPrimMnd>>("a", 0), Unset::Value);
     m_item.Add(Colour("b", 1), Unset::Value);
-    m_inner.Add(new Is<CElementInfoSeqClsCol>("item", "", 0, kNoTag),
+    m_inner.Add(new Is<CElementInfoSeqClsCol>("item", "", index, kNoTag),
                 Unset::Collection([=]() -> CXmlCollectionBase* {
                   ++s_asked;
                   return new CGroupCol(m_item, minOccurs, maxOccurs);
@@ -201,6 +203,15 @@ class Groups {
       AddGroups(1, -1);
       m_inner.Add(Prim<Is<CElementInfoSeqPrimMnd>>("c", 1), Unset::Value);
       return;
+    }
+    if (shape == Shape_NoneOrOne) {
+      m_inner.Add(Colour("b", 0), Unset::Value);
+      m_inner.Add(new Is<CElementInfoSeqPrimCol>("a", "", 1), Texts(0, 1));
+      return;
+    }
+    if (shape == Shape_NoneOrOneGroup) {
+      m_inner.Add(Prim<Is<CElementInfoSeqPrimMnd>>("c", 0), Unset::Value);
+      return AddGroups(0, 1, 1);
     }
     const int first = shape == Shape_OptionalInFront ? 1 : 0;
     if (first != 0) m_inner.Add(Prim<Is<CElementInfoSeqPrimOpt>>("c", 0), Unset::Value);
