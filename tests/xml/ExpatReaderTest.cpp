@@ -299,6 +299,24 @@ TEST_F(ExpatReader, CompressedAndBinaryContentOfAStringFails) {
   }
 }
 
+// Compressed text without a zero byte, so that it is a string as well.
+TEST_F(ExpatReader, AWholeCompressedTextIsReadFromBytesAndNotFromAString) {
+  static const unsigned char s_bytes[] = {
+      0x78, 0x9C, 0x05, 0xC1, 0xC9, 0x11, 0x80, 0x30, 0x0C, 0x04, 0xB0, 0x92, 0x68, 0x20, 0x93,
+      0x5E, 0xD6, 0x06, 0x1F, 0xE0, 0x6B, 0xD2, 0xFF, 0x03, 0x69, 0x9D, 0x8D, 0xA1, 0x37, 0x45,
+      0x0C, 0x6A, 0x19, 0xD1, 0x8E, 0x7C, 0xB4, 0x68, 0x42, 0x6B, 0xA2, 0x02, 0x5F, 0xC3, 0x44,
+      0xD8, 0x89, 0x19, 0x0D, 0x37, 0xBF, 0x25, 0xD6, 0x75, 0xF6, 0x0F, 0xA8, 0x04, 0x16, 0xC9,
+  };
+  const std::string text(reinterpret_cast<const char*>(s_bytes), sizeof s_bytes);
+  ASSERT_EQ(std::string::npos, text.find('\0'));
+  CXmlDocument document;
+  EXPECT_QZ_THROW(CQzException, "not well-formed (invalid token) at line 1",
+                  document.LoadXml(text.c_str()));
+  EXPECT_EQ("(none)", Shape(document));
+  document.LoadXmlStream(s_bytes, sizeof s_bytes);
+  EXPECT_EQ("r \"apbjmffhaghmlloiamegnbplgnplnlakoahffcibccaoaihidfl\"", Shape(document));
+}
+
 TEST_F(ExpatReader, AFailureLeavesTheTextThatWasRead) {
   const struct {
     const char* text;
