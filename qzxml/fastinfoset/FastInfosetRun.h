@@ -188,9 +188,8 @@ class FastInfosetRun {
   }
   std::uint32_t AddValue(CFITextIndexes& table, const CFITextIndexes::Place& place,
                          std::string_view text, std::uint64_t key) const {
-    if (table.GetCount() >= m_parts.maxEntries) return 0;
-    const auto index = static_cast<std::uint32_t>(table.GetCount() + 1);
-    table.AddNewAt(place, text, key, index);
+    const std::uint32_t index = GetNextIndex(table);
+    if (index != 0) table.AddNewAt(place, text, key, index);
     return index;
   }
   std::uint32_t GetNextIndex(const CFITextIndexes& table) const {

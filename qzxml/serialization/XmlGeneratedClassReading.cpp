@@ -209,8 +209,7 @@ class CXmlGeneratedClass::CReadingWalk {
 // Whether the member is a collection that may be empty.
 bool CXmlGeneratedClass::CReadingWalk::NeedsNothing(const CElementInfo& member) const {
   if (!IsSequenceCollection(member)) return false;
-  const auto collection = CElementInfoValues::HeldCollection(member, &m_object);
-  return collection != nullptr && collection->GetMinOccurs() <= 0;
+  return CElementInfoValues::HeldCollection(member, &m_object)->GetMinOccurs() <= 0;
 }
 
 // A member that was asked at one element has come to another, or is content. False when the walk is

@@ -1,41 +1,34 @@
 #include "qzxml/xml/KeptTags.h"
 
 #include <array>
-#include <cstddef>
 #include <map>
 #include <utility>
 
 #include "qzxml/runtime/CriticalSection.h"
 #include "qzxml/xml/ShortText.h"
+#include "qzxml/xml/TextHash.h"
 
 namespace QzXmlLib16::detail {
 namespace {
 
-struct CEntry {
-  CEntry(const std::string& name, const std::string& itsUri)
-      : uri(itsUri), tags(ElementTags::InOneNamespace(name)) {}
+// Name and namespace, with the tags.
+using CKey = std::pair<std::string, std::string>;
+using CEntry = std::pair<const CKey, ElementTags>;
 
-  bool Is(const std::string& name, const std::string& itsUri) const {
-    return AreEqual(tags.GetName(), name) && AreEqual(uri, itsUri);
-  }
-
-  std::string uri;
-  ElementTags tags;
-};
+bool Is(const CEntry& entry, const std::string& name, const std::string& uri) {
+  return AreEqual(entry.first.first, name) && AreEqual(entry.first.second, uri);
+}
 
 // Null where there are enough of them.
 const CEntry* FindOrKeep(const std::string& name, const std::string& uri) {
-  using CKey = std::pair<std::string, std::string>;
   static CQZCriticalSection& section = *new CQZCriticalSection;
-  static std::map<CKey, CEntry>& all = *new std::map<CKey, CEntry>;
+  static std::map<CKey, ElementTags>& all = *new std::map<CKey, ElementTags>;
   CKey key(name, uri);
   const CriticalSectionGuard guard(section);
   const auto found = all.find(key);
-  if (found != all.end()) return &found->second;
+  if (found != all.end()) return &*found;
   if (all.size() >= CKeptTags::kMost) return nullptr;
-  return &all.emplace(std::piecewise_construct, std::forward_as_tuple(std::move(key)),
-                      std::forward_as_tuple(name, uri))
-              .first->second;
+  return &*all.emplace(std::move(key), ElementTags::InOneNamespace(name)).first;
 }
 
 }  // namespace
@@ -43,13 +36,8 @@ const CEntry* FindOrKeep(const std::string& name, const std::string& uri) {
 // Those that the thread has met last are found without the others.
 CKeptTags::CKeptTags(const std::string& name, const std::string& uri) : m_kept(nullptr) {
   thread_local std::array<const CEntry*, 16> met = {};
-  std::size_t place = name.size();
-  if (!name.empty()) {
-    place += std::size_t{3} * static_cast<unsigned char>(name.front());
-    place += std::size_t{5} * static_cast<unsigned char>(name.back());
-  }
-  const CEntry*& last = met[place % met.size()];
-  if (last == nullptr || !last->Is(name, uri)) {
+  const CEntry*& last = met[HashText(name) % met.size()];
+  if (last == nullptr || !Is(*last, name, uri)) {
     const CEntry* const entry = FindOrKeep(name, uri);
     if (entry == nullptr) {
       m_own.emplace(name);
@@ -57,7 +45,7 @@ CKeptTags::CKeptTags(const std::string& name, const std::string& uri) : m_kept(n
     }
     last = entry;
   }
-  m_kept = &last->tags;
+  m_kept = &last->second;
 }
 
 }  // namespace QzXmlLib16::detail

@@ -24,10 +24,7 @@ inline std::uint64_t MixWord(std::uint64_t hash, std::uint64_t word) {
   return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
 }
 
-// Hashes that are salted for each process, so that no document can be written whose texts collide.
-
-inline std::uint64_t HashWord(std::uint64_t word) { return MixWord(HashSalt(), word); }
-
+// A hash that is salted for each process, so that no document can be written whose texts collide.
 // The last eight bytes may overlap those before, and fewer than eight are taken twice in part.
 inline std::uint64_t HashText(std::string_view text) {
   const char* at = text.data();
